@@ -1,0 +1,70 @@
+// Arena: memory for one immutable tree of values, given back all at once.
+//
+// Ownership: counted. Whoever refers into the arena from outside holds one
+// count; with the last the arena and everything in it goes. Values inside the
+// arena own nothing: what of them lives elsewhere (a foreign value, a very long
+// text) is kept by the arena itself.
+//
+// Threads: one thread fills an arena; after that it never changes, and counts
+// may be taken and given back on any thread.
+#pragma once
+
+#include <atomic>
+#include <cstddef>
+
+#include "vantrex/values/json_value.h"
+
+namespace vantrex::values {
+
+class Arena {
+ public:
+  // An arena with room for `bytes` before it grows, held by one count. Throws
+  // std::bad_alloc, as do allocate() and keep().
+  static Arena* create(std::size_t bytes);
+
+  Arena(const Arena&) = delete;
+  Arena& operator=(const Arena&) = delete;
+
+  void retain() noexcept { references_.fetch_add(1, std::memory_order_relaxed); }
+  void release() noexcept {
+    if (references_.fetch_sub(1, std::memory_order_acq_rel) == 1) destroy();
+  }
+
+  // Uninitialised memory, aligned for every value.
+  void* allocate(std::size_t bytes) {
+    bytes = (bytes + kAlignment - 1) & ~(kAlignment - 1);
+    if (bytes > static_cast<std::size_t>(end_ - cursor_)) grow(bytes);
+    void* memory = cursor_;
+    cursor_ += bytes;
+    return memory;
+  }
+
+  // Keeps what `value` refers to alive as long as the arena.
+  void keep(const JsonValue& value);
+
+ private:
+  static constexpr std::size_t kAlignment = alignof(JsonValue);
+
+  struct Chunk {
+    Chunk* next;
+  };
+  struct Kept {
+    JsonValue value;
+    Kept* next;
+  };
+
+  Arena(char* begin, char* end) noexcept : cursor_(begin), end_(end) {}
+  ~Arena() = default;
+
+  void grow(std::size_t bytes);
+  void destroy() noexcept;
+
+  std::atomic<std::size_t> references_{1};
+  char* cursor_;
+  char* end_;
+  Chunk* chunks_ = nullptr;  // beside the one that the arena itself begins
+  Kept* kept_ = nullptr;
+  std::size_t next_chunk_bytes_ = 0;
+};
+
+}  // namespace vantrex::values

@@ -1,0 +1,153 @@
+#include "vantrex/values/block_memory.h"
+
+#include <algorithm>
+#include <memory>
+#include <new>
+#include <stdexcept>
+#include <type_traits>
+
+#include "vantrex/values/arena.h"
+#include "vantrex/values/field_index.h"
+#include "vantrex/values/value_access.h"
+
+namespace vantrex::values::detail {
+
+namespace {
+
+constexpr std::size_t kFewestItems = 4;
+
+struct RawDelete {
+  void operator()(void* memory) const noexcept { ::operator delete(memory); }
+};
+
+// Gives back the memory of a block whose items are gone.
+void delete_memory(ContainerBlock* block) noexcept {
+  ::operator delete(block->index);
+  ::operator delete(block);
+}
+
+template <typename Item>
+void rebuild_index(ContainerBlock* block) noexcept {
+  if constexpr (std::is_same_v<Item, JsonField>) {
+    if (block->index != nullptr) block->index->rebuild(block->items<JsonField>(), block->size);
+  }
+}
+
+// Blocks that still have to be taken apart, chained through themselves.
+class DyingBlocks {
+ public:
+  template <typename Item>
+  void add(ContainerBlock* block) noexcept {
+    ::operator delete(block->index);
+    ContainerBlock*& chain = std::is_same_v<Item, JsonField> ? objects_ : lists_;
+    block->next_dying = std::exchange(chain, block);
+  }
+
+  void take_apart_all() noexcept {
+    while (lists_ != nullptr || objects_ != nullptr) {
+      if (lists_ != nullptr) {
+        take_apart<JsonValue>(lists_);
+      } else {
+        take_apart<JsonField>(objects_);
+      }
+    }
+  }
+
+ private:
+  template <typename Item>
+  void take_apart(ContainerBlock*& chain) noexcept {
+    ContainerBlock* block = std::exchange(chain, chain->next_dying);
+    for (std::size_t position = 0; position < block->size; ++position) {
+      Item& item = block->items<Item>()[position];
+      if constexpr (std::is_same_v<Item, JsonField>) {
+        item.key.~Text();
+        take_apart_value(item.value);
+      } else {
+        take_apart_value(item);
+      }
+    }
+    ::operator delete(block);
+  }
+
+  void take_apart_value(JsonValue& value) noexcept {
+    if (!ValueAccess::is_container(value)) {
+      value.~JsonValue();
+      return;
+    }
+    ContainerBlock* block = ValueAccess::block(value);
+    if (block == nullptr) return;
+    if (block->arena != nullptr) {
+      block->arena->release();
+    } else if (ValueAccess::tag(value) == Tag::list) {
+      add<JsonValue>(block);
+    } else {
+      add<JsonField>(block);
+    }
+  }
+
+  ContainerBlock* lists_ = nullptr;
+  ContainerBlock* objects_ = nullptr;
+};
+
+}  // namespace
+
+template <typename Item>
+ContainerBlock* new_block(std::size_t capacity) {
+  if (capacity > kMostItems) throw std::length_error("a list or an object holds at most 2^31 items");
+  std::unique_ptr<void, RawDelete> memory(::operator new(sizeof(ContainerBlock) + capacity * sizeof(Item)));
+  FieldIndex* index = nullptr;
+  if constexpr (std::is_same_v<Item, JsonField>) {
+    if (capacity > FieldIndex::kUnindexedFields) {
+      index = FieldIndex::create(::operator new(FieldIndex::bytes_for(capacity)), capacity, nullptr, 0);
+    }
+  }
+  return new (memory.release()) ContainerBlock{nullptr, {index}, 0, static_cast<std::uint32_t>(capacity)};
+}
+
+template <typename Item>
+ContainerBlock* changeable_block(ContainerBlock* block, std::size_t capacity) {
+  if (block == nullptr) return new_block<Item>(std::max(capacity, kFewestItems));
+  const bool own = block->arena == nullptr;
+  if (own && capacity <= block->capacity) return block;
+
+  const std::size_t grown = capacity <= block->capacity ? block->size : std::size_t{2} * block->capacity;
+  ContainerBlock* changed = new_block<Item>(std::max(capacity, std::min(grown, kMostItems)));
+  changed->size = block->size;
+  if (own) {
+    std::memcpy(static_cast<void*>(changed->items<Item>()), static_cast<const void*>(block->items<Item>()),
+                block->size * sizeof(Item));
+    rebuild_index<Item>(changed);
+    delete_memory(block);
+  } else {
+    std::uninitialized_copy_n(block->items<Item>(), block->size, changed->items<Item>());
+    rebuild_index<Item>(changed);
+    block->arena->release();
+  }
+  return changed;
+}
+
+bool share(const ContainerBlock* block) noexcept {
+  if (block->arena == nullptr) return false;
+  block->arena->retain();
+  return true;
+}
+
+template <typename Item>
+void give_up(ContainerBlock* block) noexcept {
+  if (block->arena != nullptr) {
+    block->arena->release();
+    return;
+  }
+  DyingBlocks dying;
+  dying.add<Item>(block);
+  dying.take_apart_all();
+}
+
+template ContainerBlock* new_block<JsonValue>(std::size_t);
+template ContainerBlock* new_block<JsonField>(std::size_t);
+template ContainerBlock* changeable_block<JsonValue>(ContainerBlock*, std::size_t);
+template ContainerBlock* changeable_block<JsonField>(ContainerBlock*, std::size_t);
+template void give_up<JsonValue>(ContainerBlock*) noexcept;
+template void give_up<JsonField>(ContainerBlock*) noexcept;
+
+}  // namespace vantrex::values::detail

@@ -1,0 +1,42 @@
+// The memory behind a list or an object: a header, followed by its items.
+//
+// A block is either of its own, held by exactly one list or object that may
+// change it, or lies in an arena together with the whole tree it belongs to.
+// What lies in an arena never changes; lists and objects outside refer to it by
+// counting the arena, and copy the one block they are asked to change.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+namespace vantrex::values {
+
+class Arena;
+
+namespace detail {
+
+class FieldIndex;
+
+struct ContainerBlock {
+  Arena* arena;  // null for a block of its own
+  union {
+    FieldIndex* index;           // of an object with many fields, else null
+    ContainerBlock* next_dying;  // while a tree is taken apart
+  };
+  std::uint32_t size;
+  std::uint32_t capacity;
+
+  template <typename Item>
+  Item* items() noexcept {
+    return reinterpret_cast<Item*>(this + 1);
+  }
+  template <typename Item>
+  const Item* items() const noexcept {
+    return reinterpret_cast<const Item*>(this + 1);
+  }
+};
+
+static_assert(sizeof(ContainerBlock) % alignof(std::max_align_t) == 8 || sizeof(ContainerBlock) % 16 == 0);
+
+}  // namespace detail
+}  // namespace vantrex::values

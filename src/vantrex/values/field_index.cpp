@@ -1,0 +1,60 @@
+#include "vantrex/values/field_index.h"
+
+#include <algorithm>
+#include <cstring>
+#include <new>
+
+namespace vantrex::values::detail {
+
+namespace {
+
+// Both halves of the 128-bit product, folded: every bit of either factor
+// reaches every bit of the result.
+std::uint64_t mixed(std::uint64_t a, std::uint64_t b) noexcept {
+  __extension__ using Wide = unsigned __int128;
+  const Wide product = static_cast<Wide>(a) * b;
+  return static_cast<std::uint64_t>(product) ^ static_cast<std::uint64_t>(product >> 64);
+}
+
+}  // namespace
+
+FieldIndex* FieldIndex::create(void* memory, std::size_t capacity, const JsonField* fields,
+                               std::size_t size) noexcept {
+  auto* index = new (memory) FieldIndex(slots_for(capacity));
+  index->rebuild(fields, size);
+  return index;
+}
+
+void FieldIndex::rebuild(const JsonField* fields, std::size_t size) noexcept {
+  std::fill_n(slots(), mask_ + 1, 0);
+  for (std::size_t position = 0; position < size; ++position) add(fields[position].key, position);
+}
+
+std::size_t FieldIndex::hash(std::string_view key) const noexcept {
+  constexpr std::uint64_t kMultiplier = 0x9E3779B97F4A7C15;
+  std::uint64_t state = mixed(reinterpret_cast<std::uintptr_t>(this) ^ kMultiplier, key.size() ^ kMultiplier);
+  while (!key.empty()) {
+    std::uint64_t word = 0;
+    const std::size_t taken = std::min(key.size(), sizeof word);
+    std::memcpy(&word, key.data(), taken);
+    state = mixed(state ^ word, kMultiplier);
+    key.remove_prefix(taken);
+  }
+  return state;
+}
+
+std::size_t FieldIndex::find(std::string_view key, const JsonField* fields, std::size_t none) const noexcept {
+  for (std::size_t slot = hash(key) & mask_; slots()[slot] != 0; slot = (slot + 1) & mask_) {
+    const std::size_t position = slots()[slot] - 1;
+    if (fields[position].key.view() == key) return position;
+  }
+  return none;
+}
+
+void FieldIndex::add(const Text& key, std::size_t position) noexcept {
+  std::size_t slot = hash(key.view()) & mask_;
+  while (slots()[slot] != 0) slot = (slot + 1) & mask_;
+  slots()[slot] = static_cast<std::uint32_t>(position + 1);
+}
+
+}  // namespace vantrex::values::detail

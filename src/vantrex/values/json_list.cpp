@@ -1,0 +1,48 @@
+#include <algorithm>
+#include <utility>
+
+#include "vantrex/values/block_memory.h"
+#include "vantrex/values/json_value.h"
+#include "vantrex/values/snapshot.h"
+
+namespace vantrex::values {
+
+JsonList::JsonList(const JsonList& other) {
+  if (other.block_ == nullptr) return;
+  if (detail::share(other.block_)) {
+    block_ = other.block_;
+  } else {
+    *this = snapshot(other, NullFields::keep);
+  }
+}
+
+void JsonList::dispose() noexcept {
+  detail::give_up<JsonValue>(block_);
+}
+
+void JsonList::make_changeable(std::size_t capacity) {
+  block_ = detail::changeable_block<JsonValue>(block_, capacity);
+}
+
+JsonValue& JsonList::mutable_item(std::size_t position) & {
+  make_changeable(size());
+  return block_->items<JsonValue>()[position];
+}
+
+void JsonList::push_back(JsonValue item) {
+  make_changeable(size() + 1);
+  new (block_->items<JsonValue>() + block_->size) JsonValue(std::move(item));
+  ++block_->size;
+}
+
+void JsonList::truncate(std::size_t count) {
+  if (count >= size()) return;
+  make_changeable(size());
+  while (block_->size > count) block_->items<JsonValue>()[--block_->size].~JsonValue();
+}
+
+void JsonList::reserve(std::size_t capacity) {
+  if (capacity > size()) make_changeable(capacity);
+}
+
+}  // namespace vantrex::values

@@ -1,0 +1,360 @@
+// JsonValue, JsonList and JsonObject: the values of answers, arguments and
+// steps.
+//
+// Purpose: a JSON-like value type. Objects keep the order in which fields were
+// added, integers have no bound, strings are well-formed UTF-8, and a value of
+// the host's own that JSON has no form for can be carried along. Reading never
+// fails on a type: each accessor gives the value of its own kind or nothing,
+// and an absent field reads as null. No operation recurses on depth.
+//
+// Ownership: value types; a copy is deep as far as anyone can tell. Copying a
+// list or an object takes one pass and few allocations: the copy lies packed in
+// one arena, and copying that copy again is free. Changing a list or an object
+// that lies in an arena first copies that one level out; memory of the arena is
+// given back when nothing refers into it any more.
+//
+// Threads: like an int. Any number of threads may read or copy one value at
+// once; a value that one thread changes must not be used by another meanwhile.
+// Reading never changes anything, not even caches.
+//
+// Errors: what makes text of bytes throws InvalidUtf8, what allocates throws
+// std::bad_alloc, and a list or an object of more than 2^31 items throws
+// std::length_error. Every operation that throws leaves its object as it was.
+#pragma once
+
+#include <array>
+#include <concepts>
+#include <cstddef>
+#include <cstdint>
+#include <initializer_list>
+#include <optional>
+#include <ranges>
+#include <string>
+#include <string_view>
+#include <tuple>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+#include "vantrex/values/container_block.h"
+#include "vantrex/values/foreign.h"
+#include "vantrex/values/integer.h"
+#include "vantrex/values/text.h"
+
+namespace vantrex::values {
+
+class JsonList;
+class JsonObject;
+class JsonValue;
+struct JsonField;
+
+enum class Kind : std::uint8_t { null, boolean, integer, floating, string, list, object, foreign };
+
+namespace detail {
+
+struct ValueAccess;
+
+template <typename T>
+concept StringLike = std::convertible_to<const T&, std::string_view>;
+
+template <typename T>
+concept OwnType = std::same_as<T, JsonValue> || std::same_as<T, JsonList> || std::same_as<T, JsonObject>;
+
+// std::vector, std::array, std::span and their like; neither text nor map, nor
+// a range of itself.
+template <typename T>
+concept Sequence = !OwnType<T> && !StringLike<T> && std::ranges::input_range<const T> && !requires {
+  typename T::mapped_type;
+}
+&&!std::same_as<std::ranges::range_value_t<const T>, T>;
+
+template <typename T>
+concept StringKeyedMap = requires {
+  typename T::mapped_type;
+  requires StringLike<typename T::key_type>;
+}
+&&std::ranges::input_range<const T>;
+
+}  // namespace detail
+
+// An ordered list of values. Pointers, references and iterators into it are
+// invalidated by everything that is not const.
+class JsonList {
+ public:
+  JsonList() noexcept = default;
+
+  // The list of the items of any sequence or tuple.
+  template <detail::Sequence Range>
+  explicit JsonList(const Range& items);
+  template <typename... Items>
+  explicit JsonList(const std::tuple<Items...>& items);
+
+  // The list of the given items: JsonList::of(1, "two", nullptr).
+  template <typename... Items>
+  static JsonList of(Items&&... items);
+
+  JsonList(const JsonList& other);
+  JsonList(JsonList&& other) noexcept : block_(std::exchange(other.block_, nullptr)) {}
+  JsonList& operator=(JsonList other) noexcept {
+    std::swap(block_, other.block_);
+    return *this;
+  }
+  ~JsonList() {
+    if (block_ != nullptr) dispose();
+  }
+
+  std::size_t size() const noexcept { return block_ == nullptr ? 0 : block_->size; }
+  bool empty() const noexcept { return size() == 0; }
+
+  const JsonValue* begin() const noexcept;
+  const JsonValue* end() const noexcept;
+
+  // The item at `position`, which must be less than size().
+  const JsonValue& operator[](std::size_t position) const& noexcept;
+  const JsonValue& operator[](std::size_t position) const&& = delete;
+  // The same, to be changed.
+  JsonValue& mutable_item(std::size_t position) &;
+
+  // Adds `item` after the last one, in amortised constant time.
+  void push_back(JsonValue item);
+  // Keeps the first `count` items; does nothing when there are no more.
+  void truncate(std::size_t count);
+  // Makes room for `capacity` items in all.
+  void reserve(std::size_t capacity);
+
+  friend bool operator==(const JsonList& a, const JsonList& b);
+
+ private:
+  friend struct detail::ValueAccess;
+
+  explicit JsonList(detail::ContainerBlock* block) noexcept : block_(block) {}
+  void dispose() noexcept;
+  void make_changeable(std::size_t capacity);
+
+  detail::ContainerBlock* block_ = nullptr;  // null for a list that never held an item
+};
+
+// String-keyed fields in the order in which they were added. Pointers,
+// references and iterators into it are invalidated by everything that is not
+// const.
+class JsonObject {
+ public:
+  struct FieldInit;
+
+  JsonObject() noexcept = default;
+
+  // JsonObject{{"fqn", fqn}, {"note", nullptr}}. Of repeated keys the last
+  // value stands at the first place.
+  JsonObject(std::initializer_list<FieldInit> fields);
+
+  // The fields of a string-keyed map, in the map's order.
+  template <detail::StringKeyedMap Map>
+  explicit JsonObject(const Map& map);
+
+  JsonObject(const JsonObject& other);
+  JsonObject(JsonObject&& other) noexcept : block_(std::exchange(other.block_, nullptr)) {}
+  JsonObject& operator=(JsonObject other) noexcept {
+    std::swap(block_, other.block_);
+    return *this;
+  }
+  ~JsonObject() {
+    if (block_ != nullptr) dispose();
+  }
+
+  std::size_t size() const noexcept { return block_ == nullptr ? 0 : block_->size; }
+  bool empty() const noexcept { return size() == 0; }
+
+  // The fields: for (const auto& [key, value] : object).
+  const JsonField* begin() const noexcept;
+  const JsonField* end() const noexcept;
+
+  // The value of the field `key`, or null when there is none. Constant time on
+  // average.
+  const JsonValue* find(std::string_view key) const& noexcept;
+  const JsonValue* find(std::string_view key) const&& = delete;
+  // The same, to be changed.
+  JsonValue* find_mutable(std::string_view key) &;
+
+  // The value of the field `key`; an absent field reads as null.
+  const JsonValue& operator[](std::string_view key) const& noexcept;
+  const JsonValue& operator[](std::string_view key) const&& = delete;
+
+  bool contains(std::string_view key) const noexcept { return position_of(key) != size(); }
+
+  // Replaces the value of the field `key` in its place, or adds the field after
+  // the last one. Amortised constant time on average.
+  void set(Text key, JsonValue value);
+
+  // Removes the field `key` and closes the gap; the other fields keep their
+  // order. Gives the removed value, or nothing when there was no such field.
+  // Takes time linear in the fields.
+  std::optional<JsonValue> remove(std::string_view key);
+
+  // Makes room for `capacity` fields in all.
+  void reserve(std::size_t capacity);
+
+  // Objects are equal when they hold equal fields in the same order.
+  friend bool operator==(const JsonObject& a, const JsonObject& b);
+
+ private:
+  friend struct detail::ValueAccess;
+
+  explicit JsonObject(detail::ContainerBlock* block) noexcept : block_(block) {}
+  void dispose() noexcept;
+  std::size_t position_of(std::string_view key) const noexcept;
+  void make_changeable(std::size_t capacity);
+
+  detail::ContainerBlock* block_ = nullptr;  // null for an object that never held a field
+};
+
+class JsonValue {
+ public:
+  // NOLINTBEGIN(google-explicit-constructor): what has a JSON form is a value.
+  JsonValue() noexcept : JsonValue(nullptr) {}
+  JsonValue(std::nullptr_t) noexcept : plain_{detail::Tag::null, {}} {}
+
+  template <std::same_as<bool> Boolean>
+  JsonValue(Boolean value) noexcept : plain_{detail::Tag::boolean, {.boolean = value}} {}
+
+  template <CountingInteger Number>
+  JsonValue(Number value) : JsonValue(Integer(value)) {}
+  JsonValue(Integer value) noexcept;
+
+  template <std::floating_point Number>
+  JsonValue(Number value) noexcept
+      : plain_{detail::Tag::floating, {.floating = static_cast<double>(value)}} {}
+
+  JsonValue(Text text) noexcept : text_(std::move(text)) {}
+  JsonValue(TextLiteral text) noexcept : text_(text) {}
+  JsonValue(std::string_view text) : text_(text) {}
+  JsonValue(const std::string& text) : text_(text) {}
+  // A null pointer is no text: it throws std::invalid_argument.
+  JsonValue(const char* text) : text_(text) {}
+
+  JsonValue(JsonList list) noexcept : plain_{detail::Tag::list, {.list = std::move(list)}} {}
+  JsonValue(JsonObject object) noexcept : plain_{detail::Tag::object, {.object = std::move(object)}} {}
+  JsonValue(ForeignValue value) noexcept : plain_{detail::Tag::foreign, {.foreign = std::move(value)}} {}
+
+  template <typename T>
+  requires std::is_constructible_v<JsonValue, const T&> JsonValue(const std::optional<T>& value)
+      : JsonValue() {
+    if (value) *this = JsonValue(*value);
+  }
+  template <detail::Sequence Range>
+  JsonValue(const Range& items) : JsonValue(JsonList(items)) {}
+  template <typename... Items>
+  JsonValue(const std::tuple<Items...>& items) : JsonValue(JsonList(items)) {}
+  template <detail::StringKeyedMap Map>
+  JsonValue(const Map& map) : JsonValue(JsonObject(map)) {}
+  // NOLINTEND(google-explicit-constructor)
+
+  // No pointer is a boolean.
+  template <typename T>
+  requires(!std::same_as<std::remove_cv_t<T>, char>) JsonValue(T* pointer)
+  = delete;
+
+  JsonValue(const JsonValue& other) : JsonValue() { copy_from(other); }
+  JsonValue(JsonValue&& other) noexcept {
+    std::memcpy(static_cast<void*>(this), static_cast<const void*>(&other), sizeof(JsonValue));
+    other.plain_.tag = detail::Tag::null;
+  }
+  JsonValue& operator=(JsonValue other) noexcept {
+    swap(other);
+    return *this;
+  }
+  ~JsonValue() {
+    if (detail::owns_block(tag())) dispose();
+  }
+
+  void swap(JsonValue& other) noexcept;
+
+  Kind kind() const noexcept;
+  bool is_null() const noexcept { return tag() == detail::Tag::null; }
+
+  // Whether the value says nothing: null, false, 0, 0.0, "", an empty list or
+  // an empty object.
+  bool is_empty() const noexcept;
+
+  // Each accessor gives the value when it is of that kind, else nothing. What
+  // points into the value is valid until the value changes.
+  std::optional<bool> boolean() const noexcept {
+    return tag() == detail::Tag::boolean ? std::optional(plain_.as.boolean) : std::nullopt;
+  }
+  // A boolean qualifies as an integer: true is 1, false is 0.
+  std::optional<Integer> integer() const noexcept;
+  std::optional<double> floating() const noexcept {
+    return tag() == detail::Tag::floating ? std::optional(plain_.as.floating) : std::nullopt;
+  }
+  std::optional<std::string_view> string() const& noexcept {
+    return detail::is_text(tag()) ? std::optional(text_.view()) : std::nullopt;
+  }
+  const Text* text() const& noexcept { return detail::is_text(tag()) ? &text_ : nullptr; }
+  const JsonList* list() const& noexcept { return tag() == detail::Tag::list ? &plain_.as.list : nullptr; }
+  JsonList* list() & noexcept { return tag() == detail::Tag::list ? &plain_.as.list : nullptr; }
+  const JsonObject* object() const& noexcept {
+    return tag() == detail::Tag::object ? &plain_.as.object : nullptr;
+  }
+  JsonObject* object() & noexcept { return tag() == detail::Tag::object ? &plain_.as.object : nullptr; }
+  const ForeignValue* foreign() const& noexcept {
+    return tag() == detail::Tag::foreign ? &plain_.as.foreign : nullptr;
+  }
+  std::optional<std::string_view> string() const&& = delete;
+  const Text* text() const&& = delete;
+  const JsonList* list() const&& = delete;
+  const JsonObject* object() const&& = delete;
+  const ForeignValue* foreign() const&& = delete;
+
+  // Values are equal when they are of the same kind (1, 1.0 and true differ)
+  // and hold the same: objects the same fields in the same order, floats the
+  // same number as it is written (a NaN equals every NaN, and -0.0 is not 0.0),
+  // foreign values the very same object.
+  friend bool operator==(const JsonValue& a, const JsonValue& b);
+
+ private:
+  friend struct detail::ValueAccess;
+
+  union Payload {
+    std::nullptr_t nothing = nullptr;
+    bool boolean;
+    std::int64_t integer;
+    double floating;
+    detail::TextBlock* digits;
+    JsonList list;
+    JsonObject object;
+    ForeignValue foreign;
+
+    ~Payload() {}
+  };
+  struct Plain {
+    detail::Tag tag;
+    Payload as;
+  };
+
+  detail::Tag tag() const noexcept { return plain_.tag; }
+  void copy_from(const JsonValue& other);
+  void dispose() noexcept;
+
+  // Both begin with the tag, so it may be read through either.
+  union {
+    Text text_;
+    Plain plain_;
+  };
+};
+
+static_assert(sizeof(JsonValue) == 16);
+
+// One field of an object.
+struct JsonField {
+  Text key;
+  JsonValue value;
+};
+
+// A field to build an object from; the object takes the value out of it.
+struct JsonObject::FieldInit {
+  Text key;
+  mutable JsonValue value;
+};
+
+}  // namespace vantrex::values
+
+#include "vantrex/values/json_value_inl.h"

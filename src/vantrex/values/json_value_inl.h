@@ -1,0 +1,50 @@
+// The parts of json_value.h that need every type complete. Include that one.
+#pragma once
+
+#include "vantrex/values/json_value.h"
+
+namespace vantrex::values {
+
+template <detail::Sequence Range>
+JsonList::JsonList(const Range& items) {
+  if constexpr (std::ranges::sized_range<const Range>) reserve(std::ranges::size(items));
+  for (auto&& item : items) push_back(JsonValue(static_cast<std::ranges::range_value_t<const Range>>(item)));
+}
+
+template <typename... Items>
+JsonList::JsonList(const std::tuple<Items...>& items)
+    : JsonList(std::apply([](const Items&... each) { return of(each...); }, items)) {}
+
+template <typename... Items>
+JsonList JsonList::of(Items&&... items) {
+  JsonList list;
+  list.reserve(sizeof...(items));
+  (list.push_back(JsonValue(std::forward<Items>(items))), ...);
+  return list;
+}
+
+template <detail::StringKeyedMap Map>
+JsonObject::JsonObject(const Map& map) {
+  if constexpr (std::ranges::sized_range<const Map>) reserve(std::ranges::size(map));
+  for (const auto& [key, value] : map) set(Text(std::string_view(key)), JsonValue(value));
+}
+
+inline const JsonValue* JsonList::begin() const noexcept {
+  return block_ == nullptr ? nullptr : block_->items<JsonValue>();
+}
+inline const JsonValue* JsonList::end() const noexcept {
+  return begin() + size();
+}
+
+inline const JsonValue& JsonList::operator[](std::size_t position) const& noexcept {
+  return begin()[position];
+}
+
+inline const JsonField* JsonObject::begin() const noexcept {
+  return block_ == nullptr ? nullptr : block_->items<JsonField>();
+}
+inline const JsonField* JsonObject::end() const noexcept {
+  return begin() + size();
+}
+
+}  // namespace vantrex::values

@@ -1,0 +1,225 @@
+// Text: an immutable UTF-8 string in 16 bytes.
+//
+// Purpose: the strings and keys of JSON values. A Text is well-formed UTF-8
+// from the moment it is made, and it knows what its JSON string form costs, so
+// that measuring an answer never reads a string again.
+//
+// Ownership: up to 14 bytes live inside the object, longer text in a counted
+// block that copies share, and literals are referred to where they are.
+// Copying never allocates.
+//
+// Threads: like an int. Copies of one text may be used, copied and destroyed
+// on different threads at once; one object must not be written while another
+// thread uses it.
+#pragma once
+
+#include <atomic>
+#include <compare>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+
+#include "vantrex/values/escapes.h"
+
+namespace vantrex::values {
+
+class Arena;
+
+namespace detail {
+struct ValueAccess;
+}
+
+// Thrown when bytes that are no well-formed UTF-8 are made a text.
+class InvalidUtf8 : public std::invalid_argument {
+ public:
+  explicit InvalidUtf8(std::size_t byte_offset);
+
+  // Offset, in bytes from 0, of the first byte that belongs to no well-formed
+  // sequence.
+  std::size_t byte_offset() const noexcept { return byte_offset_; }
+
+ private:
+  std::size_t byte_offset_;
+};
+
+// A text that the program itself holds: a string literal in ASCII, checked when
+// the program is compiled. It costs nothing to make a Text of it.
+class TextLiteral {
+ public:
+  // NOLINTNEXTLINE(google-explicit-constructor): a literal is a text.
+  consteval TextLiteral(const char* text) : text_(text) {
+    for (; text[size_] != 0; ++size_) {
+      if (static_cast<unsigned char>(text[size_]) >= 0x80) throw "not ASCII";
+      escape_gain_ += static_cast<std::uint8_t>(detail::escape_gain(text[size_]));
+    }
+  }
+
+  constexpr std::string_view view() const noexcept { return {text_, size_}; }
+  // NOLINTNEXTLINE(google-explicit-constructor): as const char* does.
+  constexpr operator std::string_view() const noexcept { return view(); }
+  friend constexpr bool operator==(TextLiteral a, TextLiteral b) noexcept { return a.view() == b.view(); }
+
+ private:
+  friend class Text;
+  const char* text_;
+  std::uint32_t size_ = 0;
+  std::uint8_t escape_gain_ = 0;
+};
+
+namespace detail {
+
+// How the 16 bytes of a Text or a JsonValue are to be read. The order matters:
+// what owns something stands together, and so do the texts.
+enum class Tag : std::uint8_t {
+  null,
+  boolean,
+  integer,
+  floating,
+  list,  // from here to shared_text: owns a block
+  object,
+  foreign,
+  big_integer,  // digits, held like a shared text
+  shared_text,
+  literal_text,
+  inline_text,  // plus the size: 0 to kInlineCapacity
+};
+
+inline constexpr std::size_t kInlineCapacity = 14;
+
+constexpr bool owns_block(Tag tag) noexcept {
+  return tag >= Tag::list && tag <= Tag::shared_text;
+}
+
+constexpr bool is_text(Tag tag) noexcept {
+  return tag >= Tag::shared_text;
+}
+
+// The bytes of a long text, followed by the characters. A block of its own is
+// counted; one inside an arena lives as long as the arena, and whoever refers
+// to it from outside counts the arena instead.
+struct TextBlock {
+  Arena* arena;
+  std::atomic<std::size_t> references;
+  std::size_t size;
+  std::size_t escape_gain;
+
+  const char* characters() const noexcept { return reinterpret_cast<const char*>(this + 1); }
+  char* characters() noexcept { return reinterpret_cast<char*>(this + 1); }
+};
+
+void retain(const TextBlock* block) noexcept;
+void release(const TextBlock* block) noexcept;
+
+}  // namespace detail
+
+class Text {
+ public:
+  // The empty text.
+  constexpr Text() noexcept : inline_{detail::Tag::inline_text, 0, {}} {}
+
+  // A copy of `bytes`. Throws InvalidUtf8 when they are not well-formed UTF-8
+  // and std::bad_alloc.
+  // NOLINTBEGIN(google-explicit-constructor): a string is a text.
+  Text(std::string_view bytes);
+  Text(const std::string& bytes) : Text(std::string_view(bytes)) {}
+  // Throws std::invalid_argument for a null pointer.
+  Text(const char* bytes);
+  Text(TextLiteral literal) noexcept
+      : literal_{detail::Tag::literal_text, literal.escape_gain_, literal.size_, literal.text_} {}
+  // NOLINTEND(google-explicit-constructor)
+
+  // A copy of `bytes` with each ill-formed piece replaced by U+FFFD. For texts
+  // from outside that must not fail: it throws only std::bad_alloc.
+  static Text lossy(std::string_view bytes);
+
+  Text(const Text& other) noexcept : Text(other, NoCount{}) {
+    if (tag() == detail::Tag::shared_text) detail::retain(shared_.block);
+  }
+  Text(Text&& other) noexcept : Text(other, NoCount{}) { other.inline_ = {detail::Tag::inline_text, 0, {}}; }
+  Text& operator=(Text other) noexcept {
+    swap(other);
+    return *this;
+  }
+  ~Text() {
+    if (tag() == detail::Tag::shared_text) detail::release(shared_.block);
+  }
+
+  void swap(Text& other) noexcept;
+
+  // The bytes, valid until this object is assigned to or destroyed.
+  std::string_view view() const& noexcept {
+    if (tag() >= detail::Tag::inline_text) return {inline_.characters, inline_size()};
+    if (tag() == detail::Tag::literal_text) return {literal_.text, literal_.size};
+    return {shared_.block->characters(), shared_.block->size};
+  }
+  std::string_view view() const&& = delete;
+
+  std::size_t size() const noexcept { return view_of(*this).size(); }
+  bool empty() const noexcept { return size() == 0; }
+
+  // Bytes that the text gains when it is escaped inside a JSON string.
+  std::size_t escape_gain() const noexcept {
+    return tag() == detail::Tag::shared_text ? shared_.block->escape_gain : inline_.escape_gain;
+  }
+
+  // Texts are equal when their bytes are, and ordered by bytes, which for UTF-8
+  // is the order of code points.
+  friend bool operator==(const Text& a, const Text& b) noexcept {
+    if (a.tag() >= detail::Tag::inline_text && b.tag() >= detail::Tag::inline_text) {
+      return std::memcmp(&a, &b, sizeof(Text)) == 0;
+    }
+    return a.view() == b.view();
+  }
+  friend std::strong_ordering operator<=>(const Text& a, const Text& b) noexcept {
+    return a.view() <=> b.view();
+  }
+
+ private:
+  friend struct detail::ValueAccess;
+
+  struct NoCount {};
+  struct Inline {
+    detail::Tag tag;
+    std::uint8_t escape_gain;
+    char characters[detail::kInlineCapacity];
+  };
+  struct Literal {
+    detail::Tag tag;
+    std::uint8_t escape_gain;
+    std::uint32_t size;
+    const char* text;
+  };
+  struct Shared {
+    detail::Tag tag;
+    std::uint8_t unused;
+    detail::TextBlock* block;
+  };
+
+  // The same 16 bytes, without counting what they refer to.
+  Text(const Text& other, NoCount /*unused*/) noexcept {
+    std::memcpy(static_cast<void*>(this), static_cast<const void*>(&other), sizeof(Text));
+  }
+  // Well-formed text whose scan is known.
+  Text(std::string_view well_formed, std::size_t escape_gain);
+
+  static std::string_view view_of(const Text& text) noexcept { return text.view(); }
+
+  detail::Tag tag() const noexcept { return inline_.tag; }
+  std::size_t inline_size() const noexcept {
+    return static_cast<std::size_t>(tag()) - static_cast<std::size_t>(detail::Tag::inline_text);
+  }
+
+  // All three begin with the tag and the gain, so these may be read in any.
+  union {
+    Inline inline_;
+    Literal literal_;
+    Shared shared_;
+  };
+};
+
+static_assert(sizeof(Text) == 16);
+
+}  // namespace vantrex::values

@@ -1,0 +1,68 @@
+// ValueAccess: what the files of this folder may see of a value's 16 bytes.
+#pragma once
+
+#include <cstring>
+#include <new>
+#include <utility>
+
+#include "vantrex/values/json_value.h"
+
+namespace vantrex::values::detail {
+
+struct ValueAccess {
+  static Tag tag(const JsonValue& value) noexcept { return value.tag(); }
+  static Tag tag(const Text& text) noexcept { return text.tag(); }
+
+  static bool is_container(const JsonValue& value) noexcept {
+    return value.tag() == Tag::list || value.tag() == Tag::object;
+  }
+
+  // The block of a list or an object; null when it never held anything.
+  static ContainerBlock* block(const JsonList& list) noexcept { return list.block_; }
+  static ContainerBlock* block(const JsonObject& object) noexcept { return object.block_; }
+  static ContainerBlock* block(const JsonValue& container) noexcept {
+    return container.tag() == Tag::list ? block(container.plain_.as.list) : block(container.plain_.as.object);
+  }
+
+  // The block of a long text.
+  static const TextBlock* text_block(const Text& text) noexcept { return text.shared_.block; }
+
+  // An integer beyond 64 bits is held as the text of its digits, always a
+  // counted one, since it is longer than what lies inside a text.
+  static void place_big_integer(JsonValue& value, Integer integer) noexcept {
+    value.text_ = std::move(integer.digits_);
+    value.plain_.tag = Tag::big_integer;
+  }
+  static Integer big_integer(const JsonValue& value) noexcept {
+    Text digits;
+    digits.shared_ = {Tag::shared_text, 0, value.plain_.as.digits};
+    retain(value.plain_.as.digits);
+    return Integer(std::move(digits));
+  }
+
+  // A list or an object that takes `block` over.
+  static JsonList list_of(ContainerBlock* block) noexcept { return JsonList(block); }
+  static JsonObject object_of(ContainerBlock* block) noexcept { return JsonObject(block); }
+
+  // Makes raw memory the same bytes as `source`, counting nothing.
+  template <typename Value>
+  static void place_uncounted(void* memory, const Value& source) noexcept {
+    std::memcpy(memory, static_cast<const void*>(&source), sizeof(Value));
+  }
+  // Makes raw memory a list, an object or a text of `block`.
+  static void place_container(void* memory, Tag tag, ContainerBlock* block) noexcept {
+    auto* value = new (memory) JsonValue(nullptr);
+    value->plain_.tag = tag;
+    if (tag == Tag::list) {
+      new (&value->plain_.as.list) JsonList(block);
+    } else {
+      new (&value->plain_.as.object) JsonObject(block);
+    }
+  }
+  static void place_text(void* memory, TextBlock* block) noexcept {
+    auto* text = new (memory) Text();
+    text->shared_ = {Tag::shared_text, 0, block};
+  }
+};
+
+}  // namespace vantrex::values::detail

@@ -1,0 +1,39 @@
+// WalkStack: the explicit stack of a walk over a tree of values, so that no
+// walk recurses. Shallow trees need no memory beyond the object itself.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <vector>
+
+namespace vantrex::values::detail {
+
+template <typename Frame, std::size_t kShallow = 24>
+class WalkStack {
+ public:
+  bool empty() const noexcept { return depth_ == 0; }
+
+  // The frame pushed last; a push or pop invalidates the reference.
+  Frame& top() noexcept { return depth_ <= kShallow ? shallow_[depth_ - 1] : deep_.back(); }
+
+  void push(const Frame& frame) {
+    if (depth_ < kShallow) {
+      shallow_[depth_] = frame;
+    } else {
+      deep_.push_back(frame);
+    }
+    ++depth_;
+  }
+
+  void pop() noexcept {
+    if (depth_ > kShallow) deep_.pop_back();
+    --depth_;
+  }
+
+ private:
+  std::size_t depth_ = 0;
+  std::array<Frame, kShallow> shallow_;  // only the first depth_ frames are set
+  std::vector<Frame> deep_;
+};
+
+}  // namespace vantrex::values::detail
