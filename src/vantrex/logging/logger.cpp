@@ -1,0 +1,111 @@
+#include "vantrex/logging/logger.h"
+
+#include <array>
+#include <cstddef>
+#include <cstdio>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <utility>
+
+#include "vantrex/logging/quoted_literal.h"
+
+namespace vantrex::logging {
+
+namespace {
+
+struct SinkSlot {
+  std::mutex mutex;
+  std::shared_ptr<const Sink> sink;  // null for the default
+};
+
+// Never destroyed, so that destructors of static objects may still log.
+union ImmortalSlot {
+  constexpr ImmortalSlot() noexcept : slot() {}
+  ~ImmortalSlot() {}
+  SinkSlot slot;
+};
+constinit ImmortalSlot immortal;
+
+std::shared_ptr<const Sink> current_sink() {
+  const std::lock_guard lock(immortal.slot.mutex);
+  return immortal.slot.sink;
+}
+
+void send(const Record& record) noexcept {
+  try {
+    if (const std::shared_ptr<const Sink> sink = current_sink()) {
+      (*sink)(record);
+    } else {
+      write_to_standard_error(record);
+    }
+  } catch (...) {
+    // A log that fails has nowhere to say so.
+  }
+}
+
+// Appends what `error` says of itself and gives its nested cause, null at the
+// end of the chain.
+std::exception_ptr append_cause(std::string& text, const std::exception_ptr& error) {
+  try {
+    std::rethrow_exception(error);
+  } catch (const std::exception& exception) {
+    text += printable(exception.what());
+    const auto* nested = dynamic_cast<const std::nested_exception*>(&exception);
+    return nested == nullptr ? nullptr : nested->nested_ptr();
+  } catch (const std::nested_exception& nested) {
+    text += "an error without a text";
+    return nested.nested_ptr();
+  } catch (...) {
+    text += "an error without a text";
+    return nullptr;
+  }
+}
+
+}  // namespace
+
+std::string_view level_name(Level level) noexcept {
+  static constexpr std::array<std::string_view, 4> kNames = {"DEBUG", "INFO", "WARNING", "ERROR"};
+  return kNames[static_cast<std::size_t>(level)];
+}
+
+void set_sink(Sink sink) {
+  std::shared_ptr<const Sink> next = sink ? std::make_shared<const Sink>(std::move(sink)) : nullptr;
+  const std::lock_guard lock(immortal.slot.mutex);
+  // The former sink is destroyed after the lock is released.
+  immortal.slot.sink.swap(next);
+}
+
+void write_to_standard_error(const Record& record) {
+  std::string text(level_name(record.level));
+  text.append(" ").append(record.logger).append(": ").append(printable(record.message)).append("\n");
+  const char* prefix = "  error: ";
+  for (std::exception_ptr error = record.error; error != nullptr; prefix = "  caused by: ") {
+    text += prefix;
+    error = append_cause(text, error);
+    text += '\n';
+  }
+  // One call, so that records of several threads do not mix.
+  std::fwrite(text.data(), 1, text.size(), stderr);
+}
+
+void Logger::warning(std::string_view message, std::exception_ptr error) const noexcept {
+  send({name_, Level::warning, message, std::move(error)});
+}
+
+void Logger::warning(std::string_view format, std::string_view argument,
+                     std::exception_ptr error) const noexcept {
+  std::string message;
+  try {
+    if (const std::size_t place = format.find("%r"); place != std::string_view::npos) {
+      message.append(format.substr(0, place))
+          .append(quoted_literal(argument))
+          .append(format.substr(place + 2));
+    }
+  } catch (...) {
+    message.clear();
+  }
+  warning(message.empty() ? format : message, std::move(error));
+}
+
+}  // namespace vantrex::logging

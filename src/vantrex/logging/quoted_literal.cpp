@@ -1,0 +1,85 @@
+#include "vantrex/logging/quoted_literal.h"
+
+#include <cstddef>
+
+#include "vantrex/values/utf8.h"
+
+namespace vantrex::logging {
+
+namespace {
+
+void append_hex(std::string& text, std::string_view prefix, unsigned value, int digits) {
+  text += prefix;
+  for (int shift = 4 * (digits - 1); shift >= 0; shift -= 4)
+    text += "0123456789abcdef"[(value >> shift) & 0xF];
+}
+
+void append_control(std::string& text, unsigned char control) {
+  switch (control) {
+    case '\n':
+      text += "\\n";
+      break;
+    case '\r':
+      text += "\\r";
+      break;
+    case '\t':
+      text += "\\t";
+      break;
+    default:
+      append_hex(text, "\\x", control, 2);
+  }
+}
+
+// The code point of a `sequence` that is longer than one byte, as far as it
+// must be escaped: a control character or a line break. Otherwise 0.
+unsigned unprintable(std::string_view sequence) noexcept {
+  if (sequence.size() == 2 && sequence[0] == '\xC2') {
+    const auto second = static_cast<unsigned char>(sequence[1]);
+    return second < 0xA0 ? second : 0;
+  }
+  if (sequence == "\xE2\x80\xA8") return 0x2028;
+  if (sequence == "\xE2\x80\xA9") return 0x2029;
+  return 0;
+}
+
+// Appends `bytes` with what is unprintable escaped, and the backslash and
+// `quote` too when there is a quote.
+void append_escaped(std::string& text, std::string_view bytes, char quote) {
+  for (std::size_t position = 0; position < bytes.size();) {
+    const std::size_t length = values::utf8_sequence_length(bytes.substr(position));
+    const auto first = static_cast<unsigned char>(bytes[position]);
+    if (length == 0) {
+      append_hex(text, "\\x", first, 2);
+    } else if (length == 1 && (first < 0x20 || first == 0x7F)) {
+      append_control(text, first);
+    } else if (const unsigned code_point = unprintable(bytes.substr(position, length)); code_point != 0) {
+      append_hex(text, "\\u", code_point, 4);
+    } else {
+      if (quote != 0 && (bytes[position] == quote || bytes[position] == '\\')) text += '\\';
+      text += bytes.substr(position, length);
+    }
+    position += length == 0 ? 1 : length;
+  }
+}
+
+}  // namespace
+
+std::string quoted_literal(std::string_view bytes) {
+  const bool has_single = bytes.find('\'') != std::string_view::npos;
+  const char quote = has_single && bytes.find('"') == std::string_view::npos ? '"' : '\'';
+  std::string text;
+  text.reserve(bytes.size() + 2);
+  text += quote;
+  append_escaped(text, bytes, quote);
+  text += quote;
+  return text;
+}
+
+std::string printable(std::string_view bytes) {
+  std::string text;
+  text.reserve(bytes.size());
+  append_escaped(text, bytes, 0);
+  return text;
+}
+
+}  // namespace vantrex::logging
