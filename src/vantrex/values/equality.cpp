@@ -83,7 +83,7 @@ class EqualityWalk {
     return false;
   }
 
-  detail::WalkStack<Frame> walk_;
+  WalkStack<Frame> walk_;
 };
 
 }  // namespace

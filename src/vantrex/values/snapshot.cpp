@@ -145,7 +145,7 @@ class SnapshotBuilder {
 
   bool drop_nulls_;
   std::unique_ptr<Arena, ArenaRelease> arena_;
-  detail::WalkStack<Frame> walk_;
+  WalkStack<Frame> walk_;
 };
 
 }  // namespace

@@ -21,6 +21,7 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "vantrex/values/escapes.h"
 
@@ -221,5 +222,24 @@ class Text {
 };
 
 static_assert(sizeof(Text) == 16);
+
+// A parameter that takes any text: ill-formed bytes are repaired as Text::lossy
+// does it, so that only std::bad_alloc can be thrown.
+class LossyText {
+ public:
+  // NOLINTBEGIN(google-explicit-constructor): stands for what it is made of.
+  LossyText(Text text) noexcept : text_(std::move(text)) {}
+  LossyText(TextLiteral literal) noexcept : text_(literal) {}
+  LossyText(std::string_view bytes) : text_(Text::lossy(bytes)) {}
+  LossyText(const std::string& bytes) : text_(Text::lossy(bytes)) {}
+  // A null pointer is the empty text.
+  LossyText(const char* bytes) : text_(Text::lossy(bytes == nullptr ? std::string_view() : bytes)) {}
+  // NOLINTEND(google-explicit-constructor)
+
+  Text take() && noexcept { return std::move(text_); }
+
+ private:
+  Text text_;
+};
 
 }  // namespace vantrex::values

@@ -188,7 +188,7 @@ class Writer {
 
   Sink& sink_;
   Order order_;
-  detail::WalkStack<Level> walk_;
+  WalkStack<Level> walk_;
 };
 
 template <typename Value>

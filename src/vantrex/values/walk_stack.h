@@ -6,7 +6,7 @@
 #include <cstddef>
 #include <vector>
 
-namespace vantrex::values::detail {
+namespace vantrex::values {
 
 template <typename Frame, std::size_t kShallow = 24>
 class WalkStack {
@@ -36,4 +36,4 @@ class WalkStack {
   std::vector<Frame> deep_;
 };
 
-}  // namespace vantrex::values::detail
+}  // namespace vantrex::values

@@ -1,0 +1,58 @@
+// Which follow-up steps an answer carries, and their place in it.
+//
+// Steps that the tool gave for its own answer take the place of all others.
+// Without any, the signals that the answer calls for come first, then the usual
+// follow-ups, without repeats and at most MAX_STEPS of them. Either way the
+// hint budget has the last word.
+//
+// Threads: no state is kept; one answer must not be used by another thread
+// while it gets its steps.
+#pragma once
+
+#include <cstddef>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+
+#include "vantrex/tool_handlers/next_steps/budget.h"
+#include "vantrex/tool_handlers/next_steps/optional_text.h"
+#include "vantrex/values/json_value.h"
+
+namespace vantrex::tool_handlers::next_steps {
+
+// Thrown for an entry of a list of steps that cannot be told from others: it is
+// no object, or lacks the field "tool" or "args". what() says which.
+class MalformedStep : public std::invalid_argument {
+ public:
+  // `field` is the one that is missing, or empty when the entry is no object.
+  MalformedStep(std::size_t position, std::string_view field);
+};
+
+// `steps` without repeats of the same call: of the steps that name the same
+// tool and the same arguments, in whatever order, the first stays. Throws
+// MalformedStep and std::bad_alloc.
+values::JsonList _deduplicated(values::JsonList steps);
+
+// The steps of an answer before the budget, and how many of them it must keep.
+struct Choice {
+  values::JsonList steps;
+  Keep keep;
+};
+
+// The choice from the signals and usual follow-ups of an answer whose tool gave
+// no steps. Throws as _deduplicated.
+Choice choose_steps(values::JsonList signals, values::JsonList usual);
+
+// What is known of the request beside the tool. Both are borrowed.
+struct StepOptions {
+  OptionalText action = nullptr;                  // the action the tool ran
+  const values::JsonObject* arguments = nullptr;  // the request's arguments
+};
+
+// Replaces the field "next_steps" of `response` by the steps it is to carry, as
+// its last field, or removes it when there are none. Returns `response`. Throws
+// std::bad_alloc, and then `response` may have lost the field.
+values::JsonObject& _add_next_steps(values::JsonObject& response, std::string_view tool_name,
+                                    StepOptions options = {});
+
+}  // namespace vantrex::tool_handlers::next_steps

@@ -1,0 +1,45 @@
+// The hint budget: hints are a small part of every answer.
+//
+// An answer's hints are its steps and every other hint field, at any depth.
+// Steps are dropped from the last while the hints take more than a share of the
+// answer's bytes, or more than a floor where that is more.
+//
+// All sizes are bytes of the compact JSON text. Pure functions: they change
+// nothing they are given and may run on any thread; they throw only
+// std::bad_alloc.
+#pragma once
+
+#include <cstddef>
+
+#include "vantrex/tool_handlers/next_steps/catalogue.h"
+#include "vantrex/values/json_value.h"
+
+namespace vantrex::tool_handlers::next_steps {
+
+// The bytes of `value`.
+std::size_t _encoded_size(const values::JsonValue& value);
+
+// The bytes of the values of the hint fields in `value`, at any depth. What
+// lies inside a hint field counts once, with that field.
+std::size_t _hint_size(const values::JsonValue& value);
+std::size_t _hint_size(const values::JsonObject& object);
+
+// Whether a field of this name is a hint.
+bool is_hint_key(const values::Text& key) noexcept;
+
+// The bytes that the hints of an answer of `answer_bytes` may take.
+constexpr double hint_room(std::size_t answer_bytes) noexcept {
+  return std::max(HINT_SHARE * static_cast<double>(answer_bytes), static_cast<double>(HINT_FLOOR_BYTES));
+}
+
+// How many leading steps are never dropped.
+struct Keep {
+  std::size_t steps;
+};
+
+// The leading steps of `steps` that fit the room beside the other hints of
+// `response`, at least the first `keep` of them. `response` holds no
+// "next_steps" field of its own. Takes time linear in the answer and the steps.
+values::JsonList _within_share(const values::JsonObject& response, values::JsonList steps, Keep keep);
+
+}  // namespace vantrex::tool_handlers::next_steps

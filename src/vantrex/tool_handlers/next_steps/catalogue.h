@@ -1,0 +1,201 @@
+// The step record and the catalogue of usual follow-ups.
+//
+// Purpose: `step` makes the record of one follow-up call; `NEXT_STEPS` says
+// which calls usually follow an answer of each tool and action; the constants
+// bound how many steps an answer gets and how many bytes they may take.
+//
+// Ownership: everything but `step` is constant data, made by the compiler.
+// Threads: any number may read and call everything here at once.
+#pragma once
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <initializer_list>
+#include <optional>
+#include <span>
+#include <string_view>
+
+#include "vantrex/values/json_value.h"
+
+namespace vantrex::tool_handlers::next_steps {
+
+// A new step: the object {"tool": tool, "args": args, "reason": reason}. `args`
+// goes in as it is. Throws only std::bad_alloc.
+values::JsonObject step(values::LossyText tool, values::LossyText reason, values::JsonObject args = {});
+
+// The kind of argument that a hint takes from the answer.
+enum class Takes : std::uint8_t { fqn, path, query, component, changed_files };
+
+// The name of the argument: "fqn", "path" and so on.
+constexpr values::TextLiteral text(Takes takes) noexcept {
+  switch (takes) {
+    case Takes::fqn:
+      return "fqn";
+    case Takes::path:
+      return "path";
+    case Takes::query:
+      return "query";
+    case Takes::component:
+      return "component";
+    case Takes::changed_files:
+      break;
+  }
+  return "changed_files";
+}
+
+// One usual follow-up. Immutable; its texts are literals and so never dangle.
+class Hint {
+ public:
+  consteval Hint(values::TextLiteral tool_name, values::TextLiteral why) : tool(tool_name), reason(why) {}
+  consteval Hint(values::TextLiteral tool_name, values::TextLiteral why, values::TextLiteral tool_action)
+      : tool(tool_name), reason(why), action(tool_action) {}
+  consteval Hint(values::TextLiteral tool_name, values::TextLiteral why, values::TextLiteral tool_action,
+                 Takes argument)
+      : tool(tool_name), reason(why), action(tool_action), takes(argument) {}
+
+  const values::TextLiteral tool;                   // the tool to call
+  const values::TextLiteral reason;                 // why, in a few words
+  const std::optional<values::TextLiteral> action;  // for a tool with actions
+  // The argument that the step takes from the answer. An answer that has none
+  // to give gets no such step.
+  const std::optional<Takes> takes;
+
+  friend constexpr bool operator==(const Hint&, const Hint&) = default;
+};
+
+inline constexpr Hint _DETAIL{"symbol", "Details of the best hit", "detail", Takes::fqn};
+inline constexpr Hint _CALLERS{"symbol", "Who calls the best hit", "callers", Takes::fqn};
+inline constexpr Hint _REFERENCES{"symbol", "Every use of it", "references", Takes::fqn};
+inline constexpr Hint _FILE_SYMBOLS{"file", "Symbols of the first file", "symbols", Takes::path};
+inline constexpr Hint _CHANGED_TESTS{"tests", "Tests to run for these files", "recommended",
+                                     Takes::changed_files};
+
+namespace detail {
+
+// Hints that stand in one row only.
+inline constexpr Hint kComponents{"architecture", "The components of the code", "components"};
+inline constexpr Hint kFileTests{"tests", "Its file's tests", "for_file", Takes::path};
+inline constexpr Hint kImports{"file", "What it imports", "imports", Takes::path};
+inline constexpr Hint kDependencies{"architecture", "What it depends on", "dependencies", Takes::component};
+inline constexpr Hint kDelta{"context", "Context for reviewing the changes", "delta"};
+inline constexpr Hint kNoReferences{"symbol", "Check it has no references", "references", Takes::fqn};
+
+// Whether `key` is the text of `tool`, a colon and `action`, whatever the two
+// hold.
+constexpr bool is_joined_key(std::string_view key, std::string_view tool, std::string_view action) noexcept {
+  return key.size() == tool.size() + 1 + action.size() && key.starts_with(tool) && key[tool.size()] == ':' &&
+         key.ends_with(action);
+}
+
+// The row of `table` under the tool and action joined by a colon, or null. An
+// absent action is written "None", which no key holds.
+template <typename Table>
+constexpr auto* find_joined(const Table& table, std::string_view tool,
+                            std::optional<std::string_view> action) noexcept {
+  const auto row = std::find_if(table.begin(), table.end(), [&](const auto& each) {
+    return is_joined_key(each.key, tool, action.value_or("None"));
+  });
+  return row == table.end() ? nullptr : &*row;
+}
+
+template <typename Table>
+constexpr bool has_unique_keys(const Table& table) noexcept {
+  for (auto row = table.begin(); row != table.end(); ++row) {
+    if (std::any_of(table.begin(), row, [&](const auto& other) { return other.key == row->key; }))
+      return false;
+  }
+  return true;
+}
+
+}  // namespace detail
+
+// One row of the catalogue: a tool name, or a tool name and an action joined by
+// a colon, and the hints of its answers in order.
+class FollowUps {
+ public:
+  static constexpr std::size_t kMostHints = 3;
+
+  consteval FollowUps(std::string_view row_key, std::initializer_list<const Hint*> hints)
+      : key(row_key), count_(hints.size()) {
+    std::copy(hints.begin(), hints.end(), hints_.begin());
+  }
+
+  const std::string_view key;
+  constexpr std::span<const Hint* const> hints() const noexcept { return {hints_.data(), count_}; }
+
+ private:
+  std::array<const Hint*, kMostHints> hints_{};
+  std::size_t count_;
+};
+
+// The usual follow-ups. Iterated in the order of the rows.
+class Catalogue {
+ public:
+  static constexpr std::size_t kRows = 20;
+
+  consteval explicit Catalogue(const std::array<FollowUps, kRows>& rows) : rows_(rows) {}
+
+  constexpr auto begin() const noexcept { return rows_.begin(); }
+  constexpr auto end() const noexcept { return rows_.end(); }
+  constexpr std::size_t size() const noexcept { return rows_.size(); }
+
+  // The row under `key`, or null.
+  constexpr const FollowUps* find(std::string_view key) const noexcept {
+    const auto* row = std::find_if(begin(), end(), [&](const FollowUps& each) { return each.key == key; });
+    return row == end() ? nullptr : row;
+  }
+
+ private:
+  std::array<FollowUps, kRows> rows_;
+};
+
+inline constexpr Catalogue NEXT_STEPS{{{
+    {"status", {&detail::kComponents}},
+    {"search", {&_DETAIL, &_CALLERS}},
+    {"search:code", {&_FILE_SYMBOLS}},
+    {"symbol", {&_REFERENCES, &_CALLERS}},
+    {"symbol:detail", {&_CALLERS, &_REFERENCES, &detail::kFileTests}},
+    {"symbol:callers", {&_REFERENCES}},
+    {"symbol:references", {&_CALLERS}},
+    {"file", {&_DETAIL, &detail::kImports}},
+    {"file:imports", {&_FILE_SYMBOLS}},
+    {"file:related", {&_FILE_SYMBOLS}},
+    {"files", {&_FILE_SYMBOLS}},
+    {"architecture", {&detail::kDependencies}},
+    {"git", {&_CHANGED_TESTS, &detail::kDelta}},
+    {"git:hotspots", {&_FILE_SYMBOLS}},
+    {"quality", {&detail::kNoReferences}},
+    {"quality:impact", {&_CHANGED_TESTS}},
+    {"quality:circular_deps", {}},
+    {"quality:duplicates", {&_DETAIL}},
+    {"context", {&_CHANGED_TESTS}},
+    {"tests", {&_FILE_SYMBOLS}},
+}}};
+static_assert(detail::has_unique_keys(NEXT_STEPS));
+
+// Most steps that an answer gets from signals and usual follow-ups together.
+inline constexpr std::size_t MAX_STEPS = 3;
+
+// Share of an answer's bytes that its hint fields may take.
+inline constexpr double HINT_SHARE = 0.15;
+
+// Room for hints, in bytes, where HINT_SHARE of the answer is less.
+inline constexpr std::size_t HINT_FLOOR_BYTES = 320;
+
+// The object fields that are hints, at any depth.
+inline constexpr std::array<std::string_view, 7> HINT_KEYS = {"hint",  "hints", "next_steps", "note",
+                                                              "notes", "tip",   "tips"};
+
+// Bytes that attaching the steps adds beside the list itself: ,"next_steps":
+inline constexpr std::size_t _STEPS_KEY_BYTES = std::string_view(R"(,"next_steps":)").size();
+static_assert(_STEPS_KEY_BYTES == 14);
+
+// Callers or references from which on a symbol's blast radius is worth a step.
+inline constexpr std::int64_t FAN_IN_FOR_IMPACT = 8;
+
+// Most files that a step to recommended tests lists.
+inline constexpr std::size_t MAX_STEP_FILES = 10;
+
+}  // namespace vantrex::tool_handlers::next_steps

@@ -1,0 +1,38 @@
+// The pipeline that every answer passes through before it is sent.
+//
+// Ownership: the answer that is passed in is never changed; the finished one is
+// new. Threads: no state is kept, so any number of threads may finish answers
+// at once, also the same one.
+#pragma once
+
+#include <string_view>
+
+#include "vantrex/tool_handlers/next_steps/optional_text.h"
+#include "vantrex/values/json_value.h"
+
+namespace vantrex::tool_handlers::next_steps {
+
+// A copy of `value` without the object fields whose value is null, at any
+// depth. Null items of lists stay, and so do objects that become empty. Throws
+// only std::bad_alloc.
+values::JsonValue without_null_fields(const values::JsonValue& value);
+values::JsonObject without_null_fields(const values::JsonObject& object);
+
+// What finish_answer is told beside the answer and the tool, by name:
+// finish_answer(answer, "symbol", {.action = "callers", .arguments = &request}).
+struct FinishOptions {
+  // The action that the tool ran; absent for a tool without actions.
+  OptionalText action = nullptr;
+  // The request's arguments, borrowed for the call; null when there were none.
+  const values::JsonObject* arguments = nullptr;
+  // The index's freshness block, null while the index is current.
+  values::JsonValue freshness = nullptr;
+};
+
+// The finished answer to a request: `response` without its null fields, with
+// the freshness block, and with "next_steps" as its last field when there is a
+// step to take. `tool_name` is the tool that answered. Throws std::bad_alloc.
+values::JsonObject finish_answer(const values::JsonObject& response, std::string_view tool_name,
+                                 FinishOptions options = {});
+
+}  // namespace vantrex::tool_handlers::next_steps

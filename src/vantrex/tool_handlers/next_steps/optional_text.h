@@ -1,0 +1,38 @@
+// OptionalText: a borrowed text that may be absent, for named parameters.
+//
+// Unlike an optional view it takes nullptr for absent, also as the null
+// pointer of a C string. It owns nothing: what it is made of must live as long
+// as the call it is passed to.
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace vantrex::tool_handlers::next_steps {
+
+class OptionalText {
+ public:
+  constexpr OptionalText() noexcept = default;
+  // NOLINTBEGIN(google-explicit-constructor): a text or its absence.
+  constexpr OptionalText(std::nullptr_t) noexcept {}
+  constexpr OptionalText(std::nullopt_t) noexcept {}
+  constexpr OptionalText(std::string_view text) noexcept : text_(text) {}
+  constexpr OptionalText(const char* text) noexcept {
+    if (text != nullptr) text_ = text;
+  }
+  OptionalText(const std::string& text) noexcept : text_(text) {}
+  OptionalText(const std::optional<std::string>& text) noexcept {
+    if (text) text_ = *text;
+  }
+  constexpr OptionalText(std::optional<std::string_view> text) noexcept : text_(text) {}
+
+  constexpr operator std::optional<std::string_view>() const noexcept { return text_; }
+  // NOLINTEND(google-explicit-constructor)
+
+ private:
+  std::optional<std::string_view> text_;
+};
+
+}  // namespace vantrex::tool_handlers::next_steps

@@ -1,0 +1,52 @@
+// The signals of an answer: the step that it calls for by what it says.
+//
+// No hits call for a search by meaning or a question to explore, many callers
+// for the blast radius, a file that no test covers for the tests of a change.
+//
+// Pure functions: they change nothing they are given and may run on any thread.
+// They throw only std::bad_alloc.
+#pragma once
+
+#include <array>
+#include <optional>
+#include <string_view>
+
+#include "vantrex/tool_handlers/next_steps/catalogue.h"
+#include "vantrex/values/json_value.h"
+
+namespace vantrex::tool_handlers::next_steps {
+
+// Each looks at `known`, an object of five fields, and gives its step or
+// nothing:
+//   "hits"   the number of hits, null when the answer counts none
+//   "query"  the request's query when it says something, else the answer's
+//   "fqn"    likewise
+//   "path"   the request's path
+//   "what"   the action, a string
+std::optional<values::JsonObject> _search_by_meaning(const values::JsonObject& known);
+std::optional<values::JsonObject> _ask_explore(const values::JsonObject& known);
+std::optional<values::JsonObject> _blast_radius(const values::JsonObject& known);
+std::optional<values::JsonObject> _untested(const values::JsonObject& known);
+
+// One row of the signals: a tool and an action joined by a colon.
+struct SignalRow {
+  std::string_view key;
+  std::optional<values::JsonObject> (*signal)(const values::JsonObject& known);
+};
+
+inline constexpr std::array<SignalRow, 7> _SIGNALS = {{
+    {"search:symbols", _search_by_meaning},
+    {"search:code", _search_by_meaning},
+    {"search:definition", _search_by_meaning},
+    {"search:semantic", _ask_explore},
+    {"symbol:callers", _blast_radius},
+    {"symbol:references", _blast_radius},
+    {"tests:for_file", _untested},
+}};
+static_assert(detail::has_unique_keys(_SIGNALS));
+
+// The signal steps of `response`: a list of one step at most.
+values::JsonList _signals(const values::JsonObject& response, std::string_view tool,
+                          std::optional<std::string_view> action, const values::JsonObject& arguments);
+
+}  // namespace vantrex::tool_handlers::next_steps

@@ -1,0 +1,90 @@
+#include "vantrex/tool_handlers/next_steps/suggestions.h"
+
+#include <exception>
+#include <string>
+#include <utility>
+
+#include "vantrex/logging/logger.h"
+#include "vantrex/tool_handlers/next_steps/catalogue.h"
+#include "vantrex/workers/name_lookup.h"
+
+namespace vantrex::tool_handlers::next_steps {
+
+using values::JsonList;
+using values::JsonObject;
+using values::Text;
+using values::TextLiteral;
+
+namespace {
+
+constexpr logging::Logger logger("vantrex.tool_handlers.next_steps");
+
+// What `lookup` finds; nothing when it fails, with a warning about it.
+template <typename Lookup>
+auto guarded(Lookup lookup, std::string_view warning, const models::Repository& repository,
+             std::string_view wanted) -> decltype(lookup(repository, wanted)) {
+  try {
+    return lookup(repository, wanted);
+  } catch (...) {
+    logger.warning(warning, wanted, std::current_exception());
+    return {};
+  }
+}
+
+Text joined(std::string_view before, std::string_view wanted, std::string_view between,
+            std::string_view after = "") {
+  std::string text(before);
+  text += wanted;
+  text += between;
+  text += after;
+  return Text::lossy(text);
+}
+
+void mark_missed(JsonObject& response, JsonList candidates, JsonObject next) {
+  response.set(TextLiteral("found"), false);
+  response.set(TextLiteral("did_you_mean"), std::move(candidates));
+  response.set(TextLiteral("next_steps"), JsonList::of(std::move(next)));
+}
+
+}  // namespace
+
+JsonObject& suggest_symbols(JsonObject& response, const models::Repository& repository,
+                            std::string_view wanted, std::string_view action) {
+  const auto candidates =
+      guarded(workers::nearest_symbols, "Looking for symbols near %r failed", repository, wanted);
+  JsonList listed;
+  for (const workers::SymbolCandidate& candidate : candidates) listed.push_back(candidate.to_dict());
+  if (!candidates.empty()) {
+    const std::string& best = candidates.front().fqn;
+    mark_missed(response, std::move(listed),
+                step(TextLiteral("symbol"), joined("The nearest indexed symbol to ", wanted, " is ", best),
+                     {{"action", Text::lossy(action)}, {"fqn", Text::lossy(best)}}));
+    return response;
+  }
+  std::string query = workers::guessed_name(wanted);
+  if (query.empty()) query = wanted;
+  mark_missed(response, std::move(listed),
+              step(TextLiteral("search"), joined("No indexed symbol is near ", wanted, ": search the names"),
+                   {{"action", "symbols"}, {"query", Text::lossy(query)}}));
+  return response;
+}
+
+JsonObject& suggest_paths(JsonObject& response, const models::Repository& repository, std::string_view wanted,
+                          std::string_view action) {
+  const auto candidates =
+      guarded(workers::nearest_paths, "Looking for files near %r failed", repository, wanted);
+  JsonList listed;
+  for (const std::string& path : candidates) listed.push_back(Text::lossy(path));
+  if (!candidates.empty()) {
+    const std::string& best = candidates.front();
+    mark_missed(response, std::move(listed),
+                step(TextLiteral("file"), joined("The nearest indexed file to ", wanted, " is ", best),
+                     {{"action", Text::lossy(action)}, {"path", Text::lossy(best)}}));
+    return response;
+  }
+  mark_missed(response, std::move(listed),
+              step(TextLiteral("files"), joined("No indexed file is near ", wanted, "")));
+  return response;
+}
+
+}  // namespace vantrex::tool_handlers::next_steps

@@ -1,0 +1,114 @@
+#include "vantrex/tool_handlers/next_steps/usual.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "vantrex/models/symbol.h"
+#include "vantrex/tool_handlers/next_steps/test_scope.h"
+
+namespace vantrex::tool_handlers::next_steps {
+
+using values::Integer;
+using values::JsonList;
+using values::JsonObject;
+using values::JsonValue;
+using values::TextLiteral;
+
+namespace {
+
+// The field of a hit that holds what `takes` asks for.
+constexpr std::string_view hit_field(Takes takes) noexcept {
+  return takes == Takes::component ? std::string_view("name") : text(takes).view();
+}
+
+// What `item` of the hit list `list_name` gives, or null.
+const JsonValue* taken_from_hit(const JsonValue& item, std::string_view list_name, Takes takes) {
+  if (const JsonObject* hit = item.object()) {
+    if (takes == Takes::fqn && !_is_code_hit(*hit)) return nullptr;
+    const JsonValue& value = (*hit)[hit_field(takes)];
+    return value.string() ? &value : nullptr;
+  }
+  const bool is_file = takes == Takes::path && list_name == "files" && item.string();
+  return is_file ? &item : nullptr;
+}
+
+// What the first hit that has it gives, or null.
+const JsonValue* taken_from_hits(const JsonObject& response, Takes takes) {
+  for (const std::string_view name : _HIT_LISTS) {
+    const JsonList* hits = response[name].list();
+    if (hits == nullptr) continue;
+    for (const JsonValue& item : *hits) {
+      if (const JsonValue* value = taken_from_hit(item, name, takes)) return value;
+    }
+  }
+  return nullptr;
+}
+
+}  // namespace
+
+std::optional<Integer> _hit_count(const JsonObject& response) {
+  for (const std::string_view name : {"total_count", "total"}) {
+    if (auto count = response[name].integer()) return count;
+  }
+  for (const std::string_view name : _HIT_LISTS) {
+    if (const JsonList* hits = response[name].list()) return Integer(hits->size());
+  }
+  return std::nullopt;
+}
+
+bool _is_code_hit(const JsonObject& item) noexcept {
+  return models::is_code_symbol(item["kind"].string(), item["file"].string());
+}
+
+JsonValue _taken(const JsonObject& response, Takes takes, const JsonObject& arguments) {
+  if (takes == Takes::query) {
+    const JsonValue& requested = arguments["query"];
+    return requested.is_empty() ? response["query"] : requested;
+  }
+  if (const JsonValue& own = response["fqn"]; takes == Takes::fqn && own.string()) return own;
+  if (const JsonValue& own = response["file"]; takes == Takes::path && own.string()) return own;
+  if (const JsonValue* value = taken_from_hits(response, takes)) return *value;
+  if (takes == Takes::path || takes == Takes::fqn) {
+    const JsonValue& requested = arguments[text(takes)];
+    if (requested.string()) return requested;
+  }
+  return nullptr;
+}
+
+const FollowUps* usual_row(std::string_view tool, std::optional<std::string_view> action) noexcept {
+  const FollowUps* row = detail::find_joined(NEXT_STEPS, tool, action);
+  return row != nullptr ? row : NEXT_STEPS.find(tool);
+}
+
+std::optional<JsonObject> hint_arguments(const Hint& hint, const JsonObject& response,
+                                         const JsonObject& arguments, bool no_hits) {
+  JsonObject args;
+  if (hint.action) args.set(TextLiteral("action"), *hint.action);
+  if (hint.takes == Takes::changed_files) {
+    const JsonObject scope = _tests_scope(response, arguments);
+    if (scope.empty()) return std::nullopt;
+    for (const auto& [key, value] : scope) args.set(key, value);
+  } else if (hint.takes) {
+    if (no_hits) return std::nullopt;
+    JsonValue value = _taken(response, *hint.takes, arguments);
+    if (value.is_null()) return std::nullopt;
+    args.set(text(*hint.takes), std::move(value));
+  }
+  return args;
+}
+
+JsonList _usual(const JsonObject& response, std::string_view tool, std::optional<std::string_view> action,
+                const JsonObject& arguments) {
+  JsonList steps;
+  const FollowUps* row = usual_row(tool, action);
+  if (row == nullptr) return steps;
+  const bool no_hits = _hit_count(response) == Integer(0);
+  for (const Hint* hint : row->hints()) {
+    if (auto args = hint_arguments(*hint, response, arguments, no_hits)) {
+      steps.push_back(step(hint->tool, hint->reason, *std::move(args)));
+    }
+  }
+  return steps;
+}
+
+}  // namespace vantrex::tool_handlers::next_steps
