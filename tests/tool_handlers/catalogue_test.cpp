@@ -1,0 +1,53 @@
+#include "vantrex/tool_handlers/next_steps/catalogue.h"
+
+#include <string>
+#include <type_traits>
+
+#include <gtest/gtest.h>
+
+#include "support/json_text.h"
+#include "vantrex/values/text_forms.h"
+
+namespace vantrex::tool_handlers::next_steps {
+namespace {
+
+using tests::parse_object;
+using values::compact_text;
+
+static_assert(Hint("tool", "why") == Hint("tool", "why"));
+static_assert(!Hint("tool", "why").action && !Hint("tool", "why").takes);
+static_assert(Hint("tool", "why", "act") != Hint("tool", "why", "act", Takes::fqn));
+static_assert(!std::is_assignable_v<Hint&, Hint> && !std::is_assignable_v<decltype((_DETAIL.takes)), Takes>);
+
+static_assert(NEXT_STEPS.find("symbol")->hints()[0] == &_REFERENCES);
+static_assert(NEXT_STEPS.find("quality:circular_deps")->hints().empty());
+static_assert(NEXT_STEPS.find("quality:other") == nullptr);
+
+TEST(NextSteps, RowsStandInOrder) {
+  std::string keys;
+  for (const FollowUps& row : NEXT_STEPS) keys += std::string(row.key) + " ";
+  EXPECT_EQ(keys,
+            "status search search:code symbol symbol:detail symbol:callers symbol:references file "
+            "file:imports file:related files architecture git git:hotspots quality quality:impact "
+            "quality:circular_deps quality:duplicates context tests ");
+}
+
+TEST(Step, KeepsItsArgumentsAsTheyAre) {
+  const struct {
+    const char* arguments;
+    const char* expected;
+  } kRows[] = {
+      {R"({"action":"semantic","query":"parse config"})",
+       R"({"tool":"t","args":{"action":"semantic","query":"parse config"},"reason":"r"})"},
+      {R"({"z":null,"a":[null]})", R"({"tool":"t","args":{"z":null,"a":[null]},"reason":"r"})"},
+      {"{}", R"({"tool":"t","args":{},"reason":"r"})"},
+  };
+  for (const auto& row : kRows) {
+    EXPECT_EQ(compact_text(step("t", "r", parse_object(row.arguments))), row.expected);
+  }
+  EXPECT_EQ(compact_text(step("\xff", std::string("a\xc3"))),
+            "{\"tool\":\"\uFFFD\",\"args\":{},\"reason\":\"a\uFFFD\"}");
+}
+
+}  // namespace
+}  // namespace vantrex::tool_handlers::next_steps
