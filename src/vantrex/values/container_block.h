@@ -23,6 +23,7 @@ struct ContainerBlock {
     FieldIndex* index;           // of an object with many fields, else null
     ContainerBlock* next_dying;  // while a tree is taken apart
   };
+  std::size_t compact_size;  // in an arena: bytes of the compact text, 0 for not measured
   std::uint32_t size;
   std::uint32_t capacity;
 
@@ -35,8 +36,6 @@ struct ContainerBlock {
     return reinterpret_cast<const Item*>(this + 1);
   }
 };
-
-static_assert(sizeof(ContainerBlock) % alignof(std::max_align_t) == 8 || sizeof(ContainerBlock) % 16 == 0);
 
 }  // namespace detail
 }  // namespace vantrex::values

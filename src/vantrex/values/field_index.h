@@ -17,7 +17,7 @@ namespace vantrex::values::detail {
 class FieldIndex {
  public:
   // Objects of up to this many fields are searched without an index.
-  static constexpr std::size_t kUnindexedFields = 16;
+  static constexpr std::size_t kUnindexedFields = 32;
 
   // Bytes of memory, aligned for a JsonValue, that an index of up to `capacity`
   // fields takes.

@@ -56,10 +56,6 @@ class Integer {
   // The decimal digits, with a leading "-" when negative.
   std::string digits() const;
 
-  // The same without a copy, for what exceeds 64 bits; else empty.
-  const Text& large_digits() const& noexcept { return digits_; }
-  const Text& large_digits() const&& = delete;
-
   friend bool operator==(const Integer& a, const Integer& b) noexcept { return (a <=> b) == 0; }
   friend std::strong_ordering operator<=>(const Integer& a, const Integer& b) noexcept;
 

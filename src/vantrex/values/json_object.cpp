@@ -34,7 +34,12 @@ std::size_t JsonObject::position_of(std::string_view key) const noexcept {
   if (block_ == nullptr) return 0;
   if (block_->index != nullptr) return block_->index->find(key, begin(), size());
   const JsonField* found =
-      std::find_if(begin(), end(), [&](const JsonField& field) { return field.key.view() == key; });
+      key.size() <= detail::kInlineCapacity
+          ? std::find_if(begin(), end(),
+                         [wanted = detail::ShortKey(key)](const JsonField& field) {
+                           return wanted.matches(field.key);
+                         })
+          : std::find_if(begin(), end(), [&](const JsonField& field) { return field.key.view() == key; });
   return static_cast<std::size_t>(found - begin());
 }
 
@@ -61,6 +66,10 @@ void JsonObject::set(Text key, JsonValue value) {
     *present = std::move(value);
     return;
   }
+  append(std::move(key), std::move(value));
+}
+
+void JsonObject::append(Text key, JsonValue value) {
   make_changeable(size() + 1);
   new (block_->items<JsonField>() + block_->size) JsonField{std::move(key), std::move(value)};
   if (block_->index != nullptr)

@@ -185,6 +185,10 @@ class JsonObject {
   // the last one. Amortised constant time on average.
   void set(Text key, JsonValue value);
 
+  // Adds a field after the last one without looking whether there is one of that
+  // key, which the caller vouches for. Amortised constant time.
+  void append(Text key, JsonValue value);
+
   // Removes the field `key` and closes the gap; the other fields keep their
   // order. Gives the removed value, or nothing when there was no such field.
   // Takes time linear in the fields.

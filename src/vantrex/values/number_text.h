@@ -4,6 +4,7 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <string_view>
 
@@ -19,5 +20,8 @@ std::string_view float_text(double value, NumberBuffer& buffer) noexcept;
 
 // The decimal digits of `value`, in `buffer`, with a "-" when negative.
 std::string_view integer_text(std::int64_t value, NumberBuffer& buffer) noexcept;
+
+// The bytes of that text.
+std::size_t integer_text_size(std::int64_t value) noexcept;
 
 }  // namespace vantrex::values

@@ -35,10 +35,7 @@ void release(const TextBlock* block) noexcept {
 
 Text::Text(std::string_view well_formed, std::size_t escape_gain) : Text() {
   if (well_formed.size() <= detail::kInlineCapacity) {
-    const auto base = static_cast<std::size_t>(detail::Tag::inline_text);
-    inline_.tag = static_cast<detail::Tag>(base + well_formed.size());
-    inline_.escape_gain = static_cast<std::uint8_t>(escape_gain);
-    if (!well_formed.empty()) std::memcpy(inline_.characters, well_formed.data(), well_formed.size());
+    set_inline(well_formed, escape_gain);
     return;
   }
   void* memory = ::operator new(sizeof(detail::TextBlock) + well_formed.size());

@@ -13,7 +13,9 @@
 // thread uses it.
 #pragma once
 
+#include <array>
 #include <atomic>
+#include <bit>
 #include <compare>
 #include <cstddef>
 #include <cstdint>
@@ -28,6 +30,7 @@
 namespace vantrex::values {
 
 class Arena;
+class Text;
 
 namespace detail {
 struct ValueAccess;
@@ -90,6 +93,12 @@ enum class Tag : std::uint8_t {
 
 inline constexpr std::size_t kInlineCapacity = 14;
 
+// The tag of a text of `size` bytes that lies inside the object. Every text
+// that is short enough does.
+constexpr Tag inline_tag(std::size_t size) noexcept {
+  return static_cast<Tag>(static_cast<std::size_t>(Tag::inline_text) + size);
+}
+
 constexpr bool owns_block(Tag tag) noexcept {
   return tag >= Tag::list && tag <= Tag::shared_text;
 }
@@ -114,6 +123,37 @@ struct TextBlock {
 void retain(const TextBlock* block) noexcept;
 void release(const TextBlock* block) noexcept;
 
+// A text that lies inside the object.
+struct InlineText {
+  Tag tag;
+  std::uint8_t escape_gain;
+  char characters[kInlineCapacity];
+};
+
+// A key of at most kInlineCapacity bytes to be compared with many texts: the 16
+// bytes that an equal text has, less its gain.
+class ShortKey {
+ public:
+  explicit ShortKey(std::string_view key) noexcept {
+    InlineText text{inline_tag(key.size()), 0, {}};
+    if (!key.empty()) std::memcpy(text.characters, key.data(), key.size());
+    words_ = std::bit_cast<Words>(text);
+  }
+
+  bool matches(const Text& text) const noexcept {
+    Words words;
+    std::memcpy(&words, static_cast<const void*>(&text), sizeof words);
+    return ((words[0] & kCompared[0]) ^ words_[0]) == 0 && words[1] == words_[1];
+  }
+
+ private:
+  using Words = std::array<std::uint64_t, 2>;
+  static constexpr Words kGain = std::bit_cast<Words>(InlineText{Tag::null, 0xFF, {}});
+  static constexpr Words kCompared = {~kGain[0], ~kGain[1]};
+
+  Words words_;
+};
+
 }  // namespace detail
 
 class Text {
@@ -128,8 +168,13 @@ class Text {
   Text(const std::string& bytes) : Text(std::string_view(bytes)) {}
   // Throws std::invalid_argument for a null pointer.
   Text(const char* bytes);
-  Text(TextLiteral literal) noexcept
-      : literal_{detail::Tag::literal_text, literal.escape_gain_, literal.size_, literal.text_} {}
+  Text(TextLiteral literal) noexcept : Text() {
+    if (literal.size_ <= detail::kInlineCapacity) {
+      set_inline(literal, literal.escape_gain_);
+    } else {
+      literal_ = {detail::Tag::literal_text, literal.escape_gain_, literal.size_, literal.text_};
+    }
+  }
   // NOLINTEND(google-explicit-constructor)
 
   // A copy of `bytes` with each ill-formed piece replaced by U+FFFD. For texts
@@ -182,11 +227,6 @@ class Text {
   friend struct detail::ValueAccess;
 
   struct NoCount {};
-  struct Inline {
-    detail::Tag tag;
-    std::uint8_t escape_gain;
-    char characters[detail::kInlineCapacity];
-  };
   struct Literal {
     detail::Tag tag;
     std::uint8_t escape_gain;
@@ -198,6 +238,13 @@ class Text {
     std::uint8_t unused;
     detail::TextBlock* block;
   };
+
+  // Makes this empty text one of at most kInlineCapacity bytes.
+  void set_inline(std::string_view bytes, std::size_t gain) noexcept {
+    inline_.tag = detail::inline_tag(bytes.size());
+    inline_.escape_gain = static_cast<std::uint8_t>(gain);
+    if (!bytes.empty()) std::memcpy(inline_.characters, bytes.data(), bytes.size());
+  }
 
   // The same 16 bytes, without counting what they refer to.
   Text(const Text& other, NoCount /*unused*/) noexcept {
@@ -215,7 +262,7 @@ class Text {
 
   // All three begin with the tag and the gain, so these may be read in any.
   union {
-    Inline inline_;
+    detail::InlineText inline_;
     Literal literal_;
     Shared shared_;
   };

@@ -4,19 +4,32 @@
 #include <vector>
 
 #include "vantrex/values/escapes.h"
+#include "vantrex/values/level_size.h"
 #include "vantrex/values/number_text.h"
+#include "vantrex/values/value_access.h"
 #include "vantrex/values/walk_stack.h"
 
 namespace vantrex::values {
 
+using detail::ContainerBlock;
+using detail::Tag;
+using detail::ValueAccess;
+
 namespace {
 
-// Where the writer's text goes: a sink takes plain bytes and the contents of
-// strings that may need escaping.
+// Where the writer's text goes. A sink takes plain bytes, integers and the
+// contents of strings that may need escaping, and may know the text of a list
+// or an object without being given it.
 class CountingSink {
  public:
+  void put(char /*byte*/) noexcept { ++size_; }
   void put(std::string_view bytes) noexcept { size_ += bytes.size(); }
+  void put_integer(std::int64_t value) noexcept { size_ += integer_text_size(value); }
   void put_escaped(const Text& text) noexcept { size_ += text.size() + text.escape_gain(); }
+  bool put_known(const ContainerBlock& block) noexcept {
+    size_ += block.compact_size;
+    return block.compact_size != 0;
+  }
 
   std::size_t size() const noexcept { return size_; }
 
@@ -28,7 +41,13 @@ class StringSink {
  public:
   explicit StringSink(std::size_t size) { out_.reserve(size); }
 
+  void put(char byte) { out_ += byte; }
   void put(std::string_view bytes) { out_ += bytes; }
+  void put_integer(std::int64_t value) {
+    NumberBuffer buffer;
+    put(integer_text(value, buffer));
+  }
+  static bool put_known(const ContainerBlock& /*block*/) noexcept { return false; }
   void put_escaped(const Text& text) {
     std::string_view rest = text.view();
     for (std::size_t left = text.escape_gain(); left > 0;) {
@@ -66,7 +85,7 @@ class InsertionOrder {
     const JsonField* next;
     const JsonField* end;
   };
-  static Cursor open(const JsonObject& object) noexcept { return {object.begin(), object.end()}; }
+  static Cursor open(const JsonField* begin, const JsonField* end) noexcept { return {begin, end}; }
   static const JsonField* next(Cursor& cursor) noexcept {
     return cursor.next == cursor.end ? nullptr : cursor.next++;
   }
@@ -78,9 +97,9 @@ class KeyOrder {
     std::size_t next;
     std::size_t begin;
   };
-  Cursor open(const JsonObject& object) {
+  Cursor open(const JsonField* first, const JsonField* end) {
     const std::size_t begin = fields_.size();
-    for (const JsonField& field : object) fields_.push_back(&field);
+    for (const JsonField* field = first; field != end; ++field) fields_.push_back(field);
     std::sort(fields_.begin() + static_cast<std::ptrdiff_t>(begin), fields_.end(),
               [](const JsonField* a, const JsonField* b) { return a->key < b->key; });
     return {begin, begin};
@@ -100,90 +119,116 @@ class Writer {
  public:
   explicit Writer(Sink& sink) noexcept : sink_(sink) {}
 
-  template <typename Value>
-  void write(const Value& value) {
-    begin(value);
-    while (!walk_.empty()) {
-      Level& level = walk_.top();
-      if (level.is_object) {
-        if (const JsonField* field = order_.next(level.fields)) {
-          separate(level);
-          begin(field->key);
-          sink_.put(":");
-          begin(field->value);
-          continue;
-        }
-      } else if (level.items != level.items_end) {
-        separate(level);
-        begin(*level.items++);
-        continue;
-      }
-      sink_.put(level.is_object ? "}" : "]");
-      walk_.pop();
-    }
+  void write(const JsonValue& value) {
+    if (!put_whole(value)) finish();
+  }
+  void write(const JsonList& list) { write_items(list.begin(), list.end()); }
+  void write(const JsonObject& object) { write_items(object.begin(), object.end()); }
+
+  template <typename Item>
+  void write_items(const Item* begin, const Item* end) {
+    open(begin, end);
+    finish();
   }
 
  private:
   // A list or an object that is partly written.
   struct Level {
-    bool is_object = false;
-    bool has_items = false;
-    const JsonValue* items = nullptr;
-    const JsonValue* items_end = nullptr;
-    typename Order::Cursor fields{};
+    bool is_object;
+    bool has_items;
+    const JsonValue* item;
+    const JsonValue* items_end;
+    typename Order::Cursor fields;
   };
 
+  void open(const JsonValue* begin, const JsonValue* end) {
+    sink_.put('[');
+    walk_.push({false, false, begin, end, {}});
+  }
+  void open(const JsonField* begin, const JsonField* end) {
+    sink_.put('{');
+    walk_.push({true, false, nullptr, nullptr, order_.open(begin, end)});
+  }
+
+  void finish() {
+    while (!walk_.empty()) {
+      Level& level = walk_.top();
+      const bool is_object = level.is_object;
+      if (is_object ? put_fields(level) : put_items(level)) {
+        sink_.put(is_object ? '}' : ']');
+        walk_.pop();
+      }
+    }
+  }
+
+  // Both go on with a level until it is done, or until one of its values opens
+  // a level of its own; then they return false.
+  bool put_fields(Level& level) {
+    while (const JsonField* field = order_.next(level.fields)) {
+      separate(level);
+      put(field->key);
+      sink_.put(':');
+      if (!put_whole(field->value)) return false;
+    }
+    return true;
+  }
+  bool put_items(Level& level) {
+    while (level.item != level.items_end) {
+      separate(level);
+      if (!put_whole(*level.item++)) return false;
+    }
+    return true;
+  }
+
   void separate(Level& level) {
-    if (level.has_items) sink_.put(",");
+    if (level.has_items) sink_.put(',');
     level.has_items = true;
   }
 
-  void begin(const Text& text) {
-    sink_.put("\"");
+  void put(const Text& text) {
+    sink_.put('"');
     sink_.put_escaped(text);
-    sink_.put("\"");
+    sink_.put('"');
   }
 
-  void begin(const JsonList& list) {
-    sink_.put("[");
-    walk_.push({false, false, list.begin(), list.end(), {}});
-  }
-
-  void begin(const JsonObject& object) {
-    sink_.put("{");
-    walk_.push({true, false, nullptr, nullptr, order_.open(object)});
-  }
-
-  // Writes a scalar whole; a container is begun, and finished by write().
-  void begin(const JsonValue& value) {
+  // Writes what needs no level of its own; else opens one and returns false.
+  bool put_whole(const JsonValue& value) {
     NumberBuffer buffer;
-    switch (value.kind()) {
-      case Kind::null:
-        return sink_.put("null");
-      case Kind::boolean:
-        return sink_.put(*value.boolean() ? "true" : "false");
-      case Kind::integer:
-        return put_integer(*value.integer());
-      case Kind::floating:
-        return sink_.put(float_text(*value.floating(), buffer));
-      case Kind::string:
-        return begin(*value.text());
-      case Kind::foreign:
-        return begin(value.foreign()->text_form());
-      case Kind::list:
-        return begin(*value.list());
-      case Kind::object:
-        return begin(*value.object());
+    switch (ValueAccess::tag(value)) {
+      case Tag::null:
+        sink_.put("null");
+        return true;
+      case Tag::boolean:
+        sink_.put(*value.boolean() ? std::string_view("true") : std::string_view("false"));
+        return true;
+      case Tag::integer:
+        sink_.put_integer(ValueAccess::small_integer(value));
+        return true;
+      case Tag::big_integer:
+        sink_.put(ValueAccess::digits(value));
+        return true;
+      case Tag::floating:
+        sink_.put(float_text(*value.floating(), buffer));
+        return true;
+      case Tag::foreign:
+        put(value.foreign()->text_form());
+        return true;
+      case Tag::list:
+        return put_known_or_open(*value.list());
+      case Tag::object:
+        return put_known_or_open(*value.object());
+      default:
+        put(*value.text());
+        return true;
     }
   }
 
-  void put_integer(const Integer& integer) {
-    NumberBuffer buffer;
-    if (const auto small = integer.to_int64()) {
-      sink_.put(integer_text(*small, buffer));
-    } else {
-      sink_.put(integer.large_digits().view());
-    }
+  template <typename Container>
+  bool put_known_or_open(const Container& container) {
+    const ContainerBlock* block = ValueAccess::block(container);
+    if (block != nullptr && sink_.put_known(*block)) return true;
+    open(container.begin(), container.end());
+    return false;
   }
 
   Sink& sink_;
@@ -191,10 +236,12 @@ class Writer {
   WalkStack<Level> walk_;
 };
 
+using Counter = Writer<CountingSink, InsertionOrder>;
+
 template <typename Value>
 std::size_t size_of(const Value& value) {
   CountingSink sink;
-  Writer<CountingSink, InsertionOrder>(sink).write(value);
+  Counter(sink).write(value);
   return sink.size();
 }
 
@@ -226,5 +273,15 @@ std::size_t compact_size(const JsonList& list) {
 std::size_t compact_size(const JsonObject& object) {
   return size_of(object);
 }
+
+template <typename Item>
+std::size_t detail::level_size(const ContainerBlock& block) {
+  CountingSink sink;
+  Counter(sink).write_items(block.items<Item>(), block.items<Item>() + block.size);
+  return sink.size();
+}
+
+template std::size_t detail::level_size<JsonValue>(const ContainerBlock& block);
+template std::size_t detail::level_size<JsonField>(const ContainerBlock& block);
 
 }  // namespace vantrex::values

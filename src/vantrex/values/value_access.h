@@ -27,6 +27,11 @@ struct ValueAccess {
   // The block of a long text.
   static const TextBlock* text_block(const Text& text) noexcept { return text.shared_.block; }
 
+  static std::int64_t small_integer(const JsonValue& value) noexcept { return value.plain_.as.integer; }
+  static std::string_view digits(const JsonValue& value) noexcept {
+    return {value.plain_.as.digits->characters(), value.plain_.as.digits->size};
+  }
+
   // An integer beyond 64 bits is held as the text of its digits, always a
   // counted one, since it is longer than what lies inside a text.
   static void place_big_integer(JsonValue& value, Integer integer) noexcept {

@@ -4,6 +4,7 @@
 #include <optional>
 #include <unordered_set>
 #include <utility>
+#include <vector>
 
 #include "vantrex/tool_handlers/next_steps/signals.h"
 #include "vantrex/tool_handlers/next_steps/usual.h"
@@ -12,6 +13,7 @@
 namespace vantrex::tool_handlers::next_steps {
 
 using values::canonical_text;
+using values::compact_size;
 using values::JsonList;
 using values::JsonObject;
 using values::JsonValue;
@@ -32,12 +34,31 @@ const JsonValue& required(const JsonObject& step, std::string_view field, std::s
   return *value;
 }
 
-// What two steps have in common exactly when they make the same call.
-std::string call_key(const JsonValue& entry, std::size_t position) {
-  const JsonObject* step = entry.object();
+// The call that a step makes.
+struct Call {
+  const JsonValue& tool;
+  const JsonValue& args;
+
+  // Equal for two calls exactly when they are the same.
+  std::string key() const { return canonical_text(tool) + ',' + canonical_text(args); }
+  std::size_t key_size() const { return compact_size(tool) + 1 + compact_size(args); }
+};
+
+Call call_of(const JsonList& steps, std::size_t position) {
+  const JsonObject* step = steps[position].object();
   if (step == nullptr) throw MalformedStep(position, "");
-  return canonical_text(required(*step, "tool", position)) + ',' +
-         canonical_text(required(*step, "args", position));
+  return {required(*step, "tool", position), required(*step, "args", position)};
+}
+
+// Whether no two of the calls can be the same, since their keys differ in size.
+bool all_differ_in_size(const JsonList& steps) {
+  std::vector<std::size_t> sizes;
+  sizes.reserve(steps.size());
+  for (std::size_t position = 0; position < steps.size(); ++position) {
+    sizes.push_back(call_of(steps, position).key_size());
+  }
+  std::sort(sizes.begin(), sizes.end());
+  return std::adjacent_find(sizes.begin(), sizes.end()) == sizes.end();
 }
 
 // The steps that the tool itself gave, taken out of its answer; empty when it
@@ -54,10 +75,11 @@ MalformedStep::MalformedStep(std::size_t position, std::string_view field)
     : std::invalid_argument(malformed(position, field)) {}
 
 JsonList _deduplicated(JsonList steps) {
+  if (all_differ_in_size(steps)) return steps;
   std::unordered_set<std::string> seen;
   JsonList kept;
   for (std::size_t position = 0; position < steps.size(); ++position) {
-    if (seen.insert(call_key(steps[position], position)).second) {
+    if (seen.insert(call_of(steps, position).key()).second) {
       kept.push_back(std::move(steps.mutable_item(position)));
     }
   }
@@ -66,7 +88,7 @@ JsonList _deduplicated(JsonList steps) {
 
 Choice choose_steps(JsonList signals, JsonList usual) {
   const Keep keep{std::clamp(signals.size(), std::size_t{1}, MAX_STEPS)};
-  JsonList steps = std::move(signals);
+  JsonList steps = std::move(signals.empty() ? usual : signals);
   for (std::size_t position = 0; position < usual.size(); ++position) {
     steps.push_back(std::move(usual.mutable_item(position)));
   }

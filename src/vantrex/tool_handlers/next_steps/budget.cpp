@@ -1,6 +1,9 @@
 #include "vantrex/tool_handlers/next_steps/budget.h"
 
 #include <algorithm>
+#include <array>
+#include <cstdint>
+#include <string_view>
 #include <utility>
 
 #include "vantrex/values/text_forms.h"
@@ -17,6 +20,21 @@ using values::Text;
 
 namespace {
 
+// Most keys are told from a hint's by their size and first letter alone.
+constexpr std::uint32_t initial_bit(std::string_view name) noexcept {
+  return std::uint32_t{1} << (static_cast<unsigned char>(name.front()) % 32);
+}
+
+// The first letters of the hint keys of each size, as bits.
+constexpr auto kInitialsBySize = [] {
+  constexpr auto kLongest = std::max_element(HINT_KEYS.begin(), HINT_KEYS.end(), [](auto a, auto b) {
+                              return a.size() < b.size();
+                            })->size();
+  std::array<std::uint32_t, kLongest + 1> initials{};
+  for (const std::string_view key : HINT_KEYS) initials[key.size()] |= initial_bit(key);
+  return initials;
+}();
+
 // Adds up the hint fields of a tree.
 class HintWalk {
  public:
@@ -28,23 +46,10 @@ class HintWalk {
   }
 
   std::size_t finish() {
-    std::size_t bytes = 0;
     while (!walk_.empty()) {
-      Level& level = walk_.top();
-      if (level.field != level.fields_end) {
-        const JsonField& field = *level.field++;
-        if (is_hint_key(field.key)) {
-          bytes += _encoded_size(field.value);
-        } else {
-          open(field.value);
-        }
-      } else if (level.item != level.items_end) {
-        open(*level.item++);
-      } else {
-        walk_.pop();
-      }
+      if (look_through(walk_.top())) walk_.pop();
     }
-    return bytes;
+    return bytes_;
   }
 
  private:
@@ -56,6 +61,31 @@ class HintWalk {
     const JsonValue* items_end;
   };
 
+  static bool is_container(const JsonValue& value) noexcept {
+    return value.list() != nullptr || value.object() != nullptr;
+  }
+
+  // Goes on with a level; false when one of its values was opened instead.
+  bool look_through(Level& level) {
+    while (level.field != level.fields_end) {
+      const JsonField& field = *level.field++;
+      if (is_hint_key(field.key)) {
+        bytes_ += _encoded_size(field.value);
+      } else if (is_container(field.value)) {
+        open(field.value);
+        return false;
+      }
+    }
+    while (level.item != level.items_end) {
+      const JsonValue& item = *level.item++;
+      if (!is_container(item)) continue;
+      open(item);
+      return false;
+    }
+    return true;
+  }
+
+  std::size_t bytes_ = 0;
   values::WalkStack<Level> walk_;
 };
 
@@ -81,6 +111,8 @@ std::size_t _hint_size(const JsonObject& object) {
 
 bool is_hint_key(const Text& key) noexcept {
   const std::string_view name = key.view();
+  if (name.size() >= kInitialsBySize.size() || name.empty()) return false;
+  if ((kInitialsBySize[name.size()] & initial_bit(name)) == 0) return false;
   return std::find(HINT_KEYS.begin(), HINT_KEYS.end(), name) != HINT_KEYS.end();
 }
 

@@ -21,6 +21,20 @@ constexpr std::string_view hit_field(Takes takes) noexcept {
   return takes == Takes::component ? std::string_view("name") : text(takes).view();
 }
 
+// The hit lists of an answer in the order of _HIT_LISTS, null where it has none.
+using HitLists = std::array<const JsonList*, _HIT_LISTS.size()>;
+
+HitLists hit_lists(const JsonObject& response) noexcept {
+  HitLists lists{};
+  for (const auto& [key, value] : response) {
+    const JsonList* list = value.list();
+    if (list == nullptr) continue;
+    const auto* name = std::find(_HIT_LISTS.begin(), _HIT_LISTS.end(), key.view());
+    if (name != _HIT_LISTS.end()) lists[static_cast<std::size_t>(name - _HIT_LISTS.begin())] = list;
+  }
+  return lists;
+}
+
 // What `item` of the hit list `list_name` gives, or null.
 const JsonValue* taken_from_hit(const JsonValue& item, std::string_view list_name, Takes takes) {
   if (const JsonObject* hit = item.object()) {
@@ -34,11 +48,11 @@ const JsonValue* taken_from_hit(const JsonValue& item, std::string_view list_nam
 
 // What the first hit that has it gives, or null.
 const JsonValue* taken_from_hits(const JsonObject& response, Takes takes) {
-  for (const std::string_view name : _HIT_LISTS) {
-    const JsonList* hits = response[name].list();
-    if (hits == nullptr) continue;
-    for (const JsonValue& item : *hits) {
-      if (const JsonValue* value = taken_from_hit(item, name, takes)) return value;
+  const HitLists lists = hit_lists(response);
+  for (std::size_t place = 0; place < lists.size(); ++place) {
+    if (lists[place] == nullptr) continue;
+    for (const JsonValue& item : *lists[place]) {
+      if (const JsonValue* value = taken_from_hit(item, _HIT_LISTS[place], takes)) return value;
     }
   }
   return nullptr;
@@ -50,10 +64,10 @@ std::optional<Integer> _hit_count(const JsonObject& response) {
   for (const std::string_view name : {"total_count", "total"}) {
     if (auto count = response[name].integer()) return count;
   }
-  for (const std::string_view name : _HIT_LISTS) {
-    if (const JsonList* hits = response[name].list()) return Integer(hits->size());
-  }
-  return std::nullopt;
+  const HitLists lists = hit_lists(response);
+  const auto* first =
+      std::find_if(lists.begin(), lists.end(), [](const JsonList* list) { return list != nullptr; });
+  return first == lists.end() ? std::nullopt : std::optional<Integer>((*first)->size());
 }
 
 bool _is_code_hit(const JsonObject& item) noexcept {
@@ -83,16 +97,17 @@ const FollowUps* usual_row(std::string_view tool, std::optional<std::string_view
 std::optional<JsonObject> hint_arguments(const Hint& hint, const JsonObject& response,
                                          const JsonObject& arguments, bool no_hits) {
   JsonObject args;
-  if (hint.action) args.set(TextLiteral("action"), *hint.action);
+  args.reserve(2);
+  if (hint.action) args.append(TextLiteral("action"), *hint.action);
   if (hint.takes == Takes::changed_files) {
     const JsonObject scope = _tests_scope(response, arguments);
     if (scope.empty()) return std::nullopt;
-    for (const auto& [key, value] : scope) args.set(key, value);
+    for (const auto& [key, value] : scope) args.append(key, value);
   } else if (hint.takes) {
     if (no_hits) return std::nullopt;
     JsonValue value = _taken(response, *hint.takes, arguments);
     if (value.is_null()) return std::nullopt;
-    args.set(text(*hint.takes), std::move(value));
+    args.append(text(*hint.takes), std::move(value));
   }
   return args;
 }
@@ -102,6 +117,7 @@ JsonList _usual(const JsonObject& response, std::string_view tool, std::optional
   JsonList steps;
   const FollowUps* row = usual_row(tool, action);
   if (row == nullptr) return steps;
+  steps.reserve(row->hints().size());
   const bool no_hits = _hit_count(response) == Integer(0);
   for (const Hint* hint : row->hints()) {
     if (auto args = hint_arguments(*hint, response, arguments, no_hits)) {
