@@ -1,0 +1,230 @@
+// The job on RapidJSON: a pool for every finished answer, its first block and
+// the stack of the copying document kept between answers.
+//
+// RapidJSON's own vector instructions stay off: with SSE2 or SSE4.2 its writer
+// leaves some control characters unescaped.
+#include <stdexcept>
+#include <vector>
+
+#include <rapidjson/document.h>
+#include <rapidjson/stringbuffer.h>
+#include <rapidjson/writer.h>
+
+#include "peers/peer.h"
+#include "vantrex/values/text_forms.h"
+
+namespace vantrex::bench {
+
+namespace {
+
+using peers::Size;
+using Pool = rapidjson::MemoryPoolAllocator<>;
+using Value = rapidjson::GenericValue<rapidjson::UTF8<>, Pool>;
+using Document = rapidjson::GenericDocument<rapidjson::UTF8<>, Pool, Pool>;
+
+constexpr std::size_t kFirstBlock = std::size_t{64} << 10;
+constexpr std::size_t kFurtherBlocks = std::size_t{1} << 20;
+
+// A stream that only counts.
+struct CountingStream {
+  using Ch = char;
+  void Put(char /*byte*/) { ++size; }
+  void Flush() {}
+  std::size_t size = 0;
+};
+
+std::string_view text_of(const Value& value) {
+  return {value.GetString(), value.GetStringLength()};
+}
+
+Value::StringRefType reference(std::string_view text) {
+  return {text.data(), static_cast<rapidjson::SizeType>(text.size())};
+}
+
+const Value& field(const Value& object, std::string_view key) {
+  return object.FindMember(Value(reference(key)))->value;
+}
+
+// Sends `source` without its null fields to `target`, a document under
+// construction, which lays out every container to its exact size.
+void send(const Value& source, Document& target) {
+  switch (source.GetType()) {
+    case rapidjson::kNullType:
+      target.Null();
+      break;
+    case rapidjson::kFalseType:
+    case rapidjson::kTrueType:
+      target.Bool(source.GetBool());
+      break;
+    case rapidjson::kNumberType:
+      if (source.IsInt64()) {
+        target.Int64(source.GetInt64());
+      } else if (source.IsUint64()) {
+        target.Uint64(source.GetUint64());
+      } else {
+        target.Double(source.GetDouble());
+      }
+      break;
+    case rapidjson::kStringType:
+      target.String(source.GetString(), source.GetStringLength(), true);
+      break;
+    case rapidjson::kArrayType:
+      target.StartArray();
+      for (const Value& item : source.GetArray()) send(item, target);
+      target.EndArray(source.Size());
+      break;
+    case rapidjson::kObjectType: {
+      rapidjson::SizeType fields = 0;
+      target.StartObject();
+      for (const auto& field : source.GetObject()) {
+        if (field.value.IsNull()) continue;
+        target.Key(field.name.GetString(), field.name.GetStringLength(), true);
+        send(field.value, target);
+        ++fields;
+      }
+      target.EndObject(fields);
+      break;
+    }
+  }
+}
+
+std::size_t float_size(double number) {
+  CountingStream stream;
+  rapidjson::Writer<CountingStream, rapidjson::UTF8<>, rapidjson::UTF8<>, Pool> writer(stream);
+  writer.Double(number);
+  return stream.size;
+}
+
+Size size_of(const Value& value) {
+  switch (value.GetType()) {
+    case rapidjson::kNullType:
+    case rapidjson::kTrueType:
+      return {4, 0};
+    case rapidjson::kFalseType:
+      return {5, 0};
+    case rapidjson::kNumberType:
+      return {value.IsInt64() ? peers::integer_size(value.GetInt64()) : float_size(value.GetDouble()), 0};
+    case rapidjson::kStringType:
+      return {peers::string_size(text_of(value)), 0};
+    case rapidjson::kArrayType: {
+      Size size{value.Empty() ? 2U : value.Size() + std::size_t{1}, 0};
+      for (const Value& item : value.GetArray()) {
+        const Size inner = size_of(item);
+        size.text += inner.text;
+        size.hints += inner.hints;
+      }
+      return size;
+    }
+    default: {
+      Size size{value.ObjectEmpty() ? 2U : 2 * value.MemberCount() + std::size_t{1}, 0};
+      for (const auto& field : value.GetObject()) {
+        const Size inner = size_of(field.value);
+        size.text += peers::string_size(text_of(field.name)) + inner.text;
+        size.hints += peers::is_hint_key(text_of(field.name)) ? inner.text : inner.hints;
+      }
+      return size;
+    }
+  }
+}
+
+class RapidjsonPeer : public Contender {
+ public:
+  explicit RapidjsonPeer(const Request& request)
+      : request_(request), first_block_(kFirstBlock), stack_block_(kFirstBlock) {
+    source_.Parse(values::compact_text(request.answer).c_str());
+    if (source_.HasParseError()) throw std::runtime_error("RapidJSON does not read the answer");
+  }
+
+  std::size_t finish() override {
+    Finished finished(*this);
+    return finished.copy_and_attach().text;
+  }
+  std::size_t finish_and_write() override {
+    Finished finished(*this);
+    static_cast<void>(finished.copy_and_attach());
+    write(finished.answer);
+    return text_.GetSize();
+  }
+  std::size_t copy() override {
+    Finished finished(*this);
+    finished.copy();
+    return finished.answer.MemberCount();
+  }
+  std::size_t count() override {
+    const Size size = size_of(source_);
+    return size.text + size.hints;
+  }
+  std::string finished_text() override {
+    finish_and_write();
+    return {text_.GetString(), text_.GetSize()};
+  }
+
+ private:
+  // A finished answer and the memory it lies in.
+  struct Finished {
+    explicit Finished(RapidjsonPeer& of)
+        : peer(of),
+          pool(of.first_block_.data(), of.first_block_.size(), kFurtherBlocks),
+          stack_pool(of.stack_block_.data(), of.stack_block_.size(), kFurtherBlocks),
+          answer(&pool, kFirstBlock / 4, &stack_pool) {}
+
+    void copy() {
+      auto generator = [this](Document& target) {
+        send(peer.source_, target);
+        return true;
+      };
+      answer.Populate(generator);
+    }
+
+    Size copy_and_attach() {
+      copy();
+      const Size size = size_of(answer);
+      Value steps(rapidjson::kArrayType);
+      steps.Reserve(2, pool);
+      for (const PlannedStep& planned : peer.request_.plan) steps.PushBack(step(planned), pool);
+      if (peers::steps_that_fit(size, size_of(steps[0]).text, size_of(steps[1]).text) < 2) steps.PopBack();
+      answer.AddMember("next_steps", steps, pool);
+      return size;
+    }
+
+    Value step(const PlannedStep& planned) {
+      const Value& holder = planned.list.empty() ? answer : field(answer, planned.list)[0];
+      Value args(rapidjson::kObjectType);
+      args.AddMember("action", reference(planned.action), pool);
+      args.AddMember(reference(planned.argument), Value(field(holder, planned.argument), pool), pool);
+      const std::int64_t total = planned.counted ? field(answer, "total_count").GetInt64() : 0;
+      const std::string reason = peers::reason_of(planned, total);
+      Value made(rapidjson::kObjectType);
+      made.AddMember("tool", reference(planned.tool), pool);
+      made.AddMember("args", args, pool);
+      made.AddMember("reason", Value(reason.data(), static_cast<rapidjson::SizeType>(reason.size()), pool),
+                     pool);
+      return made;
+    }
+
+    RapidjsonPeer& peer;
+    Pool pool;
+    Pool stack_pool;
+    Document answer;
+  };
+
+  void write(const Value& value) {
+    text_.Clear();
+    rapidjson::Writer<rapidjson::StringBuffer> writer(text_);
+    value.Accept(writer);
+  }
+
+  const Request& request_;
+  Document source_;
+  std::vector<char> first_block_;
+  std::vector<char> stack_block_;
+  rapidjson::StringBuffer text_;
+};
+
+}  // namespace
+
+std::unique_ptr<Contender> rapidjson_peer(const Request& request) {
+  return std::make_unique<RapidjsonPeer>(request);
+}
+
+}  // namespace vantrex::bench

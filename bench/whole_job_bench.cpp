@@ -1,0 +1,116 @@
+// Finishing answers, side by side with the same job on general JSON libraries.
+//
+// Every way to do the job is checked first: each must come to the same finished
+// answer as next_steps, byte for byte, on answers whose floats are replaced by
+// whole numbers (libraries write floats in different forms), and to the same
+// bytes of the copy. Names are STAGE/ANSWER/LIBRARY, where the stages are
+//   finish  the whole job
+//   write   the whole job and the finished answer's text
+//   copy    the deep copy without null fields, and its destruction
+//   count   the bytes of the compact text and of the hint fields
+#include <exception>
+#include <iostream>
+#include <map>
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include <benchmark/benchmark.h>
+
+#include "answers.h"
+#include "counting_new.h"
+#include "memory_settings.h"
+#include "peers/peer.h"
+#include "vantrex/tool_handlers/next_steps/finishing.h"
+#include "vantrex/values/text_forms.h"
+
+namespace vantrex::bench {
+
+namespace {
+
+using Work = std::size_t (Contender::*)();
+
+struct Stage {
+  std::string_view name;
+  Work work;
+};
+constexpr std::array<Stage, 4> kStages = {{{"finish", &Contender::finish},
+                                           {"write", &Contender::finish_and_write},
+                                           {"copy", &Contender::copy},
+                                           {"count", &Contender::count}}};
+
+void require(bool holds, std::string_view library, const Request& request, const std::string& what) {
+  if (holds) return;
+  throw std::runtime_error(std::string(library) + " on " + request.name + ": " + what);
+}
+
+void check(const NamedContender& contender, const Request& request, const std::string& expected) {
+  const std::unique_ptr<Contender> way = contender.make(request);
+  const std::string text = way->finished_text();
+  const std::size_t steps_at = expected.rfind(",\"next_steps\":");
+  require(text == expected, contender.name, request, "another finished answer than next_steps has");
+  require(contender.name == kContenders.front().name || way->finish() == steps_at + 1, contender.name,
+          request, "other bytes than the answer without steps has");
+  require(way->count() == ours(request)->count(), contender.name, request,
+          "another count than next_steps has");
+}
+
+void check_all() {
+  for (const Request& request : all_requests(Floats::round)) {
+    const std::string expected = ours(request)->finished_text();
+    for (const NamedContender& contender : kContenders) check(contender, request, expected);
+  }
+}
+
+void measure(benchmark::State& state, Contender& way, Work work) {
+  std::size_t allocations = 0;
+  {
+    const NewCount count;
+    benchmark::DoNotOptimize((way.*work)());
+    allocations = count.allocations();
+  }
+  for (auto _ : state) benchmark::DoNotOptimize((way.*work)());
+  state.counters["allocations"] = static_cast<double>(allocations);
+}
+
+void register_all(const std::vector<Request>& requests, std::vector<std::unique_ptr<Contender>>& contenders) {
+  for (const Request& request : requests) {
+    for (const NamedContender& contender : kContenders) {
+      contenders.push_back(contender.make(request));
+      for (const Stage& stage : kStages) {
+        const std::string name =
+            std::string(stage.name) + '/' + request.name + '/' + std::string(contender.name);
+        benchmark::RegisterBenchmark(
+            name.c_str(), [way = contenders.back().get(), work = stage.work](benchmark::State& state) {
+              measure(state, *way, work);
+            });
+      }
+    }
+  }
+}
+
+int run(int argc, char** argv) {
+  keep_freed_memory();
+  benchmark::Initialize(&argc, argv);
+  if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 2;
+  check_all();
+  const std::vector<Request> requests = all_requests();
+  std::vector<std::unique_ptr<Contender>> contenders;
+  register_all(requests, contenders);
+  benchmark::RunSpecifiedBenchmarks();
+  return 0;
+}
+
+}  // namespace
+
+}  // namespace vantrex::bench
+
+int main(int argc, char** argv) {
+  try {
+    return vantrex::bench::run(argc, argv);
+  } catch (const std::exception& error) {
+    std::cerr << "benchmark stopped: " << error.what() << '\n';
+    return 1;
+  }
+}
