@@ -101,7 +101,7 @@ ContainerBlock* new_block(std::size_t capacity) {
       index = FieldIndex::create(::operator new(FieldIndex::bytes_for(capacity)), capacity, nullptr, 0);
     }
   }
-  return new (memory.release()) ContainerBlock{nullptr, {index}, 0, 0, static_cast<std::uint32_t>(capacity)};
+  return new (memory.release()) ContainerBlock{nullptr, {index}, 0, static_cast<std::uint32_t>(capacity)};
 }
 
 template <typename Item>

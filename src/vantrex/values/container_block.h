@@ -23,7 +23,6 @@ struct ContainerBlock {
     FieldIndex* index;           // of an object with many fields, else null
     ContainerBlock* next_dying;  // while a tree is taken apart
   };
-  std::size_t compact_size;  // in an arena: bytes of the compact text, 0 for not measured
   std::uint32_t size;
   std::uint32_t capacity;
 

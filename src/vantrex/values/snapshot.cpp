@@ -5,7 +5,6 @@
 
 #include "vantrex/values/arena.h"
 #include "vantrex/values/field_index.h"
-#include "vantrex/values/level_size.h"
 #include "vantrex/values/value_access.h"
 #include "vantrex/values/walk_stack.h"
 
@@ -28,8 +27,7 @@ struct ArenaRelease {
 
 class SnapshotBuilder {
  public:
-  SnapshotBuilder(NullFields null_fields, Measure measure) noexcept
-      : drop_nulls_(null_fields == NullFields::drop), measured_(measure == Measure::yes) {}
+  explicit SnapshotBuilder(NullFields null_fields) noexcept : drop_nulls_(null_fields == NullFields::drop) {}
 
   // The packed copy of the tree below `source`, counted once, or null when
   // nothing is left of it.
@@ -81,8 +79,7 @@ class SnapshotBuilder {
     const std::size_t size = source == nullptr ? 0 : count(source, kind);
     if (size == 0) return nullptr;
     void* memory = arena_->allocate(sizeof(ContainerBlock) + size * item_bytes(kind));
-    auto* block =
-        new (memory) ContainerBlock{arena_.get(), {nullptr}, 0, 0, static_cast<std::uint32_t>(size)};
+    auto* block = new (memory) ContainerBlock{arena_.get(), {nullptr}, 0, static_cast<std::uint32_t>(size)};
     walk_.push({source, block, 0, kind});
     return block;
   }
@@ -93,7 +90,6 @@ class SnapshotBuilder {
       const JsonValue& item = items[frame.next++];
       if (copy_value(frame, item, frame.copy->items<JsonValue>() + frame.copy->size++)) return;
     }
-    if (measured_) frame.copy->compact_size = detail::level_size<JsonValue>(*frame.copy);
   }
 
   void copy_fields(Frame frame) {
@@ -148,26 +144,23 @@ class SnapshotBuilder {
   }
 
   bool drop_nulls_;
-  bool measured_;
   std::unique_ptr<Arena, ArenaRelease> arena_;
   WalkStack<Frame> walk_;
 };
 
 }  // namespace
 
-JsonList snapshot(const JsonList& source, NullFields null_fields, Measure measure) {
-  return ValueAccess::list_of(
-      SnapshotBuilder(null_fields, measure).copy(ValueAccess::block(source), Tag::list));
+JsonList snapshot(const JsonList& source, NullFields null_fields) {
+  return ValueAccess::list_of(SnapshotBuilder(null_fields).copy(ValueAccess::block(source), Tag::list));
 }
 
-JsonObject snapshot(const JsonObject& source, NullFields null_fields, Measure measure) {
-  return ValueAccess::object_of(
-      SnapshotBuilder(null_fields, measure).copy(ValueAccess::block(source), Tag::object));
+JsonObject snapshot(const JsonObject& source, NullFields null_fields) {
+  return ValueAccess::object_of(SnapshotBuilder(null_fields).copy(ValueAccess::block(source), Tag::object));
 }
 
-JsonValue snapshot(const JsonValue& source, NullFields null_fields, Measure measure) {
-  if (const JsonList* list = source.list()) return snapshot(*list, null_fields, measure);
-  if (const JsonObject* object = source.object()) return snapshot(*object, null_fields, measure);
+JsonValue snapshot(const JsonValue& source, NullFields null_fields) {
+  if (const JsonList* list = source.list()) return snapshot(*list, null_fields);
+  if (const JsonObject* object = source.object()) return snapshot(*object, null_fields);
   return source;
 }
 

@@ -4,32 +4,25 @@
 #include <vector>
 
 #include "vantrex/values/escapes.h"
-#include "vantrex/values/level_size.h"
 #include "vantrex/values/number_text.h"
 #include "vantrex/values/value_access.h"
 #include "vantrex/values/walk_stack.h"
 
 namespace vantrex::values {
 
-using detail::ContainerBlock;
 using detail::Tag;
 using detail::ValueAccess;
 
 namespace {
 
 // Where the writer's text goes. A sink takes plain bytes, integers and the
-// contents of strings that may need escaping, and may know the text of a list
-// or an object without being given it.
+// contents of strings that may need escaping.
 class CountingSink {
  public:
   void put(char /*byte*/) noexcept { ++size_; }
   void put(std::string_view bytes) noexcept { size_ += bytes.size(); }
   void put_integer(std::int64_t value) noexcept { size_ += integer_text_size(value); }
   void put_escaped(const Text& text) noexcept { size_ += text.size() + text.escape_gain(); }
-  bool put_known(const ContainerBlock& block) noexcept {
-    size_ += block.compact_size;
-    return block.compact_size != 0;
-  }
 
   std::size_t size() const noexcept { return size_; }
 
@@ -47,7 +40,6 @@ class StringSink {
     NumberBuffer buffer;
     put(integer_text(value, buffer));
   }
-  static bool put_known(const ContainerBlock& /*block*/) noexcept { return false; }
   void put_escaped(const Text& text) {
     std::string_view rest = text.view();
     for (std::size_t left = text.escape_gain(); left > 0;) {
@@ -85,7 +77,7 @@ class InsertionOrder {
     const JsonField* next;
     const JsonField* end;
   };
-  static Cursor open(const JsonField* begin, const JsonField* end) noexcept { return {begin, end}; }
+  static Cursor open(const JsonObject& object) noexcept { return {object.begin(), object.end()}; }
   static const JsonField* next(Cursor& cursor) noexcept {
     return cursor.next == cursor.end ? nullptr : cursor.next++;
   }
@@ -97,9 +89,9 @@ class KeyOrder {
     std::size_t next;
     std::size_t begin;
   };
-  Cursor open(const JsonField* first, const JsonField* end) {
+  Cursor open(const JsonObject& object) {
     const std::size_t begin = fields_.size();
-    for (const JsonField* field = first; field != end; ++field) fields_.push_back(field);
+    for (const JsonField& field : object) fields_.push_back(&field);
     std::sort(fields_.begin() + static_cast<std::ptrdiff_t>(begin), fields_.end(),
               [](const JsonField* a, const JsonField* b) { return a->key < b->key; });
     return {begin, begin};
@@ -122,12 +114,9 @@ class Writer {
   void write(const JsonValue& value) {
     if (!put_whole(value)) finish();
   }
-  void write(const JsonList& list) { write_items(list.begin(), list.end()); }
-  void write(const JsonObject& object) { write_items(object.begin(), object.end()); }
-
-  template <typename Item>
-  void write_items(const Item* begin, const Item* end) {
-    open(begin, end);
+  template <typename Container>
+  void write(const Container& container) {
+    open(container);
     finish();
   }
 
@@ -141,13 +130,13 @@ class Writer {
     typename Order::Cursor fields;
   };
 
-  void open(const JsonValue* begin, const JsonValue* end) {
+  void open(const JsonList& list) {
     sink_.put('[');
-    walk_.push({false, false, begin, end, {}});
+    walk_.push({false, false, list.begin(), list.end(), {}});
   }
-  void open(const JsonField* begin, const JsonField* end) {
+  void open(const JsonObject& object) {
     sink_.put('{');
-    walk_.push({true, false, nullptr, nullptr, order_.open(begin, end)});
+    walk_.push({true, false, nullptr, nullptr, order_.open(object)});
   }
 
   void finish() {
@@ -214,21 +203,15 @@ class Writer {
         put(value.foreign()->text_form());
         return true;
       case Tag::list:
-        return put_known_or_open(*value.list());
+        open(*value.list());
+        return false;
       case Tag::object:
-        return put_known_or_open(*value.object());
+        open(*value.object());
+        return false;
       default:
         put(*value.text());
         return true;
     }
-  }
-
-  template <typename Container>
-  bool put_known_or_open(const Container& container) {
-    const ContainerBlock* block = ValueAccess::block(container);
-    if (block != nullptr && sink_.put_known(*block)) return true;
-    open(container.begin(), container.end());
-    return false;
   }
 
   Sink& sink_;
@@ -236,12 +219,10 @@ class Writer {
   WalkStack<Level> walk_;
 };
 
-using Counter = Writer<CountingSink, InsertionOrder>;
-
 template <typename Value>
 std::size_t size_of(const Value& value) {
   CountingSink sink;
-  Counter(sink).write(value);
+  Writer<CountingSink, InsertionOrder>(sink).write(value);
   return sink.size();
 }
 
@@ -273,15 +254,5 @@ std::size_t compact_size(const JsonList& list) {
 std::size_t compact_size(const JsonObject& object) {
   return size_of(object);
 }
-
-template <typename Item>
-std::size_t detail::level_size(const ContainerBlock& block) {
-  CountingSink sink;
-  Counter(sink).write_items(block.items<Item>(), block.items<Item>() + block.size);
-  return sink.size();
-}
-
-template std::size_t detail::level_size<JsonValue>(const ContainerBlock& block);
-template std::size_t detail::level_size<JsonField>(const ContainerBlock& block);
 
 }  // namespace vantrex::values

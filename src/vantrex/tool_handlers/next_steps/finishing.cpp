@@ -10,7 +10,6 @@ namespace vantrex::tool_handlers::next_steps {
 
 using values::JsonObject;
 using values::JsonValue;
-using values::Measure;
 using values::NullFields;
 
 JsonValue without_null_fields(const JsonValue& value) {
