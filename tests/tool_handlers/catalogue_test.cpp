@@ -5,13 +5,12 @@
 
 #include <gtest/gtest.h>
 
-#include "support/json_text.h"
+#include "support/table.h"
 #include "vantrex/values/text_forms.h"
 
 namespace vantrex::tool_handlers::next_steps {
 namespace {
 
-using tests::parse_object;
 using values::compact_text;
 
 static_assert(Hint("tool", "why") == Hint("tool", "why"));
@@ -33,17 +32,13 @@ TEST(NextSteps, RowsStandInOrder) {
 }
 
 TEST(Step, KeepsItsArgumentsAsTheyAre) {
-  const struct {
-    const char* arguments;
-    const char* expected;
-  } kRows[] = {
-      {R"({"action":"semantic","query":"parse config"})",
-       R"({"tool":"t","args":{"action":"semantic","query":"parse config"},"reason":"r"})"},
-      {R"({"z":null,"a":[null]})", R"({"tool":"t","args":{"z":null,"a":[null]},"reason":"r"})"},
-      {"{}", R"({"tool":"t","args":{},"reason":"r"})"},
-  };
-  for (const auto& row : kRows) {
-    EXPECT_EQ(compact_text(step("t", "r", parse_object(row.arguments))), row.expected);
+  const auto rows = tests::table(R"(
+{"action":"semantic","query":"a b"} | {"tool":"t","args":{"action":"semantic","query":"a b"},"reason":"r"}
+{"z":null,"a":[null]} | {"tool":"t","args":{"z":null,"a":[null]},"reason":"r"}
+{} | {"tool":"t","args":{},"reason":"r"}
+)");
+  for (const auto& row : rows) {
+    EXPECT_EQ(compact_text(step("t", "r", tests::parse_object(row.at(0)))), row.at(1));
   }
   EXPECT_EQ(compact_text(step("\xff", std::string("a\xc3"))),
             "{\"tool\":\"\uFFFD\",\"args\":{},\"reason\":\"a\uFFFD\"}");

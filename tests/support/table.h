@@ -1,0 +1,38 @@
+// Tables of test cases as text.
+#pragma once
+
+#include <sstream>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "next_steps/json_reader.h"
+#include "vantrex/values/json_value.h"
+
+namespace vantrex::tests {
+
+inline values::JsonValue parse(std::string_view text) {
+  return next_steps_program::read_json(text);
+}
+inline values::JsonObject parse_object(std::string_view text) {
+  return next_steps_program::read_json_object(text, "the cell");
+}
+
+// The cells of each line of `text`: "one | two". Lines that are blank or begin
+// with "#" say nothing.
+inline std::vector<std::vector<std::string>> table(const std::string& text) {
+  std::vector<std::vector<std::string>> rows;
+  std::istringstream lines(text);
+  for (std::string line; std::getline(lines, line);) {
+    if (line.empty() || line.front() == '#') continue;
+    rows.emplace_back();
+    for (std::size_t end = 0; end != std::string::npos;
+         line.erase(0, end == std::string::npos ? end : end + 3)) {
+      end = line.find(" | ");
+      rows.back().push_back(line.substr(0, end));
+    }
+  }
+  return rows;
+}
+
+}  // namespace vantrex::tests

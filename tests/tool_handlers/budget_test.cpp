@@ -1,0 +1,130 @@
+#include "vantrex/tool_handlers/next_steps/budget.h"
+
+#include <algorithm>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "support/naive.h"
+#include "support/random_tree.h"
+#include "support/table.h"
+#include "vantrex/values/text_forms.h"
+
+namespace vantrex::tool_handlers::next_steps {
+namespace {
+
+using values::compact_size;
+using values::JsonList;
+using values::JsonObject;
+using values::JsonValue;
+
+TEST(Sizes, AreBytesOfCompactText) {
+  const auto rows = tests::table(R"(
+# value | bytes of it | bytes of the hints in it
+{"a":[1,2.5,null],"b":"é"} | 27 | 0
+"a\"b\\c\n\t\u0001\u007f/\u2028" | 24 | 0
+100.0 | 5 | 0
+1e16 | 5 | 0
+100 | 3 | 0
+{"a":{"note":"x"},"hints":["p","q"],"items":[{"tip":1}]} | 56 | 13
+{"tip":{"note":"abc"}} | 22 | 14
+[[{"next_steps":null}],{"tips":""},{"notes":[]},{"hint":{}}] | 60 | 10
+{"Note":1,"tip ":2,"hin":3,"":4,"nextsteps":5,"notes_":6} | 57 | 0
+)");
+  for (const auto& row : rows) {
+    EXPECT_EQ(std::to_string(_encoded_size(tests::parse(row.at(0)))), row.at(1)) << row.at(0);
+    EXPECT_EQ(std::to_string(_hint_size(tests::parse(row.at(0)))), row.at(2)) << row.at(0);
+  }
+}
+
+// An answer of `size` bytes of which `hints`, none or at least 2, are in a tip.
+JsonObject answer_of(std::size_t size, std::size_t hints) {
+  JsonObject answer;
+  if (hints > 0) answer.set("tip", std::string(hints - 2, 'h'));
+  answer.set("text", "");
+  answer.set("text", std::string(size - compact_size(answer), 't'));
+  return answer;
+}
+
+// Steps of the given sizes.
+JsonList steps_of(const std::vector<std::size_t>& sizes) {
+  const std::size_t frame = compact_size(step("t", ""));
+  JsonList steps;
+  for (const std::size_t size : sizes) steps.push_back(step("t", std::string(size - frame, 'r')));
+  return steps;
+}
+
+TEST(WithinShare, DropsFromTheLastWhatDoesNotFit) {
+  const struct {
+    std::size_t size, hints;
+    std::vector<std::size_t> steps;
+    std::size_t keep, left;
+  } kRows[] = {
+      // Lists of 305, 306 and 307 bytes in the floor of 320.
+      {50, 0, {303}, 0, 1},
+      {50, 0, {304}, 0, 1},
+      {50, 0, {305}, 0, 0},
+      {50, 2, {302}, 0, 1},
+      {50, 3, {302}, 0, 0},
+      // A list of 307 bytes, its first two of 209: the room is 320.85, 321, 321.15.
+      {1818, 0, {103, 103, 97}, 0, 2},
+      {1819, 0, {103, 103, 97}, 0, 3},
+      {1820, 0, {103, 103, 97}, 0, 3},
+      // Hints and steps together are 320, 321 and 322 where the room is 321.
+      {1822, 2, {302}, 0, 1},
+      {1821, 2, {303}, 0, 1},
+      {1820, 2, {304}, 0, 0},
+      // What is kept is kept without a test.
+      {50, 0, {400, 400, 400}, 3, 3},
+      {50, 0, {400, 400, 400}, 9, 3},
+      {50, 0, {400, 400, 400}, 2, 2},
+      {50, 0, {400, 400, 400}, 1, 1},
+      {50, 0, {400, 400, 400}, 0, 0},
+      {900, 400, {50, 50}, 0, 0},
+      {900, 400, {50, 50}, 1, 1},
+      {50, 0, {}, 0, 0},
+      {50, 0, {}, 1, 0},
+  };
+  for (const auto& row : kRows) {
+    SCOPED_TRACE(testing::Message() << row.size << " bytes, " << row.hints << " hints, keep " << row.keep);
+    const JsonList steps = steps_of(row.steps);
+    const JsonList left = _within_share(answer_of(row.size, row.hints), steps, Keep{row.keep});
+    ASSERT_EQ(left.size(), row.left);
+    EXPECT_TRUE(std::equal(left.begin(), left.end(), steps.begin()));
+  }
+}
+
+// Measures the whole list again for each number of steps.
+std::size_t naive_count(const JsonObject& answer, std::size_t hints, const JsonList& steps,
+                        std::size_t keep) {
+  std::vector<JsonValue> left(steps.begin(), steps.end());
+  const std::size_t size = tests::naive::json_text(answer).size();
+  while (left.size() > keep) {
+    const std::size_t added = tests::naive::json_text(left).size() + 14;
+    const double room = std::max(0.15 * static_cast<double>(size + added), 320.0);
+    if (static_cast<double>(hints + added) <= room) break;
+    left.pop_back();
+  }
+  return left.size();
+}
+
+TEST(WithinShare, IsAPrefixAsLongAsMeasuringAgainEachTime) {
+  for (std::uint64_t seed = 0; seed < 3000; ++seed) {
+    tests::Random random(seed);
+    const std::size_t count = seed == 0 ? 1000 : random.below(6);
+    std::vector<std::size_t> sizes;
+    for (std::size_t each = 0; each < count; ++each) sizes.push_back(40 + random.below(100));
+    const std::size_t hints = 2 + random.below(100);
+    const JsonObject answer = answer_of(1000 + random.below(count * 300 + 1000), hints);
+    const JsonList steps = steps_of(sizes);
+    const std::size_t keep = random.below(4);
+    const JsonList left = _within_share(answer, steps, Keep{keep});
+    ASSERT_EQ(left.size(), naive_count(answer, hints, steps, keep)) << "seed " << seed;
+    ASSERT_TRUE(std::equal(left.begin(), left.end(), steps.begin())) << "seed " << seed;
+  }
+}
+
+}  // namespace
+}  // namespace vantrex::tool_handlers::next_steps
