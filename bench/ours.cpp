@@ -16,7 +16,8 @@ using values::JsonObject;
 
 class Ours : public Contender {
  public:
-  explicit Ours(const Request& request) : request_(request) {}
+  explicit Ours(const Request& request)
+      : request_(request), copy_(tool_handlers::next_steps::without_null_fields(request.answer)) {}
 
   std::size_t finish() override { return finished().size(); }
   std::size_t finish_and_write() override { return tool_result_text(finished()).size(); }
@@ -24,7 +25,7 @@ class Ours : public Contender {
     return tool_handlers::next_steps::without_null_fields(request_.answer).size();
   }
   std::size_t count() override {
-    return values::compact_size(request_.answer) + tool_handlers::next_steps::_hint_size(request_.answer);
+    return values::compact_size(copy_) + tool_handlers::next_steps::_hint_size(copy_);
   }
   std::string finished_text() override { return tool_result_text(finished()); }
 
@@ -35,6 +36,7 @@ class Ours : public Contender {
   }
 
   const Request& request_;
+  const JsonObject copy_;
 };
 
 }  // namespace

@@ -110,6 +110,7 @@ class BoostJsonPeer : public Contender {
   explicit BoostJsonPeer(const Request& request)
       : request_(request),
         source_(json::parse(values::compact_text(request.answer), &source_memory_)),
+        copy_(copy_of(source_, &source_memory_)),
         first_block_(kFirstBlock) {}
 
   std::size_t finish() override {
@@ -128,7 +129,7 @@ class BoostJsonPeer : public Contender {
     return copy_of(source_, &memory).get_object().size();
   }
   std::size_t count() override {
-    const Size size = size_of(source_);
+    const Size size = size_of(copy_);
     return size.text + size.hints;
   }
   std::string finished_text() override { return text_.substr(0, finish_and_write()); }
@@ -157,7 +158,8 @@ class BoostJsonPeer : public Contender {
 
   const Request& request_;
   json::monotonic_resource source_memory_;
-  json::value source_;
+  const json::value source_;
+  const json::value copy_;
   std::vector<unsigned char> first_block_;
   json::serializer serializer_;
   std::string text_;

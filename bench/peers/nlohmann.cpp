@@ -98,7 +98,9 @@ ordered_json step(const ordered_json& answer, const PlannedStep& planned) {
 class NlohmannPeer : public Contender {
  public:
   explicit NlohmannPeer(const Request& request)
-      : request_(request), source_(ordered_json::parse(values::compact_text(request.answer))) {}
+      : request_(request),
+        source_(ordered_json::parse(values::compact_text(request.answer))),
+        copy_(copy_of(source_)) {}
 
   std::size_t finish() override {
     ordered_json answer = copy_of(source_);
@@ -107,7 +109,7 @@ class NlohmannPeer : public Contender {
   std::size_t finish_and_write() override { return finished_text().size(); }
   std::size_t copy() override { return copy_of(source_).size(); }
   std::size_t count() override {
-    const Size size = size_of(source_);
+    const Size size = size_of(copy_);
     return size.text + size.hints;
   }
   std::string finished_text() override {
@@ -129,7 +131,8 @@ class NlohmannPeer : public Contender {
   }
 
   const Request& request_;
-  ordered_json source_;
+  const ordered_json source_;
+  const ordered_json copy_;
 };
 
 }  // namespace

@@ -1,52 +1,30 @@
 #include "peers/peer.h"
 
 #include <algorithm>
+#include <bit>
 
 namespace vantrex::bench::peers {
 
 namespace {
 
-constexpr std::array<std::uint8_t, 256> kEscapeGain = [] {
-  std::array<std::uint8_t, 256> gain{};
-  std::fill_n(gain.begin(), 0x20, std::uint8_t{5});
-  for (const char byte : {'"', '\\', '\b', '\f', '\n', '\r', '\t'})
-    gain[static_cast<unsigned char>(byte)] = 1;
-  return gain;
-}();
-
-std::size_t escape_gain(const char* bytes, std::size_t count) noexcept {
-  std::size_t gain = 0;
-  for (std::size_t at = 0; at < count; ++at) gain += kEscapeGain[static_cast<unsigned char>(bytes[at])];
-  return gain;
-}
-
-// Whether any of 16 bytes needs an escape, in a form that compilers vectorise.
-bool any_escape(const char* bytes) noexcept {
-  unsigned char any = 0;
-  for (int at = 0; at < 16; ++at) {
-    const auto byte = static_cast<unsigned char>(bytes[at]);
-    any = static_cast<unsigned char>(any | (byte < 0x20) | (byte == '"') | (byte == '\\'));
+constexpr std::array<std::uint64_t, 20> kPowersOfTen = [] {
+  std::array<std::uint64_t, 20> powers{};
+  std::uint64_t power = 1;
+  for (std::uint64_t& entry : powers) {
+    entry = power;
+    power *= 10;
   }
-  return any != 0;
-}
+  return powers;
+}();
 
 }  // namespace
 
-std::size_t string_size(std::string_view text) noexcept {
-  std::size_t size = text.size() + 2;
-  while (text.size() >= 16) {
-    if (any_escape(text.data())) size += escape_gain(text.data(), 16);
-    text.remove_prefix(16);
-  }
-  return size + escape_gain(text.data(), text.size());
-}
-
 std::size_t integer_size(std::int64_t number) noexcept {
-  std::size_t size = number < 0 ? 2 : 1;
-  auto magnitude = static_cast<std::uint64_t>(number);
-  if (number < 0) magnitude = 0 - magnitude;
-  for (; magnitude >= 10000; magnitude /= 10000) size += 4;
-  return size + (magnitude >= 10) + (magnitude >= 100) + (magnitude >= 1000);
+  const auto bits = static_cast<std::uint64_t>(number);
+  const std::uint64_t magnitude = number < 0 ? 0 - bits : bits;
+  // 1233 / 4096 is a little more than the decimal digits of one bit.
+  const auto digits = static_cast<std::size_t>(std::bit_width(magnitude | 1) * 1233 >> 12);
+  return digits + (magnitude >= kPowersOfTen[digits] || digits == 0) + (number < 0);
 }
 
 std::size_t steps_that_fit(Size answer, std::size_t first, std::size_t second) noexcept {

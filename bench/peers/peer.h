@@ -17,6 +17,7 @@
 #include <string_view>
 
 #include "answers.h"
+#include "peers/string_size.h"
 
 namespace vantrex::bench {
 
@@ -35,7 +36,7 @@ class Contender {
   virtual std::size_t finish_and_write() = 0;
   // The deep copy without null fields, destroyed again. Returns its fields.
   virtual std::size_t copy() = 0;
-  // The bytes of the answer's compact text and hint fields, added up.
+  // The bytes of the copy's compact text and of its hint fields, added up.
   virtual std::size_t count() = 0;
   // The text of the finished answer.
   virtual std::string finished_text() = 0;
@@ -76,9 +77,6 @@ inline bool is_hint_key(std::string_view key) noexcept {
       return false;
   }
 }
-
-// Bytes of a string in JSON, quotes included.
-std::size_t string_size(std::string_view text) noexcept;
 
 // Bytes of an integer.
 std::size_t integer_size(std::int64_t number) noexcept;

@@ -45,49 +45,6 @@ const Value& field(const Value& object, std::string_view key) {
   return object.FindMember(Value(reference(key)))->value;
 }
 
-// Sends `source` without its null fields to `target`, a document under
-// construction, which lays out every container to its exact size.
-void send(const Value& source, Document& target) {
-  switch (source.GetType()) {
-    case rapidjson::kNullType:
-      target.Null();
-      break;
-    case rapidjson::kFalseType:
-    case rapidjson::kTrueType:
-      target.Bool(source.GetBool());
-      break;
-    case rapidjson::kNumberType:
-      if (source.IsInt64()) {
-        target.Int64(source.GetInt64());
-      } else if (source.IsUint64()) {
-        target.Uint64(source.GetUint64());
-      } else {
-        target.Double(source.GetDouble());
-      }
-      break;
-    case rapidjson::kStringType:
-      target.String(source.GetString(), source.GetStringLength(), true);
-      break;
-    case rapidjson::kArrayType:
-      target.StartArray();
-      for (const Value& item : source.GetArray()) send(item, target);
-      target.EndArray(source.Size());
-      break;
-    case rapidjson::kObjectType: {
-      rapidjson::SizeType fields = 0;
-      target.StartObject();
-      for (const auto& field : source.GetObject()) {
-        if (field.value.IsNull()) continue;
-        target.Key(field.name.GetString(), field.name.GetStringLength(), true);
-        send(field.value, target);
-        ++fields;
-      }
-      target.EndObject(fields);
-      break;
-    }
-  }
-}
-
 std::size_t float_size(double number) {
   CountingStream stream;
   rapidjson::Writer<CountingStream, rapidjson::UTF8<>, rapidjson::UTF8<>, Pool> writer(stream);
@@ -95,36 +52,80 @@ std::size_t float_size(double number) {
   return stream.size;
 }
 
-Size size_of(const Value& value) {
-  switch (value.GetType()) {
+// Where a walk sends what it meets: nowhere, when it only measures.
+struct Nowhere {
+  void Null() {}
+  void Bool(bool /*value*/) {}
+  void Int64(std::int64_t /*number*/) {}
+  void Double(double /*number*/) {}
+  void String(const char* /*bytes*/, rapidjson::SizeType /*size*/, bool /*copy*/) {}
+  void Key(const char* /*bytes*/, rapidjson::SizeType /*size*/, bool /*copy*/) {}
+  void StartArray() {}
+  void EndArray(rapidjson::SizeType /*items*/) {}
+  void StartObject() {}
+  void EndObject(rapidjson::SizeType /*fields*/) {}
+};
+
+// Walks over `source` without its null fields, sends it to `target` (a document
+// under construction lays out every container to its exact size) and measures
+// what it sends.
+template <bool kMeasures, typename Target>
+Size walk(const Value& source, Target& target) {
+  switch (source.GetType()) {
     case rapidjson::kNullType:
+      target.Null();
+      return {4, 0};
     case rapidjson::kTrueType:
+      target.Bool(true);
       return {4, 0};
     case rapidjson::kFalseType:
+      target.Bool(false);
       return {5, 0};
     case rapidjson::kNumberType:
-      return {value.IsInt64() ? peers::integer_size(value.GetInt64()) : float_size(value.GetDouble()), 0};
+      if (source.IsInt64()) {
+        target.Int64(source.GetInt64());
+        return {kMeasures ? peers::integer_size(source.GetInt64()) : 0, 0};
+      }
+      target.Double(source.GetDouble());
+      return {kMeasures ? float_size(source.GetDouble()) : 0, 0};
     case rapidjson::kStringType:
-      return {peers::string_size(text_of(value)), 0};
+      target.String(source.GetString(), source.GetStringLength(), true);
+      return {kMeasures ? peers::string_size(text_of(source)) : 0, 0};
     case rapidjson::kArrayType: {
-      Size size{value.Empty() ? 2U : value.Size() + std::size_t{1}, 0};
-      for (const Value& item : value.GetArray()) {
-        const Size inner = size_of(item);
+      Size size{source.Empty() ? 2U : source.Size() + std::size_t{1}, 0};
+      target.StartArray();
+      for (const Value& item : source.GetArray()) {
+        const Size inner = walk<kMeasures>(item, target);
         size.text += inner.text;
         size.hints += inner.hints;
       }
+      target.EndArray(source.Size());
       return size;
     }
     default: {
-      Size size{value.ObjectEmpty() ? 2U : 2 * value.MemberCount() + std::size_t{1}, 0};
-      for (const auto& field : value.GetObject()) {
-        const Size inner = size_of(field.value);
-        size.text += peers::string_size(text_of(field.name)) + inner.text;
-        size.hints += peers::is_hint_key(text_of(field.name)) ? inner.text : inner.hints;
+      Size size{1, 0};
+      rapidjson::SizeType fields = 0;
+      target.StartObject();
+      for (const auto& field : source.GetObject()) {
+        if (field.value.IsNull()) continue;
+        target.Key(field.name.GetString(), field.name.GetStringLength(), true);
+        const Size inner = walk<kMeasures>(field.value, target);
+        if (kMeasures) {
+          size.text += peers::string_size(text_of(field.name)) + inner.text + 2;
+          size.hints += peers::is_hint_key(text_of(field.name)) ? inner.text : inner.hints;
+        }
+        ++fields;
       }
+      target.EndObject(fields);
+      size.text += fields == 0;
       return size;
     }
   }
+}
+
+Size size_of(const Value& value) {
+  Nowhere nowhere;
+  return walk<true>(value, nowhere);
 }
 
 class RapidjsonPeer : public Contender {
@@ -147,7 +148,7 @@ class RapidjsonPeer : public Contender {
   }
   std::size_t copy() override {
     Finished finished(*this);
-    finished.copy();
+    finished.copy<false>();
     return finished.answer.MemberCount();
   }
   std::size_t count() override {
@@ -168,17 +169,19 @@ class RapidjsonPeer : public Contender {
           stack_pool(of.stack_block_.data(), of.stack_block_.size(), kFurtherBlocks),
           answer(&pool, kFirstBlock / 4, &stack_pool) {}
 
-    void copy() {
-      auto generator = [this](Document& target) {
-        send(peer.source_, target);
+    template <bool kMeasures>
+    Size copy() {
+      Size size;
+      auto generator = [&](Document& target) {
+        size = walk<kMeasures>(peer.source_, target);
         return true;
       };
       answer.Populate(generator);
+      return size;
     }
 
     Size copy_and_attach() {
-      copy();
-      const Size size = size_of(answer);
+      const Size size = copy<true>();
       Value steps(rapidjson::kArrayType);
       steps.Reserve(2, pool);
       for (const PlannedStep& planned : peer.request_.plan) steps.PushBack(step(planned), pool);
