@@ -34,14 +34,15 @@ class SnapshotBuilder {
   ContainerBlock* copy(const ContainerBlock* source, Tag kind) {
     if (source == nullptr || count(source, kind) == 0) return nullptr;
     arena_.reset(Arena::create(kSpareBytes + 2 * source->size * item_bytes(kind)));
-    ContainerBlock* root = open(source, kind);
+    ContainerBlock* root = new_copy(source, kind);
+    walk_.push({source, root, 0, kind});
     while (!walk_.empty()) {
-      const Frame frame = walk_.top();
-      walk_.pop();
-      if (frame.kind == Tag::list) {
-        copy_items(frame);
+      Frame& frame = walk_.top();
+      const Frame nested = frame.kind == Tag::list ? copy_items(frame) : copy_fields(frame);
+      if (nested.copy == nullptr) {
+        walk_.pop();
       } else {
-        copy_fields(frame);
+        walk_.push(nested);
       }
     }
     static_cast<void>(arena_.release());
@@ -73,74 +74,82 @@ class SnapshotBuilder {
         fields, fields + source->size, [](const JsonField& field) { return !field.value.is_null(); }));
   }
 
-  // The copy of `source`, still empty, with the work to fill it on the stack;
-  // null for a container that will be empty.
-  ContainerBlock* open(const ContainerBlock* source, Tag kind) {
+  // The copy of `source`, still empty; null for a container that stays empty.
+  ContainerBlock* new_copy(const ContainerBlock* source, Tag kind) {
     const std::size_t size = source == nullptr ? 0 : count(source, kind);
     if (size == 0) return nullptr;
     void* memory = arena_->allocate(sizeof(ContainerBlock) + size * item_bytes(kind));
-    auto* block = new (memory) ContainerBlock{arena_.get(), {nullptr}, 0, static_cast<std::uint32_t>(size)};
-    walk_.push({source, block, 0, kind});
-    return block;
+    return new (memory) ContainerBlock{arena_.get(), {nullptr}, 0, static_cast<std::uint32_t>(size)};
   }
 
-  void copy_items(Frame frame) {
+  // Both go on with a container until it is done, or until one of its items is
+  // a container to be filled first, which they return.
+  Frame copy_items(Frame& frame) {
     const auto* items = frame.source->items<JsonValue>();
+    auto* copies = frame.copy->items<JsonValue>();
     while (frame.next < frame.source->size) {
       const JsonValue& item = items[frame.next++];
-      if (copy_value(frame, item, frame.copy->items<JsonValue>() + frame.copy->size++)) return;
+      JsonValue* copy = copies + frame.copy->size++;
+      ValueAccess::place_uncounted(copy, item);
+      if (!is_owning(item)) continue;
+      if (const Frame nested = copy_owned(item, copy); nested.copy != nullptr) return nested;
     }
+    return {};
   }
 
-  void copy_fields(Frame frame) {
+  Frame copy_fields(Frame& frame) {
     const auto* fields = frame.source->items<JsonField>();
+    auto* copies = frame.copy->items<JsonField>();
     while (frame.next < frame.source->size) {
       const JsonField& field = fields[frame.next++];
       if (dropped(field)) continue;
-      JsonField* copy = frame.copy->items<JsonField>() + frame.copy->size++;
-      copy_text(field.key, &copy->key);
-      if (copy_value(frame, field.value, &copy->value)) return;
+      JsonField* copy = copies + frame.copy->size++;
+      ValueAccess::place_uncounted(copy, field);
+      if (is_owning(field.key)) copy_text(field.key, &copy->key);
+      if (!is_owning(field.value)) continue;
+      if (const Frame nested = copy_owned(field.value, &copy->value); nested.copy != nullptr) return nested;
     }
-    if (frame.copy->size > FieldIndex::kUnindexedFields) {
-      frame.copy->index =
-          FieldIndex::create(arena_->allocate(FieldIndex::bytes_for(frame.copy->size)), frame.copy->size,
-                             frame.copy->items<JsonField>(), frame.copy->size);
-    }
+    if (frame.copy->size > FieldIndex::kUnindexedFields) add_index(frame.copy);
+    return {};
   }
 
-  // Copies `source` to `memory`; true when that opened a container, which is
-  // then to be filled before the rest of `frame`.
-  bool copy_value(const Frame& frame, const JsonValue& source, JsonValue* memory) {
+  void add_index(ContainerBlock* object) {
+    void* memory = arena_->allocate(FieldIndex::bytes_for(object->size));
+    object->index = FieldIndex::create(memory, object->size, object->items<JsonField>(), object->size);
+  }
+
+  template <typename Value>
+  static bool is_owning(const Value& value) noexcept {
+    return detail::owns_block(ValueAccess::tag(value));
+  }
+
+  // Replaces what `copy` shares with `source`; the container to be filled when
+  // that is one.
+  Frame copy_owned(const JsonValue& source, JsonValue* copy) {
     const Tag tag = ValueAccess::tag(source);
-    if (tag == Tag::list || tag == Tag::object) {
-      ValueAccess::place_container(memory, tag, nullptr);
-      walk_.push(frame);
-      ContainerBlock* block = open(ValueAccess::block(source), tag);
-      ValueAccess::place_container(memory, tag, block);
-      if (block != nullptr) return true;
-      walk_.pop();
-    } else if (tag == Tag::shared_text) {
-      copy_text(*source.text(), memory);
+    if (tag == Tag::shared_text) {
+      copy_text(*source.text(), copy);
+    } else if (tag == Tag::foreign || tag == Tag::big_integer) {
+      arena_->keep(source);
     } else {
-      if (tag == Tag::foreign || tag == Tag::big_integer) arena_->keep(source);
-      ValueAccess::place_uncounted(memory, source);
+      const ContainerBlock* block = ValueAccess::block(source);
+      ContainerBlock* opened = new_copy(block, tag);
+      ValueAccess::place_container(copy, tag, opened);
+      return {block, opened, 0, tag};
     }
-    return false;
+    return {};
   }
 
-  void copy_text(const Text& source, void* memory) {
-    if (ValueAccess::tag(source) == Tag::shared_text) {
-      const TextBlock* block = ValueAccess::text_block(source);
-      if (block->arena != nullptr || block->size < kKeptTextBytes) {
-        void* bytes = arena_->allocate(sizeof(TextBlock) + block->size);
-        auto* copy = new (bytes) TextBlock{arena_.get(), {0}, block->size, block->escape_gain};
-        std::memcpy(copy->characters(), block->characters(), block->size);
-        ValueAccess::place_text(memory, copy);
-        return;
-      }
+  void copy_text(const Text& source, void* copy) {
+    const TextBlock* block = ValueAccess::text_block(source);
+    if (block->arena == nullptr && block->size >= kKeptTextBytes) {
       arena_->keep(source);
+      return;
     }
-    ValueAccess::place_uncounted(memory, source);
+    void* memory = arena_->allocate(sizeof(TextBlock) + block->size);
+    auto* text = new (memory) TextBlock{arena_.get(), {0}, block->size, block->escape_gain};
+    std::memcpy(text->characters(), block->characters(), block->size);
+    ValueAccess::place_text(copy, text);
   }
 
   bool drop_nulls_;

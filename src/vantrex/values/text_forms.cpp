@@ -22,6 +22,10 @@ class CountingSink {
   void put(char /*byte*/) noexcept { ++size_; }
   void put(std::string_view bytes) noexcept { size_ += bytes.size(); }
   void put_integer(std::int64_t value) noexcept { size_ += integer_text_size(value); }
+  void put_float(double value) noexcept {
+    NumberBuffer buffer;
+    size_ += float_text(value, buffer).size();
+  }
   void put_escaped(const Text& text) noexcept { size_ += text.size() + text.escape_gain(); }
 
   std::size_t size() const noexcept { return size_; }
@@ -39,6 +43,10 @@ class StringSink {
   void put_integer(std::int64_t value) {
     NumberBuffer buffer;
     put(integer_text(value, buffer));
+  }
+  void put_float(double value) {
+    NumberBuffer buffer;
+    put(float_text(value, buffer));
   }
   void put_escaped(const Text& text) {
     std::string_view rest = text.view();
@@ -109,15 +117,17 @@ class KeyOrder {
 template <typename Sink, typename Order>
 class Writer {
  public:
-  explicit Writer(Sink& sink) noexcept : sink_(sink) {}
+  explicit Writer(Sink sink) noexcept : sink_(std::move(sink)) {}
 
-  void write(const JsonValue& value) {
-    if (!put_whole(value)) finish();
+  // Writes `value` and gives the sink back.
+  Sink write(const JsonValue& value) && {
+    if (!put_scalar(value, sink_)) open(value);
+    return finish();
   }
   template <typename Container>
-  void write(const Container& container) {
+  Sink write(const Container& container) && {
     open(container);
-    finish();
+    return finish();
   }
 
  private:
@@ -128,6 +138,11 @@ class Writer {
     const JsonValue* item;
     const JsonValue* items_end;
     typename Order::Cursor fields;
+
+    void separate(Sink& sink) {
+      if (has_items) sink.put(',');
+      has_items = true;
+    }
   };
 
   void open(const JsonList& list) {
@@ -138,99 +153,113 @@ class Writer {
     sink_.put('{');
     walk_.push({true, false, nullptr, nullptr, order_.open(object)});
   }
+  void open(const JsonValue& container) {
+    if (const JsonList* list = container.list()) {
+      open(*list);
+    } else {
+      open(*container.object());
+    }
+  }
 
-  void finish() {
+  Sink finish() {
     while (!walk_.empty()) {
       Level& level = walk_.top();
-      const bool is_object = level.is_object;
-      if (is_object ? put_fields(level) : put_items(level)) {
-        sink_.put(is_object ? '}' : ']');
+      const JsonValue* nested = level.is_object ? put_fields(level) : put_items(level);
+      if (nested == nullptr) {
         walk_.pop();
+      } else {
+        open(*nested);
       }
     }
+    return std::move(sink_);
   }
 
-  // Both go on with a level until it is done, or until one of its values opens
-  // a level of its own; then they return false.
-  bool put_fields(Level& level) {
-    while (const JsonField* field = order_.next(level.fields)) {
-      separate(level);
-      put(field->key);
-      sink_.put(':');
-      if (!put_whole(field->value)) return false;
+  // Both go on with a level until it is done, or until one of its values is a
+  // list or an object, which they return. Their sink is a local one, which can
+  // stay in registers.
+  const JsonValue* put_fields(Level& level) {
+    Sink sink = std::move(sink_);
+    const JsonValue* nested = nullptr;
+    while (nested == nullptr) {
+      const JsonField* field = order_.next(level.fields);
+      if (field == nullptr) {
+        sink.put('}');
+        break;
+      }
+      level.separate(sink);
+      put_text(field->key, sink);
+      sink.put(':');
+      if (!put_scalar(field->value, sink)) nested = &field->value;
     }
-    return true;
+    sink_ = std::move(sink);
+    return nested;
   }
-  bool put_items(Level& level) {
-    while (level.item != level.items_end) {
-      separate(level);
-      if (!put_whole(*level.item++)) return false;
+  const JsonValue* put_items(Level& level) {
+    Sink sink = std::move(sink_);
+    const JsonValue* nested = nullptr;
+    while (nested == nullptr) {
+      if (level.item == level.items_end) {
+        sink.put(']');
+        break;
+      }
+      const JsonValue& item = *level.item++;
+      level.separate(sink);
+      if (!put_scalar(item, sink)) nested = &item;
     }
-    return true;
+    sink_ = std::move(sink);
+    return nested;
   }
 
-  void separate(Level& level) {
-    if (level.has_items) sink_.put(',');
-    level.has_items = true;
+  static void put_text(const Text& text, Sink& sink) {
+    sink.put('"');
+    sink.put_escaped(text);
+    sink.put('"');
   }
 
-  void put(const Text& text) {
-    sink_.put('"');
-    sink_.put_escaped(text);
-    sink_.put('"');
-  }
-
-  // Writes what needs no level of its own; else opens one and returns false.
-  bool put_whole(const JsonValue& value) {
-    NumberBuffer buffer;
+  // Writes anything but a list or an object; false for those.
+  [[gnu::always_inline]] static bool put_scalar(const JsonValue& value, Sink& sink) {
     switch (ValueAccess::tag(value)) {
-      case Tag::null:
-        sink_.put("null");
-        return true;
-      case Tag::boolean:
-        sink_.put(*value.boolean() ? std::string_view("true") : std::string_view("false"));
-        return true;
-      case Tag::integer:
-        sink_.put_integer(ValueAccess::small_integer(value));
-        return true;
-      case Tag::big_integer:
-        sink_.put(ValueAccess::digits(value));
-        return true;
-      case Tag::floating:
-        sink_.put(float_text(*value.floating(), buffer));
-        return true;
-      case Tag::foreign:
-        put(value.foreign()->text_form());
-        return true;
       case Tag::list:
-        open(*value.list());
-        return false;
       case Tag::object:
-        open(*value.object());
         return false;
+      case Tag::null:
+        sink.put("null");
+        break;
+      case Tag::boolean:
+        sink.put(*value.boolean() ? std::string_view("true") : std::string_view("false"));
+        break;
+      case Tag::integer:
+        sink.put_integer(ValueAccess::small_integer(value));
+        break;
+      case Tag::big_integer:
+        sink.put(ValueAccess::digits(value));
+        break;
+      case Tag::floating:
+        sink.put_float(*value.floating());
+        break;
+      case Tag::foreign:
+        put_text(value.foreign()->text_form(), sink);
+        break;
       default:
-        put(*value.text());
-        return true;
+        put_text(*value.text(), sink);
+        break;
     }
+    return true;
   }
 
-  Sink& sink_;
+  Sink sink_;
   Order order_;
   WalkStack<Level> walk_;
 };
 
 template <typename Value>
 std::size_t size_of(const Value& value) {
-  CountingSink sink;
-  Writer<CountingSink, InsertionOrder>(sink).write(value);
-  return sink.size();
+  return Writer<CountingSink, InsertionOrder>(CountingSink()).write(value).size();
 }
 
 template <typename Order, typename Value>
 std::string text_of(const Value& value) {
-  StringSink sink(size_of(value));
-  Writer<StringSink, Order>(sink).write(value);
-  return std::move(sink).take();
+  return Writer<StringSink, Order>(StringSink(size_of(value))).write(value).take();
 }
 
 }  // namespace

@@ -20,20 +20,27 @@ using values::Text;
 
 namespace {
 
-// Most keys are told from a hint's by their size and first letter alone.
-constexpr std::uint32_t initial_bit(std::string_view name) noexcept {
-  return std::uint32_t{1} << (static_cast<unsigned char>(name.front()) % 32);
+// Most keys are told from a hint's by their size and first two letters alone.
+constexpr std::uint32_t initials_bit(std::string_view name) noexcept {
+  const auto first = static_cast<unsigned char>(name[0]);
+  const auto second = static_cast<unsigned char>(name[1]);
+  return std::uint32_t{1} << ((2U * first + second) % 32);
 }
 
-// The first letters of the hint keys of each size, as bits.
+// The bits of the hint keys of each size.
 constexpr auto kInitialsBySize = [] {
   constexpr auto kLongest = std::max_element(HINT_KEYS.begin(), HINT_KEYS.end(), [](auto a, auto b) {
                               return a.size() < b.size();
                             })->size();
   std::array<std::uint32_t, kLongest + 1> initials{};
-  for (const std::string_view key : HINT_KEYS) initials[key.size()] |= initial_bit(key);
+  for (const std::string_view key : HINT_KEYS) initials[key.size()] |= initials_bit(key);
   return initials;
 }();
+
+bool may_be_hint_key(std::string_view name) noexcept {
+  return name.size() >= 2 && name.size() < kInitialsBySize.size() &&
+         (kInitialsBySize[name.size()] & initials_bit(name)) != 0;
+}
 
 // Adds up the hint fields of a tree.
 class HintWalk {
@@ -69,7 +76,7 @@ class HintWalk {
   bool look_through(Level& level) {
     while (level.field != level.fields_end) {
       const JsonField& field = *level.field++;
-      if (is_hint_key(field.key)) {
+      if (may_be_hint_key(field.key.view()) && is_hint_key(field.key)) {
         bytes_ += _encoded_size(field.value);
       } else if (is_container(field.value)) {
         open(field.value);
@@ -98,6 +105,10 @@ std::size_t hint_size(const Value& value) {
 
 }  // namespace
 
+bool is_hint_key(const Text& key) noexcept {
+  return std::find(HINT_KEYS.begin(), HINT_KEYS.end(), key.view()) != HINT_KEYS.end();
+}
+
 std::size_t _encoded_size(const JsonValue& value) {
   return compact_size(value);
 }
@@ -107,13 +118,6 @@ std::size_t _hint_size(const JsonValue& value) {
 }
 std::size_t _hint_size(const JsonObject& object) {
   return hint_size(object);
-}
-
-bool is_hint_key(const Text& key) noexcept {
-  const std::string_view name = key.view();
-  if (name.size() >= kInitialsBySize.size() || name.empty()) return false;
-  if ((kInitialsBySize[name.size()] & initial_bit(name)) == 0) return false;
-  return std::find(HINT_KEYS.begin(), HINT_KEYS.end(), name) != HINT_KEYS.end();
 }
 
 JsonList _within_share(const JsonObject& response, JsonList steps, Keep keep) {
