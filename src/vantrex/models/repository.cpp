@@ -3,9 +3,7 @@
 namespace vantrex::models {
 
 void InMemoryRepository::visit_symbols(const SymbolVisitor& visit) const {
-  for (const Symbol& symbol : symbols_) {
-    visit({symbol.fqn, symbol.name, symbol.kind, symbol.file, symbol.line});
-  }
+  for (const Symbol& symbol : symbols_) visit(symbol.view());
 }
 
 void InMemoryRepository::visit_paths(const PathVisitor& visit) const {

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include "vantrex/models/ascii_case.h"
+
 namespace vantrex::models {
 
 namespace {
@@ -14,18 +16,8 @@ constexpr std::array<std::string_view, 14> kDocumentSuffixes = {".md",   ".markd
                                                                 ".json", ".yaml",     ".yml", ".toml", ".ini",
                                                                 ".cfg",  ".xml",      ".csv", ".lock"};
 
-constexpr char lower(char c) noexcept {
-  return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;
-}
-
-bool same_but_for_case(std::string_view text, std::string_view lower_case) noexcept {
-  return std::equal(text.begin(), text.end(), lower_case.begin(), lower_case.end(),
-                    [](char a, char b) { return lower(a) == b; });
-}
-
-bool ends_with(std::string_view text, std::string_view lower_case) noexcept {
-  return text.size() >= lower_case.size() &&
-         same_but_for_case(text.substr(text.size() - lower_case.size()), lower_case);
+bool ends_with(std::string_view path, std::string_view suffix) noexcept {
+  return path.size() >= suffix.size() && same_but_for_case(path.substr(path.size() - suffix.size()), suffix);
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 // values and pure functions.
 #pragma once
 
+#include <compare>
 #include <cstddef>
 #include <optional>
 #include <string>
@@ -11,22 +12,27 @@
 
 namespace vantrex::models {
 
-// What an index knows of one symbol. What it does not know is empty, or 0.
-struct Symbol {
-  std::string fqn;       // "pkg.mod.Thing.run"
-  std::string name;      // "run"
-  std::string kind;      // "method"
-  std::string file;      // "pkg/mod.py"
-  std::size_t line = 0;  // from 1
+// What an index knows of one symbol, borrowed from it for the length of a call.
+// What it does not know is empty, or 0.
+struct SymbolView {
+  std::string_view fqn;   // "pkg.mod.Thing.run"
+  std::string_view name;  // "run"
+  std::string_view kind;  // "method"
+  std::string_view file;  // "pkg/mod.py"
+  std::size_t line = 0;   // from 1
+
+  friend auto operator<=>(const SymbolView&, const SymbolView&) = default;
 };
 
-// The same, borrowed from an index for the length of a call.
-struct SymbolView {
-  std::string_view fqn;
-  std::string_view name;
-  std::string_view kind;
-  std::string_view file;
+// The same, to keep.
+struct Symbol {
+  std::string fqn;
+  std::string name;
+  std::string kind;
+  std::string file;
   std::size_t line = 0;
+
+  SymbolView view() const noexcept { return {fqn, name, kind, file, line}; }
 };
 
 // Whether a symbol of `kind` in the file `path` is code: false for the parts of
