@@ -3,7 +3,6 @@
 #include <nlohmann/json.hpp>
 
 #include "peers/peer.h"
-#include "vantrex/values/text_forms.h"
 
 namespace vantrex::bench {
 
@@ -17,7 +16,7 @@ using Array = ordered_json::array_t;
 ordered_json copy_of(const ordered_json& source) {
   if (source.is_object()) {
     const auto& fields = source.get_ref<const Object&>();
-    ordered_json copy(nlohmann::detail::value_t::object);
+    ordered_json copy(ordered_json::value_t::object);
     auto& copied = copy.get_ref<Object&>();
     copied.reserve(fields.size());
     for (const auto& [key, value] : fields) {
@@ -27,7 +26,7 @@ ordered_json copy_of(const ordered_json& source) {
   }
   if (source.is_array()) {
     const auto& items = source.get_ref<const Array&>();
-    ordered_json copy(nlohmann::detail::value_t::array);
+    ordered_json copy(ordered_json::value_t::array);
     auto& copied = copy.get_ref<Array&>();
     copied.reserve(items.size());
     for (const auto& item : items) copied.emplace_back(copy_of(item));
@@ -81,12 +80,12 @@ Size size_of(const ordered_json& value) {
 ordered_json step(const ordered_json& answer, const PlannedStep& planned) {
   const ordered_json& holder = planned.list.empty() ? answer : answer[planned.list][0];
   const std::int64_t total = planned.counted ? answer["total_count"].get<std::int64_t>() : 0;
-  ordered_json args(nlohmann::detail::value_t::object);
+  ordered_json args(ordered_json::value_t::object);
   auto& arguments = args.get_ref<Object&>();
   arguments.reserve(2);
   arguments.emplace_back("action", planned.action);
   arguments.emplace_back(planned.argument, holder[planned.argument]);
-  ordered_json made(nlohmann::detail::value_t::object);
+  ordered_json made(ordered_json::value_t::object);
   auto& fields = made.get_ref<Object&>();
   fields.reserve(3);
   fields.emplace_back("tool", planned.tool);
@@ -99,8 +98,8 @@ class NlohmannPeer : public Contender {
  public:
   explicit NlohmannPeer(const Request& request)
       : request_(request),
-        source_(ordered_json::parse(values::compact_text(request.answer))),
-        copy_(copy_of(source_)) {}
+        source_(ordered_json::parse(peers::answer_text(request))),
+        copy_(ordered_json::parse(peers::copy_text(request))) {}
 
   std::size_t finish() override {
     ordered_json answer = copy_of(source_);
@@ -121,7 +120,7 @@ class NlohmannPeer : public Contender {
  private:
   Size attach(ordered_json& answer) const {
     const Size size = size_of(answer);
-    ordered_json steps(nlohmann::detail::value_t::array);
+    ordered_json steps(ordered_json::value_t::array);
     auto& items = steps.get_ref<Array&>();
     items.reserve(2);
     for (const PlannedStep& planned : request_.plan) items.push_back(step(answer, planned));

@@ -3,6 +3,9 @@
 #include <algorithm>
 #include <bit>
 
+#include "vantrex/tool_handlers/next_steps/finishing.h"
+#include "vantrex/values/text_forms.h"
+
 namespace vantrex::bench::peers {
 
 namespace {
@@ -18,6 +21,14 @@ constexpr std::array<std::uint64_t, 20> kPowersOfTen = [] {
 }();
 
 }  // namespace
+
+std::string answer_text(const Request& request) {
+  return values::compact_text(request.answer);
+}
+
+std::string copy_text(const Request& request) {
+  return values::compact_text(tool_handlers::next_steps::without_null_fields(request.answer));
+}
 
 std::size_t integer_size(std::int64_t number) noexcept {
   const auto bits = static_cast<std::uint64_t>(number);

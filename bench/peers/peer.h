@@ -58,6 +58,11 @@ inline constexpr std::array<NamedContender, 4> kContenders = {{{"next_steps", ou
 
 namespace peers {
 
+// The text of the answer, for a peer to read, and that of its copy without null
+// fields.
+std::string answer_text(const Request& request);
+std::string copy_text(const Request& request);
+
 // Bytes of a value's compact text, and those of the hint fields in it.
 struct Size {
   std::size_t text = 0;

@@ -11,7 +11,6 @@
 #include <rapidjson/writer.h>
 
 #include "peers/peer.h"
-#include "vantrex/values/text_forms.h"
 
 namespace vantrex::bench {
 
@@ -132,8 +131,10 @@ class RapidjsonPeer : public Contender {
  public:
   explicit RapidjsonPeer(const Request& request)
       : request_(request), first_block_(kFirstBlock), stack_block_(kFirstBlock) {
-    source_.Parse(values::compact_text(request.answer).c_str());
-    if (source_.HasParseError()) throw std::runtime_error("RapidJSON does not read the answer");
+    source_.Parse(peers::answer_text(request).c_str());
+    copy_.Parse(peers::copy_text(request).c_str());
+    if (source_.HasParseError() || copy_.HasParseError())
+      throw std::runtime_error("RapidJSON cannot read it");
   }
 
   std::size_t finish() override {
@@ -152,7 +153,7 @@ class RapidjsonPeer : public Contender {
     return finished.answer.MemberCount();
   }
   std::size_t count() override {
-    const Size size = size_of(source_);
+    const Size size = size_of(copy_);
     return size.text + size.hints;
   }
   std::string finished_text() override {
@@ -219,6 +220,7 @@ class RapidjsonPeer : public Contender {
 
   const Request& request_;
   Document source_;
+  Document copy_;
   std::vector<char> first_block_;
   std::vector<char> stack_block_;
   rapidjson::StringBuffer text_;
