@@ -1,0 +1,48 @@
+#include "next_steps/answer_options.h"
+
+#include <utility>
+
+#include "next_steps/failures.h"
+#include "next_steps/input.h"
+#include "next_steps/json_reader.h"
+
+namespace next_steps_program {
+
+using vantrex::values::JsonObject;
+
+namespace {
+
+// The object that an option's text holds, or nothing when it is null.
+std::optional<JsonObject> option_object(const std::string& option, const std::string& text) {
+  try {
+    if (read_json(text).is_null()) return std::nullopt;
+    return read_json_object(text, "the value of " + option);
+  } catch (const JsonError& error) {
+    throw InputRejected(option, error);
+  }
+}
+
+}  // namespace
+
+void AnswerOptions::add_to(CLI::App& parser) {
+  parser.add_option("--tool", tool_, "The tool that answered")->required()->type_name("TOOL");
+  parser.add_option("--action", action_, "The action that it ran")->type_name("ACTION");
+  parser.add_option("--arguments", arguments_, "The request's arguments, an object")->type_name("JSON");
+  parser.add_option("--freshness", freshness_, "The freshness block, an object")->type_name("JSON");
+  parser.add_option("FILE", file_, "The answer, an object; standard input when - or none")->type_name("");
+}
+
+Request AnswerOptions::read() const {
+  Request request{.response = {}, .tool = tool_, .action = action_, .arguments = {}, .freshness = {}};
+  request.arguments = option_object("--arguments", arguments_);
+  request.freshness = option_object("--freshness", freshness_);
+  Input input(file_, "an answer");
+  try {
+    request.response = read_json_object(input.read_all(), "an answer");
+  } catch (const JsonError& error) {
+    throw InputRejected(input.name(), error);
+  }
+  return request;
+}
+
+}  // namespace next_steps_program

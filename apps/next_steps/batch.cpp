@@ -1,0 +1,64 @@
+// next-steps batch: a finished answer for each line, also as a co-process.
+#include <iostream>
+#include <memory>
+#include <string>
+
+#include "next_steps/command.h"
+#include "next_steps/failures.h"
+#include "next_steps/input.h"
+#include "next_steps/output.h"
+#include "next_steps/request.h"
+#include "vantrex/tool_handlers/tool_result.h"
+#include "vantrex/values/text_forms.h"
+
+namespace next_steps_program {
+
+using vantrex::values::JsonObject;
+
+namespace {
+
+// The line that stands in the place of a finished answer.
+std::string error_line(std::size_t line, const JsonError& error) {
+  return compact_text(JsonObject{
+      {"error", JsonObject{{"line", line}, {"column", error.place().column}, {"message", error.what()}}}});
+}
+
+ExitStatus batch(const std::string& file) {
+  Output output;
+  Input input(file, "requests, one a line,");
+  LineReader lines(input, [&output] { output.flush(); });
+  std::size_t rejected = 0;
+  std::string first_rejection;
+  while (const auto line = lines.next()) {
+    try {
+      output.write(vantrex::tool_handlers::tool_result_text(finished(read_request(*line))));
+    } catch (const JsonError& error) {
+      output.write(error_line(lines.line_number(), error));
+      if (rejected++ == 0) {
+        const Place place{.line = lines.line_number(), .column = error.place().column};
+        first_rejection = InputRejected(input.name(), JsonError(place, error.what())).what();
+      }
+    }
+    output.write("\n");
+  }
+  output.flush();
+  if (rejected == 0) return ExitStatus::done;
+  std::cerr << first_rejection << " (lines rejected: " << rejected << ")\n";
+  return ExitStatus::input_rejected;
+}
+
+}  // namespace
+
+Command add_batch(CLI::App& program) {
+  auto file = std::make_shared<std::string>();
+  CLI::App* parser = program.add_subcommand("batch", "Finish the answers of a stream of JSON lines");
+  parser->add_option("FILE", *file, "The requests, one a line; standard input when - or none")->type_name("");
+  parser->footer(
+      "A request is {\"response\": object, \"tool\": string} with, as known, \"action\": string,\n"
+      "\"arguments\": object, \"freshness\": object. Each line is answered by one line, before the\n"
+      "next is waited for: the finished answer, or {\"error\": {\"line\", \"column\", \"message\"}}\n"
+      "for a line that is no request, an empty one included.");
+  return {parser, [file] { return batch(*file); }};
+}
+
+}  // namespace next_steps_program

@@ -1,0 +1,27 @@
+// The program's subcommands.
+//
+// A subcommand is one file: it defines an add_ function, which is declared here
+// and listed in main.cpp.
+#pragma once
+
+#include <functional>
+
+#include <CLI/CLI.hpp>
+
+namespace next_steps_program {
+
+// What the program tells its caller by its exit status.
+enum class ExitStatus : int { done = 0, input_rejected = 1, wrong_usage = 2, io_failed = 3 };
+
+struct Command {
+  CLI::App* parser;  // owned by the program's parser
+  // Does the work once the arguments are parsed. Throws InputRejected, IoFailed
+  // and std::bad_alloc.
+  std::function<ExitStatus()> run;
+};
+
+// Each adds a subcommand and its options to `program`.
+Command add_finish(CLI::App& program);
+Command add_batch(CLI::App& program);
+
+}  // namespace next_steps_program

@@ -1,0 +1,40 @@
+// next-steps finish: one answer in, the finished answer out.
+#include <memory>
+#include <utility>
+
+#include "next_steps/answer_options.h"
+#include "next_steps/command.h"
+#include "next_steps/output.h"
+#include "next_steps/pretty_text.h"
+#include "vantrex/tool_handlers/tool_result.h"
+
+namespace next_steps_program {
+
+namespace {
+
+struct FinishOptions {
+  AnswerOptions answer;
+  bool pretty = false;
+};
+
+ExitStatus finish(const FinishOptions& options) {
+  vantrex::values::JsonObject answer = finished(options.answer.read());
+  Output output;
+  output.write(options.pretty ? pretty_text(std::move(answer))
+                              : vantrex::tool_handlers::tool_result_text(answer));
+  output.write("\n");
+  output.flush();
+  return ExitStatus::done;
+}
+
+}  // namespace
+
+Command add_finish(CLI::App& program) {
+  auto options = std::make_shared<FinishOptions>();
+  CLI::App* parser = program.add_subcommand("finish", "Finish one answer");
+  options->answer.add_to(*parser);
+  parser->add_flag("--pretty", options->pretty, "Indent the finished answer");
+  return {parser, [options] { return finish(*options); }};
+}
+
+}  // namespace next_steps_program

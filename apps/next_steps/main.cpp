@@ -1,0 +1,65 @@
+#include <csignal>
+#include <iostream>
+#include <new>
+#include <sstream>
+#include <vector>
+
+#include "next_steps/command.h"
+#include "next_steps/failures.h"
+#include "next_steps/output.h"
+
+namespace next_steps_program {
+namespace {
+
+// What a parse that ended early has to say: the help that was asked for, or
+// what is wrong with the arguments.
+ExitStatus answer_parse(const CLI::App& program, const CLI::ParseError& ending) {
+  std::ostringstream asked_for;
+  std::ostringstream wrong;
+  const bool is_wrong = program.exit(ending, asked_for, wrong) != 0;
+  std::cerr << wrong.str();
+  Output output;
+  output.write(asked_for.str());
+  output.flush();
+  return is_wrong ? ExitStatus::wrong_usage : ExitStatus::done;
+}
+
+ExitStatus run(int argument_count, char** arguments) {
+  CLI::App program("Finishes the answers of a code-index tool server", "next-steps");
+  program.set_version_flag("--version", "next-steps " NEXT_STEPS_VERSION);
+  program.require_subcommand(1);
+  program.footer("Exit status: 0 done, 1 input rejected, 2 wrong usage, 3 input or output failed.");
+  const std::vector<Command> commands = {add_finish(program), add_batch(program)};
+  try {
+    program.parse(argument_count, arguments);
+  } catch (const CLI::ParseError& ending) {
+    return answer_parse(program, ending);
+  }
+  for (const Command& command : commands) {
+    if (command.parser->parsed()) return command.run();
+  }
+  return ExitStatus::wrong_usage;
+}
+
+ExitStatus run_and_report(int argument_count, char** arguments) {
+  try {
+    return run(argument_count, arguments);
+  } catch (const InputRejected& error) {
+    std::cerr << error.what() << '\n';
+    return ExitStatus::input_rejected;
+  } catch (const IoFailed& error) {
+    std::cerr << "next-steps: " << error.what() << '\n';
+  } catch (const std::bad_alloc&) {
+    std::cerr << "next-steps: out of memory\n";
+  }
+  return ExitStatus::io_failed;
+}
+
+}  // namespace
+}  // namespace next_steps_program
+
+int main(int argument_count, char** arguments) {
+  // A closed pipe is reported as a failed write.
+  if (std::signal(SIGPIPE, SIG_IGN) == SIG_ERR) return EXIT_FAILURE;
+  return static_cast<int>(next_steps_program::run_and_report(argument_count, arguments));
+}

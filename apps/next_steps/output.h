@@ -1,0 +1,23 @@
+// Writing to standard output, with every failure noticed.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace next_steps_program {
+
+// Collects what is written; what is not flushed is lost. Threads: one at a
+// time.
+class Output {
+ public:
+  // Throws IoFailed and std::bad_alloc.
+  void write(std::string_view text);
+  // Hands everything to the operating system. Throws IoFailed, among others for
+  // a full disk and a closed pipe.
+  void flush();
+
+ private:
+  std::string waiting_;
+};
+
+}  // namespace next_steps_program

@@ -1,0 +1,29 @@
+// One answer to finish, with what is known about the request it answers.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "vantrex/values/json_value.h"
+
+namespace next_steps_program {
+
+struct Request {
+  vantrex::values::JsonObject response;  // the tool's answer
+  std::string tool;
+  std::optional<std::string> action;
+  std::optional<vantrex::values::JsonObject> arguments;
+  vantrex::values::JsonValue freshness;  // an object or null
+};
+
+// The request that one line of a batch holds: the object {"response": object,
+// "tool": string, "action"?: string|null, "arguments"?: object|null,
+// "freshness"?: object|null} and no other member. Throws JsonError, with the
+// place of the member that is wrong, and std::bad_alloc.
+Request read_request(std::string_view line);
+
+// The finished answer to `request`. Throws std::bad_alloc.
+vantrex::values::JsonObject finished(const Request& request);
+
+}  // namespace next_steps_program
