@@ -5,8 +5,9 @@
 
 namespace vantrex::values {
 
+// These delegate, so that a conversion that throws half-way gives back the rest.
 template <detail::Sequence Range>
-JsonList::JsonList(const Range& items) {
+JsonList::JsonList(const Range& items) : JsonList() {
   if constexpr (std::ranges::sized_range<const Range>) reserve(std::ranges::size(items));
   for (auto&& item : items) push_back(JsonValue(static_cast<std::ranges::range_value_t<const Range>>(item)));
 }
@@ -24,7 +25,7 @@ JsonList JsonList::of(Items&&... items) {
 }
 
 template <detail::StringKeyedMap Map>
-JsonObject::JsonObject(const Map& map) {
+JsonObject::JsonObject(const Map& map) : JsonObject() {
   if constexpr (std::ranges::sized_range<const Map>) reserve(std::ranges::size(map));
   for (const auto& [key, value] : map) set(Text(std::string_view(key)), JsonValue(value));
 }
