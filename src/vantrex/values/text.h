@@ -49,15 +49,18 @@ class InvalidUtf8 : public std::invalid_argument {
   std::size_t byte_offset_;
 };
 
-// A text that the program itself holds: a string literal in ASCII, checked when
-// the program is compiled. It costs nothing to make a Text of it.
+// A text that the program itself holds: a string literal in ASCII that gains at
+// most 255 bytes when it is escaped, checked when the program is compiled. It
+// costs nothing to make a Text of it.
 class TextLiteral {
  public:
   // NOLINTNEXTLINE(google-explicit-constructor): a literal is a text.
   consteval TextLiteral(const char* text) : text_(text) {
     for (; text[size_] != 0; ++size_) {
       if (static_cast<unsigned char>(text[size_]) >= 0x80) throw "not ASCII";
-      escape_gain_ += static_cast<std::uint8_t>(detail::escape_gain(text[size_]));
+      const std::size_t gain = escape_gain_ + detail::escape_gain(text[size_]);
+      if (gain > 0xFF) throw "too many characters to escape";
+      escape_gain_ = static_cast<std::uint8_t>(gain);
     }
   }
 
