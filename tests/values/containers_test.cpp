@@ -1,0 +1,189 @@
+#include <algorithm>
+#include <functional>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "support/allocations.h"
+#include "support/naive.h"
+#include "support/random_tree.h"
+#include "support/table.h"
+#include "vantrex/values/json_value.h"
+#include "vantrex/values/text_forms.h"
+
+namespace vantrex::values {
+namespace {
+
+using tests::Random;
+using tests::naive::json_text;
+
+TEST(JsonObject, KeepsItsFieldsLikeAListOfPairs) {
+  for (std::uint64_t seed = 0; seed < 300; ++seed) {
+    Random random(seed);
+    const std::size_t keys = 1 + random.below(60);  // up to and beyond what is searched without an index
+    JsonObject object;
+    std::vector<std::pair<std::string, int>> expected;
+    for (int round = 0; round < 200; ++round) {
+      const std::string key = "key" + std::to_string(random.below(keys));
+      const auto found =
+          std::find_if(expected.begin(), expected.end(), [&](auto& each) { return each.first == key; });
+      ASSERT_EQ(object.contains(key), found != expected.end()) << "seed " << seed;
+      if (random.chance(5)) object = JsonObject(object);  // packed, until it changes
+      if (random.chance(3)) object.reserve(random.below(100));
+      if (random.chance(round < 100 ? 25 : 60)) {
+        const std::optional<JsonValue> removed = object.remove(key);
+        ASSERT_EQ(removed.has_value(), found != expected.end());
+        if (removed) expected.erase(found);
+      } else {
+        object.set(key, round);
+        if (found != expected.end())
+          expected.erase(found, found)->second = round;
+        else
+          expected.emplace_back(key, round);
+      }
+      ASSERT_EQ(object.size(), expected.size());
+    }
+    for (std::size_t place = 0; place < expected.size(); ++place) {
+      const JsonField& field = object.begin()[place];
+      ASSERT_EQ(field.key.view(), expected[place].first) << "seed " << seed;
+      ASSERT_EQ(field.value, JsonValue(expected[place].second)) << "seed " << seed;
+      ASSERT_EQ(object.find(field.key.view()), &field.value);
+    }
+  }
+}
+
+TEST(JsonObject, HoldsAMillionFields) {
+  constexpr int kFields = 1'000'000;
+  JsonObject object;
+  for (int each = 0; each < kFields; ++each) object.set(std::to_string(each), each);
+  for (int each = 0; each < kFields; each += 3) object.set(std::to_string(each), -each);
+  const JsonObject copy = object;
+  for (int each = 0; each < kFields; ++each) {
+    ASSERT_EQ(copy[std::to_string(each)], JsonValue(each % 3 == 0 ? -each : each));
+  }
+  EXPECT_FALSE(copy.contains("1000000"));
+  EXPECT_EQ(copy.begin()[77'777].key.view(), "77777");
+}
+
+TEST(Containers, TakeTheirOwnPartsAndRefuseTooMany) {
+  JsonObject object = {{"a key of more than 14 bytes", JsonList::of("x")}};
+  for (int round = 0; round < 4; ++round) object.set(object.begin()->key, object.begin()->value);
+  object.set("whole", object);
+  object.remove(object.begin()->key.view());
+  EXPECT_EQ(compact_text(object), R"({"whole":{"a key of more than 14 bytes":["x"]}})");
+  JsonList list = JsonList::of("a text of more than 14 bytes");
+  while (list.size() < 100) list.push_back(list[0]);
+  EXPECT_EQ(list[99], list[0]);
+  EXPECT_THROW(list.reserve(std::size_t{1} << 32), std::length_error);
+  EXPECT_THROW(object.reserve(std::size_t{1} << 32), std::length_error);
+}
+
+// The same tree, put together piece by piece.
+JsonValue rebuilt(const JsonValue& value) {
+  if (const JsonList* list = value.list()) {
+    JsonList copy;
+    for (const JsonValue& item : *list) copy.push_back(rebuilt(item));
+    return copy;
+  }
+  if (const JsonObject* object = value.object()) {
+    JsonObject copy;
+    for (const auto& [key, member] : *object) copy.set(key, rebuilt(member));
+    return copy;
+  }
+  return value;
+}
+
+// A place somewhere in `value`, to be changed.
+JsonValue& some_place(JsonValue& value, Random& random) {
+  JsonValue* place = &value;
+  while (random.chance(75)) {
+    JsonList* list = place->list();
+    JsonObject* object = place->object();
+    if (list != nullptr && !list->empty()) {
+      place = &list->mutable_item(random.below(list->size()));
+    } else if (object != nullptr && !object->empty()) {
+      const std::string key(object->begin()[random.below(object->size())].key.view());
+      place = object->find_mutable(key);
+    }
+  }
+  return *place;
+}
+
+// Makes one change somewhere in `value`; returns what was taken out of it.
+JsonValue change(JsonValue& value, Random random) {
+  JsonValue& place = some_place(value, random);
+  const std::size_t way = random.below(4);
+  if (way == 0) return std::exchange(place, random_value(random, tests::Domain::any, 2));
+  if (JsonList* list = place.list()) {
+    if (way == 1) list->truncate(random.below(list->size() + 1));
+    if (way == 2) list->reserve(random.below(20));
+    if (way == 3) list->push_back(random_value(random, tests::Domain::any, 2));
+  } else if (JsonObject* object = place.object()) {
+    if (way == 1 && !object->empty()) return *object->remove((object->end() - 1)->key.view());
+    if (way == 2) object->reserve(random.below(20));
+    if (way == 3) object->set(tests::random_string(random), random_value(random, tests::Domain::any, 2));
+  }
+  return nullptr;
+}
+
+TEST(Containers, CopiesChangeAlone) {
+  for (std::uint64_t seed = 0; seed < 2000; ++seed) {
+    Random random(seed);
+    JsonValue original = random_value(random, tests::Domain::any, 5);
+    const std::string before = json_text(original);
+    JsonValue copy = original;
+    JsonValue shared = copy;
+    JsonValue expected = rebuilt(original);
+    std::vector<std::pair<JsonValue, std::string>> parts;  // what outlives the copy
+    for (int round = 0; round < 12; ++round) {
+      const Random choices(seed * 100 + static_cast<std::uint64_t>(round));
+      JsonValue taken = change(copy, choices);
+      ASSERT_EQ(json_text(taken), json_text(change(expected, choices))) << "seed " << seed;
+      ASSERT_EQ(compact_text(copy), json_text(expected)) << "seed " << seed;
+      ASSERT_EQ(compact_size(copy), json_text(expected).size()) << "seed " << seed;
+      parts.emplace_back(some_place(shared, random), "");
+      parts.back().second = json_text(parts.back().first);
+      const std::string text = json_text(taken);
+      parts.emplace_back(std::move(taken), text);
+      if (round == 6) original = copy;
+    }
+    ASSERT_EQ(json_text(shared), before) << "seed " << seed;
+    original = shared = copy = nullptr;
+    for (const auto& [part, text] : parts) ASSERT_EQ(json_text(part), text) << "seed " << seed;
+  }
+}
+
+TEST(Containers, AreAsTheyWereWhenMemoryRunsOut) {
+  const JsonObject shared = JsonObject(tests::parse_object(
+      R"({"a text of more than 14 bytes":1,"list":["another text of more than 14 bytes",{},[1,2]],"object":{"a":{}},)"
+      R"("5":5,"6":6,"7":7,"8":8,"9":9,"10":10,"11":11,"12":12,"13":13,"14":14,"15":15,"16":16})"));
+  const JsonObject packed = shared;
+  const std::string before = json_text(shared);
+  const std::string key = "a new key of more than 14 bytes";
+  const std::vector<std::function<void(JsonObject&)>> kChanges = {
+      [&](JsonObject& o) { o.set(key, JsonList::of(key)); },
+      [&](JsonObject& o) { o.set("list", Text(key)); },
+      [&](JsonObject& o) { o.reserve(200); },
+      [&](JsonObject& o) {
+        o = JsonObject(JsonObject{{"o", o}});
+      },
+      [&](JsonObject& o) {
+        o = JsonObject{{"p", packed}, {"s", shared}, {key, key}};
+      },
+  };
+  for (std::size_t place = 0; place < kChanges.size(); ++place) {
+    for (const JsonObject* source : {&shared, &packed}) {
+      SCOPED_TRACE(place);
+      JsonObject object = *source;
+      tests::fail_each_allocation([&] { kChanges[place](object); },
+                                  [&] { ASSERT_EQ(json_text(object), before); });
+      ASSERT_NE(compact_size(object), 0U);
+    }
+  }
+}
+
+}  // namespace
+}  // namespace vantrex::values

@@ -1,0 +1,118 @@
+#include <bit>
+#include <cmath>
+#include <cstdint>
+#include <limits>
+#include <random>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "support/naive.h"
+#include "support/table.h"
+#include "vantrex/values/integer.h"
+#include "vantrex/values/number_text.h"
+
+namespace vantrex::values {
+namespace {
+
+TEST(Integer, ParsesWhatHasTheFormOfAnInteger) {
+  const std::string huge(400, '7');
+  const auto rows = tests::table(R"(
+0 | 0
+-0 | 0
+-000 | 0
+007 | 7
+-012 | -12
+9223372036854775807 | 9223372036854775807
+9223372036854775808 | 9223372036854775808
+-9223372036854775808 | -9223372036854775808
+-0009223372036854775809 | -9223372036854775809
+00000000000000000000001 | 1
+- | none
++1 | none
+1.0 | none
+1e3 | none
+0x1 | none
+ 1 | none
+--1 | none
+)" + huge + " | " + huge + "\n-00" +
+                                 huge + " | -" + huge);
+  for (const auto& row : rows) {
+    const auto integer = Integer::parse(row.at(0));
+    EXPECT_EQ(integer ? integer->digits() : "none", row.at(1)) << row.at(0);
+  }
+  EXPECT_FALSE(Integer::parse(""));
+  EXPECT_EQ(Integer(std::numeric_limits<std::uint64_t>::max()).digits(), "18446744073709551615");
+  EXPECT_EQ(Integer(std::numeric_limits<std::int64_t>::min()).digits(), "-9223372036854775808");
+}
+
+TEST(Integer, IsOrderedByValue) {
+  const char* const kAscending[] = {"-100000000000000000000",
+                                    "-99999999999999999999",
+                                    "-9223372036854775809",
+                                    "-9223372036854775808",
+                                    "-1",
+                                    "0",
+                                    "7",
+                                    "9223372036854775807",
+                                    "9223372036854775808",
+                                    "99999999999999999999",
+                                    "100000000000000000000"};
+  for (const auto& a : kAscending) {
+    for (const auto& b : kAscending)
+      EXPECT_EQ(*Integer::parse(a) <=> *Integer::parse(b), &a <=> &b) << a << " " << b;
+  }
+}
+
+std::string text_of(double value) {
+  NumberBuffer buffer;
+  return std::string(float_text(value, buffer));
+}
+
+TEST(FloatText, IsTheShortestThatReadsBack) {
+  const char* const kTexts[] = {"0.0",
+                                "-0.0",
+                                "1.0",
+                                "2.5",
+                                "100.0",
+                                "0.1",
+                                "0.30000000000000004",
+                                "0.0001",
+                                "1e-05",
+                                "1.5e-07",
+                                "-1.5e-07",
+                                "9.999e-05",
+                                "1234567890123456.0",
+                                "9999999999999998.0",
+                                "9007199254740993.0",
+                                "1e+16",
+                                "2.5e+16",
+                                "1e+23",
+                                "1e+100",
+                                "5e-324",
+                                "2.2250738585072014e-308",
+                                "-1.7976931348623157e+308",
+                                "5.684341886080802e-14",
+                                "0.00012345678901234567",
+                                "123456.789",
+                                "NaN",
+                                "Infinity",
+                                "-Infinity"};
+  for (const char* text : kTexts) {
+    const std::string expected = std::string(text) == "9007199254740993.0" ? "9007199254740992.0" : text;
+    EXPECT_EQ(text_of(std::strtod(text, nullptr)), expected);
+  }
+  std::mt19937_64 random(1);
+  for (int round = 0; round < 20000; ++round) {
+    // Half of them of the sizes that are written with a point.
+    double value = std::bit_cast<double>(random());
+    if (round % 2 == 0)
+      value = std::ldexp(static_cast<double>(random() % 100000), static_cast<int>(random() % 64) - 32);
+    ASSERT_EQ(text_of(value), tests::naive::json_text(value));
+    if (std::isnan(value)) continue;
+    ASSERT_EQ(std::strtod(text_of(value).c_str(), nullptr), value);
+  }
+}
+
+}  // namespace
+}  // namespace vantrex::values

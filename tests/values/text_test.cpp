@@ -1,0 +1,113 @@
+#include "vantrex/values/text.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include <gtest/gtest.h>
+
+#include "support/naive.h"
+#include "vantrex/values/utf8.h"
+
+namespace vantrex::values {
+namespace {
+
+using namespace std::string_literals;
+
+std::string naive_text(const Text& text) {
+  return tests::naive::json_text(JsonValue(text));
+}
+
+TEST(Text, IsWellFormedUtf8) {
+  const std::string u = "\uFFFD";
+  const struct {
+    std::string bytes;
+    std::optional<std::size_t> ill_formed;  // the offset of the first ill-formed byte
+    std::string repaired;
+  } kRows[] = {
+      {"", {}, ""},
+      {"a\0b\x7f"s, {}, "a\0b\x7f"s},
+      {"14 bytes here.", {}, "14 bytes here."},
+      {"15 bytes are it", {}, "15 bytes are it"},
+      {"\xC2\x80 \xDF\xBF \xE0\xA0\x80 \xED\x9F\xBF \xEE\x80\x80 \xEF\xBF\xBF \xF0\x90\x80\x80 "
+       "\xF4\x8F\xBF\xBF",
+       {},
+       "\u0080 \u07FF \u0800 \uD7FF \uE000 \uFFFF \U00010000 \U0010FFFF"},
+      {"\x80", 0, u},
+      {"ab\xC0\x80", 2, "ab" + u + u},
+      {"\xE0\x9F\xBF", 0, u + u + u},
+      {"\xED\xA0\x80", 0, u + u + u},
+      {"\xF0\x8F\xBF\xBF", 0, u + u + u + u},
+      {"\xF4\x90\x80\x80", 0, u + u + u + u},
+      {"\xF5\xFF", 0, u + u},
+      // What begins a sequence is replaced together, what follows it stays.
+      {"12345678\xE2\x82", 8, "12345678" + u},
+      {"\xF0\x9F\x98x", 0, u + "x"},
+      {"\xC3\"\xE2\x82\xE2\x82\xAC", 0, u + "\"" + u + "€"},
+      {"€\xF1\x80\x80\xC3\xA9", 3, "€" + u + "é"},
+  };
+  for (const auto& row : kRows) {
+    SCOPED_TRACE(testing::PrintToString(row.bytes));
+    EXPECT_EQ(Text::lossy(row.bytes), Text(row.repaired));
+    EXPECT_EQ(scan_utf8(row.bytes).well_formed, row.ill_formed.value_or(row.bytes.size()));
+    try {
+      const Text text(row.bytes);
+      EXPECT_EQ(text.view(), row.bytes);
+      EXPECT_FALSE(row.ill_formed);
+    } catch (const InvalidUtf8& error) {
+      EXPECT_EQ(error.byte_offset(), row.ill_formed);
+      EXPECT_NE(std::string(error.what()).find("byte " + std::to_string(error.byte_offset())),
+                std::string::npos);
+    }
+  }
+  EXPECT_THROW(Text(static_cast<const char*>(nullptr)), std::invalid_argument);
+}
+
+// `code_point` in `length` bytes, whether it takes that many or fewer.
+std::string encoded(std::uint32_t code_point, std::size_t length) {
+  if (length == 1) return {static_cast<char>(code_point)};
+  constexpr unsigned kLeads[] = {0xC0, 0xE0, 0xF0};
+  std::string bytes(length, '\0');
+  for (std::size_t place = length; --place > 0; code_point >>= 6) {
+    bytes[place] = static_cast<char>(0x80 | (code_point & 0x3F));
+  }
+  bytes[0] = static_cast<char>(kLeads[length - 2] | code_point);
+  return bytes;
+}
+
+TEST(Text, TakesEveryCodePointInItsShortestFormOnly) {
+  constexpr std::uint32_t kEnds[] = {0, 0x80, 0x800, 0x10000, 0x200000};  // of what fits in a length
+  for (std::size_t length = 1; length <= 4; ++length) {
+    for (std::uint32_t code_point = 0; code_point < kEnds[length]; ++code_point) {
+      const bool surrogate = 0xD800 <= code_point && code_point < 0xE000;
+      const bool expected = code_point >= kEnds[length - 1] && code_point <= 0x10FFFF && !surrogate;
+      const std::string bytes = encoded(code_point, length);
+      ASSERT_EQ(scan_utf8(bytes).well_formed, expected ? length : 0)
+          << code_point << " in " << length << " bytes";
+    }
+  }
+}
+
+TEST(Text, KnowsWhatItsEscapesTakeInEveryForm) {
+  const std::string special = "\"\\\b\f\n\r\t\x01\x1f\x7f/é";
+  EXPECT_EQ(naive_text(special), R"("\"\\\b\f\n\r\t\u0001\u001f)"
+                                 "\x7f/é\"");
+  const Text literal = TextLiteral("a literal\nof more than 14 bytes");
+  for (const Text& text : {Text(special), Text(special + special), Text::lossy(special), literal, Text()}) {
+    EXPECT_EQ(text.size() + text.escape_gain() + 2, naive_text(text).size()) << text.view();
+  }
+}
+
+TEST(Text, ComparesByBytesHoweverItIsHeld) {
+  const Text texts[] = {
+      Text(),   "a",         TextLiteral("literal of more than 14"), "long text of more than 14", "é",
+      "\uFFFF", "\U00010000"};
+  for (const Text& a : texts) {
+    for (const Text& b : texts) EXPECT_EQ(a <=> b, &a <=> &b) << a.view() << " " << b.view();
+  }
+  EXPECT_EQ(Text(TextLiteral("literal of more than 14")), Text("literal of more than 14"));
+  EXPECT_EQ(Text(TextLiteral("short")), Text(std::string("short")));
+}
+
+}  // namespace
+}  // namespace vantrex::values
