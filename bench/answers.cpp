@@ -314,6 +314,18 @@ Request flat_request(std::size_t bytes) {
   return rows_request("flat", bytes / kRowBytes);
 }
 
+Request long_texts_request() {
+  Random random(8);
+  JsonList files;
+  for (std::size_t number = 0; number < 10; ++number) {
+    JsonObject row = file_row(random, number);
+    row.set("text", code(random, 8000));
+    files.push_back(std::move(row));
+  }
+  JsonObject answer{{"fqn", "acme"}, {"files", std::move(files)}};
+  return symbol_request("long texts", std::move(answer));
+}
+
 Request own_steps_request(std::size_t count) {
   Random random(7);
   JsonList steps;

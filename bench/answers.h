@@ -51,6 +51,9 @@ Request huge_request();                 // 30 MB: modules, classes, methods; a t
 Request floats_request(Floats floats);  // 100,000 scores
 std::vector<Request> all_requests(Floats floats = Floats::keep);
 
+// Ten files with their text, 8 KB each.
+Request long_texts_request();
+
 // File rows of about `bytes` in all.
 Request flat_request(std::size_t bytes);
 

@@ -10,7 +10,6 @@
 //   count   the bytes of the compact text and of the hint fields
 #include <exception>
 #include <iostream>
-#include <map>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -19,7 +18,7 @@
 #include <benchmark/benchmark.h>
 
 #include "answers.h"
-#include "counting_new.h"
+#include "measure.h"
 #include "memory_settings.h"
 #include "peers/peer.h"
 #include "vantrex/tool_handlers/next_steps/finishing.h"
@@ -63,17 +62,6 @@ void check_all() {
   }
 }
 
-void measure(benchmark::State& state, Contender& way, Work work) {
-  std::size_t allocations = 0;
-  {
-    const NewCount count;
-    benchmark::DoNotOptimize((way.*work)());
-    allocations = count.allocations();
-  }
-  for (auto _ : state) benchmark::DoNotOptimize((way.*work)());
-  state.counters["allocations"] = static_cast<double>(allocations);
-}
-
 void register_all(const std::vector<Request>& requests, std::vector<std::unique_ptr<Contender>>& contenders) {
   for (const Request& request : requests) {
     for (const NamedContender& contender : kContenders) {
@@ -83,7 +71,7 @@ void register_all(const std::vector<Request>& requests, std::vector<std::unique_
             std::string(stage.name) + '/' + request.name + '/' + std::string(contender.name);
         benchmark::RegisterBenchmark(
             name.c_str(), [way = contenders.back().get(), work = stage.work](benchmark::State& state) {
-              measure(state, *way, work);
+              measure(state, [&] { return (way->*work)(); });
             });
       }
     }
