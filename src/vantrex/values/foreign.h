@@ -53,6 +53,8 @@ class ForeignValue {
   friend bool operator==(const ForeignValue& a, const ForeignValue& b) noexcept { return a.box_ == b.box_; }
 
  private:
+  friend struct detail::ValueAccess;
+
   struct Box {
     std::atomic<std::size_t> references;
     const std::type_info* type;

@@ -8,7 +8,7 @@
 
 namespace vantrex::values {
 
-JsonObject::JsonObject(std::initializer_list<FieldInit> fields) {
+JsonObject::JsonObject(std::initializer_list<FieldInit> fields) : JsonObject() {
   reserve(fields.size());
   for (const FieldInit& field : fields) set(field.key, std::move(field.value));
 }

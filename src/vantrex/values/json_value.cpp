@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "vantrex/values/snapshot.h"
 #include "vantrex/values/value_access.h"
 
 namespace vantrex::values {
@@ -25,32 +26,12 @@ void JsonValue::swap(JsonValue& other) noexcept {
 }
 
 void JsonValue::copy_from(const JsonValue& other) {
-  switch (other.tag()) {
-    case Tag::list: {
-      JsonList copy(other.plain_.as.list);
-      new (&plain_.as.list) JsonList(std::move(copy));
-      break;
-    }
-    case Tag::object: {
-      JsonObject copy(other.plain_.as.object);
-      new (&plain_.as.object) JsonObject(std::move(copy));
-      break;
-    }
-    case Tag::foreign:
-      new (&plain_.as.foreign) ForeignValue(other.plain_.as.foreign);
-      break;
-    case Tag::big_integer:
-      plain_.as.digits = other.plain_.as.digits;
-      detail::retain(plain_.as.digits);
-      break;
-    case Tag::shared_text:
-      detail::retain(detail::ValueAccess::text_block(other.text_));
-      [[fallthrough]];
-    default:
-      std::memcpy(static_cast<void*>(this), static_cast<const void*>(&other), sizeof(JsonValue));
-      return;
+  if (detail::ValueAccess::has_own_block(other)) {
+    *this = snapshot(other, NullFields::keep);
+  } else {
+    detail::ValueAccess::place_uncounted(this, other);
+    detail::ValueAccess::count(*this);
   }
-  plain_.tag = other.tag();
 }
 
 void JsonValue::dispose() noexcept {

@@ -5,6 +5,7 @@
 #include <new>
 #include <utility>
 
+#include "vantrex/values/block_memory.h"
 #include "vantrex/values/json_value.h"
 
 namespace vantrex::values::detail {
@@ -22,6 +23,11 @@ struct ValueAccess {
   static ContainerBlock* block(const JsonObject& object) noexcept { return object.block_; }
   static ContainerBlock* block(const JsonValue& container) noexcept {
     return container.tag() == Tag::list ? block(container.plain_.as.list) : block(container.plain_.as.object);
+  }
+
+  // Whether the value is a list or an object that a copy cannot share.
+  static bool has_own_block(const JsonValue& value) noexcept {
+    return is_container(value) && block(value) != nullptr && block(value)->arena == nullptr;
   }
 
   // The block of a long text.
@@ -48,6 +54,22 @@ struct ValueAccess {
   // A list or an object that takes `block` over.
   static JsonList list_of(ContainerBlock* block) noexcept { return JsonList(block); }
   static JsonObject object_of(ContainerBlock* block) noexcept { return JsonObject(block); }
+
+  // Counts one more reference to what `value` refers to, which must not be a
+  // list or an object with a block of its own.
+  static void count(const Text& text) noexcept {
+    if (text.tag() == Tag::shared_text) retain(text.shared_.block);
+  }
+  static void count(const JsonValue& value) noexcept {
+    if (!owns_block(value.tag())) return;
+    if (is_container(value)) {
+      if (const ContainerBlock* shared = block(value)) share(shared);
+    } else if (value.tag() == Tag::foreign) {
+      ForeignValue::retain(value.plain_.as.foreign.box_);
+    } else {
+      retain(value.plain_.as.digits);  // where a text has its block, too
+    }
+  }
 
   // Makes raw memory the same bytes as `source`, counting nothing.
   template <typename Value>

@@ -68,13 +68,13 @@ JsonList _signals(const JsonObject& response, std::string_view tool, std::option
   JsonList steps;
   const SignalRow* row = detail::find_joined(_SIGNALS, tool, action);
   if (row == nullptr) return steps;
-  const JsonObject known{
-      {TextLiteral("hits"), _hit_count(response)},
-      {TextLiteral("query"), requested_or_answered(arguments, response, "query")},
-      {TextLiteral("fqn"), requested_or_answered(arguments, response, "fqn")},
-      {TextLiteral("path"), arguments["path"]},
-      {TextLiteral("what"), Text::lossy(action.value_or(""))},
-  };
+  JsonObject known;
+  known.reserve(5);
+  known.append(TextLiteral("hits"), _hit_count(response));
+  known.append(TextLiteral("query"), requested_or_answered(arguments, response, "query"));
+  known.append(TextLiteral("fqn"), requested_or_answered(arguments, response, "fqn"));
+  known.append(TextLiteral("path"), arguments["path"]);
+  known.append(TextLiteral("what"), Text::lossy(action.value_or("")));
   if (auto found = row->signal(known)) steps.push_back(*std::move(found));
   return steps;
 }
