@@ -1,6 +1,6 @@
 #include <utility>
 
-#include "peers/peer.h"
+#include "contender.h"
 #include "vantrex/tool_handlers/next_steps.h"
 #include "vantrex/tool_handlers/next_steps/budget.h"
 #include "vantrex/tool_handlers/tool_result.h"

@@ -18,9 +18,9 @@
 #include <benchmark/benchmark.h>
 
 #include "answers.h"
+#include "contender.h"
 #include "measure.h"
 #include "memory_settings.h"
-#include "peers/peer.h"
 #include "vantrex/tool_handlers/next_steps/finishing.h"
 #include "vantrex/values/text_forms.h"
 

@@ -1,6 +1,7 @@
 #include "peers/peer.h"
 
 #include <algorithm>
+#include <array>
 #include <bit>
 
 #include "vantrex/tool_handlers/next_steps/finishing.h"

@@ -89,8 +89,11 @@ __m128i both_ends(std::string_view text) noexcept {
   Word last;
   std::memcpy(&first, text.data(), sizeof(Word));
   std::memcpy(&last, text.data() + text.size() - sizeof(Word), sizeof(Word));
-  if constexpr (sizeof(Word) == 8) return _mm_set_epi64x(last, first);
-  return _mm_set_epi32(last, first, last, first);
+  if constexpr (sizeof(Word) == 8) {
+    return _mm_set_epi64x(last, first);
+  } else {
+    return _mm_set_epi32(last, first, last, first);
+  }
 }
 
 inline std::size_t escape_gain(std::string_view text) noexcept {
