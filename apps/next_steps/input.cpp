@@ -10,10 +10,10 @@
 namespace next_steps_program {
 
 namespace {
-constexpr std::size_t kReadSize = 64 * 1024;
+constexpr std::size_t kReadSize = std::size_t{64} * 1024;
 }
 
-Input::Input(const std::string& file, std::string_view awaited) : name_(file), descriptor_(STDIN_FILENO) {
+Input::Input(const std::string& file, std::string_view awaited) : name_(file) {
   if (file.empty() || file == "-") {
     name_ = "<stdin>";
     if (::isatty(STDIN_FILENO) == 1) {

@@ -32,7 +32,7 @@ class Input {
 
  private:
   std::string name_;
-  int descriptor_;
+  int descriptor_ = 0;  // standard input, unless a file was opened
 };
 
 // The lines of an input, holding no more in memory than the longest one.

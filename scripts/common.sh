@@ -1,0 +1,61 @@
+# Shared by the scripts; to be sourced by bash.
+
+set -euo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")/.."
+
+build_packages=(g++ cmake ninja-build nlohmann-json3-dev libcli11-dev)
+test_packages=("${build_packages[@]}" libgtest-dev clang-format)
+ci_packages=("${test_packages[@]}" clang clang-tidy)
+
+say() {
+  printf '\n== %s\n' "$*" >&2
+}
+
+fail() {
+  printf '%s: %s\n' "$0" "$*" >&2
+  exit 1
+}
+
+is_installed() {
+  [ "$(dpkg-query -W -f='${db:Status-Status}' "$1" 2>/dev/null)" = installed ]
+}
+
+# Installs those of the named Debian packages that are missing.
+need() {
+  local missing=() package as_root=()
+  if ! command -v apt-get >/dev/null; then
+    say "No apt-get here: taking it that these are installed: $*"
+    return
+  fi
+  for package in "$@"; do
+    is_installed "$package" || missing+=("$package")
+  done
+  [ ${#missing[@]} -eq 0 ] && return
+  if [ "$(id -u)" -ne 0 ]; then
+    command -v sudo >/dev/null || fail "missing packages, and no sudo to install them: ${missing[*]}"
+    as_root=(sudo)
+  fi
+  say "Installing: ${missing[*]}"
+  as_root+=(env DEBIAN_FRONTEND=noninteractive apt-get -qq -o Dpkg::Use-Pty=0)
+  "${as_root[@]}" update </dev/null || fail "the list of packages could not be fetched"
+  "${as_root[@]}" install -y --no-install-recommends "${missing[@]}" </dev/null >&2 ||
+    fail "these packages could not be installed: ${missing[*]}"
+}
+
+# Configures and builds the preset `name`; the arguments after it go to cmake as
+# it configures.
+build() {
+  local preset=$1
+  shift
+  say "Building $preset"
+  cmake --preset "$preset" "$@" >/dev/null || fail "the preset $preset could not be configured"
+  cmake --build --preset "$preset" -j "$(nproc)" || fail "the preset $preset did not build"
+}
+
+# Builds the preset `name` with its tests and runs them; the last lines are
+# ctest's summary.
+build_and_test() {
+  build "$1" -DNEXT_STEPS_BUILD_TESTS=ON
+  say "Testing $1"
+  ctest --preset "$1" -j "$(nproc)" </dev/null || fail "tests of the preset $1 failed"
+}

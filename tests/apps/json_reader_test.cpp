@@ -1,0 +1,136 @@
+#include "next_steps/json_reader.h"
+
+#include <thread>
+
+#include <gtest/gtest.h>
+
+#include "next_steps/pretty_text.h"
+#include "support/random_tree.h"
+#include "vantrex/values/text_forms.h"
+
+namespace vantrex::tests {
+namespace {
+
+using next_steps_program::JsonError;
+using next_steps_program::Place;
+using next_steps_program::pretty_text;
+using next_steps_program::read_json;
+using namespace std::string_literals;
+
+TEST(JsonReader, ReadsEveryKindExactly) {
+  const std::string digits = "9" + std::string(307, '1');
+  const std::pair<std::string, std::string> table[] = {
+      {" [ null , true , false ]\r\n", "[null,true,false]"},
+      {"[0, -0, -0.0, 1.0, 1e2, 5e-324, 1e-400]", "[0,0,-0.0,1.0,100.0,5e-324,0.0]"},
+      {"[9223372036854775807, 9223372036854775808, -9223372036854775808, -9223372036854775809]",
+       "[9223372036854775807,9223372036854775808,-9223372036854775808,-9223372036854775809]"},
+      {"[18446744073709551615, 18446744073709551616]", "[18446744073709551615,18446744073709551616]"},
+      {digits, digits},
+      {"-" + digits, "-" + digits},
+      {R"({"a": 1, "b": 2, "a": {"a": 3}})", R"({"a":{"a":3},"b":2})"},
+      {R"("\u0041\u00e9\ud83d\ude00\/\u0000\ufeff")", "\"Aé😀/\\u0000\xEF\xBB\xBF\""},
+      {"\"\xEF\xBB\xBF\"", "\"\xEF\xBB\xBF\""},
+  };
+  for (const auto& [text, expected] : table) EXPECT_EQ(compact_text(read_json(text)), expected) << text;
+}
+
+TEST(JsonReader, RejectsWithTheFirstWrongPlace) {
+  struct Row {
+    std::string text;
+    Place place;
+    std::string message;
+  };
+  const Row table[] = {
+      {"", {1, 1}, "unexpected end of input"},
+      {" \n ", {2, 2}, "unexpected end of input"},
+      {"{\"a\": [1, 2}", {1, 12}, "unexpected '}'; expected ']'"},
+      {"{\n\"a\" \"b\\\"c\\\\\"}", {2, 5}, "unexpected string literal; expected ':'"},
+      {"{\"\\\\\" \"\"}", {1, 7}, "unexpected string literal"},
+      {"{\"é\" 12.5e+3}", {1, 7}, "unexpected number literal"},
+      {"[truefalse]", {1, 6}, "unexpected false literal"},
+      {"[1 null]", {1, 4}, "unexpected null literal"},
+      {"{} {}", {1, 4}, "expected end of input"},
+      {"[]x", {1, 3}, "invalid literal"},
+      {"[trux]", {1, 5}, "invalid literal"},
+      {"[01]", {1, 3}, "unexpected number literal"},
+      {"[1,]", {1, 4}, "unexpected ']'"},
+      {"[NaN]", {1, 2}, "invalid literal"},
+      {"[1, 1e309]", {1, 5}, "number out of range"},
+      {"[1" + std::string(309, '0') + "]", {1, 2}, "number out of range"},
+      {"\"a\nb\"", {1, 3}, "control character U+000A"},
+      {R"(["\x"])", {1, 4}, "forbidden character after backslash"},
+      {R"(["\ud800"])", {1, 9}, "surrogate"},
+      {R"(["\ud800\u0041"])", {1, 14}, "surrogate"},
+      {R"(["\udc00"])", {1, 8}, "surrogate"},
+      {"\xEF\xBB\xBF[]", {1, 1}, "byte-order mark"},
+      {"\xEF\xBC\x81", {1, 1}, "invalid literal"},
+      {"[]\0"s, {1, 3}, "NUL byte"},
+      {"[\n\"\0\"]"s, {2, 2}, "NUL byte"},
+      {"[\"\xFF\0\"]"s, {1, 3}, "ill-formed UTF-8"},
+      {"[\"\xED\xA0\x80\"]", {1, 3}, "ill-formed UTF-8"},
+      {"[\"\xC0\xAF\"]", {1, 3}, "ill-formed UTF-8"},
+      {"[\"\xE2\x82", {1, 3}, "ill-formed UTF-8"},
+  };
+  for (const Row& row : table) {
+    try {
+      const auto value = read_json(row.text);
+      ADD_FAILURE() << row.text << " was read as " << compact_text(value);
+    } catch (const JsonError& error) {
+      EXPECT_EQ(error.place().line, row.place.line) << row.text;
+      EXPECT_EQ(error.place().column, row.place.column) << row.text;
+      EXPECT_NE(std::string(error.what()).find(row.message), std::string::npos)
+          << row.text << " was rejected with: " << error.what();
+    }
+  }
+}
+
+TEST(JsonReader, ReadsBackWhatIsWritten) {
+  for (std::uint64_t seed = 0; seed < 3000; ++seed) {
+    Random random(seed);
+    const values::JsonValue value = random_value(random, Domain::json);
+    EXPECT_EQ(read_json(compact_text(value)), value) << compact_text(value);
+    EXPECT_EQ(read_json(pretty_text(value)), value) << pretty_text(value);
+  }
+}
+
+TEST(PrettyText, IndentsByTwoSpaces) {
+  EXPECT_EQ(pretty_text(read_json(R"({"a": [], "b": {}, "c": [1, {"d\n": "e"}]})")), R"({
+  "a": [],
+  "b": {},
+  "c": [
+    1,
+    {
+      "d\n": "e"
+    }
+  ]
+})");
+}
+
+// The sanitizers' frames are larger, and so is what they keep of each thread.
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+constexpr std::size_t kSmallStack = 1024 * 1024;
+#else
+constexpr std::size_t kSmallStack = 256 * 1024;
+#endif
+
+TEST(JsonReader, ReadsAndIndentsAnyDepthOnASmallStack) {
+  constexpr std::size_t kDepth = 100'000;
+  pthread_attr_t attributes;
+  ASSERT_EQ(pthread_attr_init(&attributes), 0);
+  ASSERT_EQ(pthread_attr_setstacksize(&attributes, kSmallStack), 0);
+  bool same = false;
+  const auto work = [](void* result) -> void* {
+    const std::string text = std::string(kDepth, '[') + "1" + std::string(kDepth, ']');
+    const values::JsonValue value = read_json(text);
+    *static_cast<bool*>(result) = compact_text(value) == text && read_json(pretty_text(value)) == value;
+    return nullptr;
+  };
+  pthread_t thread{};
+  ASSERT_EQ(pthread_create(&thread, &attributes, work, &same), 0);
+  pthread_join(thread, nullptr);
+  pthread_attr_destroy(&attributes);
+  EXPECT_TRUE(same);
+}
+
+}  // namespace
+}  // namespace vantrex::tests
