@@ -35,8 +35,7 @@ ExitStatus batch(const std::string& file) {
     } catch (const JsonError& error) {
       output.write(error_line(lines.line_number(), error));
       if (rejected++ == 0) {
-        const Place place{.line = lines.line_number(), .column = error.place().column};
-        first_rejection = InputRejected(input.name(), JsonError(place, error.what())).what();
+        first_rejection = InputRejected(input.name(), lines.line_number(), error).what();
       }
     }
     output.write("\n");

@@ -23,5 +23,6 @@ struct Command {
 // Each adds a subcommand and its options to `program`.
 Command add_finish(CLI::App& program);
 Command add_batch(CLI::App& program);
+Command add_suggest(CLI::App& program);
 
 }  // namespace next_steps_program

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cerrno>
+#include <cstddef>
 #include <cstring>
 #include <stdexcept>
 #include <string>
@@ -14,8 +15,11 @@ namespace next_steps_program {
 class InputRejected : public std::runtime_error {
  public:
   InputRejected(const std::string& source, const JsonError& error)
-      : std::runtime_error(source + ":" + std::to_string(error.place().line) + ":" +
-                           std::to_string(error.place().column) + ": " + error.what()) {}
+      : InputRejected(source, error.place().line, error) {}
+  // The same for a text that is one line of the input, by its number from 1.
+  InputRejected(const std::string& source, std::size_t line, const JsonError& error)
+      : std::runtime_error(source + ":" + std::to_string(line) + ":" + std::to_string(error.place().column) +
+                           ": " + error.what()) {}
 };
 
 // The operating system did not read or write what it was asked to.

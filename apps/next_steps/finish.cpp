@@ -1,12 +1,9 @@
 // next-steps finish: one answer in, the finished answer out.
 #include <memory>
-#include <utility>
 
 #include "next_steps/answer_options.h"
 #include "next_steps/command.h"
 #include "next_steps/output.h"
-#include "next_steps/pretty_text.h"
-#include "vantrex/tool_handlers/tool_result.h"
 
 namespace next_steps_program {
 
@@ -18,12 +15,7 @@ struct FinishOptions {
 };
 
 ExitStatus finish(const FinishOptions& options) {
-  vantrex::values::JsonObject answer = finished(options.answer.read());
-  Output output;
-  output.write(options.pretty ? pretty_text(std::move(answer))
-                              : vantrex::tool_handlers::tool_result_text(answer));
-  output.write("\n");
-  output.flush();
+  print_answer(finished(options.answer.read()), options.pretty);
   return ExitStatus::done;
 }
 

@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+#include "vantrex/values/json_value.h"
+
 namespace next_steps_program {
 
 // Collects what is written; what is not flushed is lost. Threads: one at a
@@ -19,5 +21,9 @@ class Output {
  private:
   std::string waiting_;
 };
+
+// Prints `answer` as it is sent, or indented, and a line feed. Throws IoFailed
+// and std::bad_alloc.
+void print_answer(vantrex::values::JsonObject answer, bool pretty);
 
 }  // namespace next_steps_program

@@ -1,0 +1,106 @@
+#include "next_steps/ctags_index.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <string_view>
+#include <unordered_set>
+#include <utility>
+
+#include "next_steps/failures.h"
+#include "next_steps/input.h"
+#include "next_steps/members.h"
+
+namespace next_steps_program {
+
+using values::Integer;
+using values::JsonValue;
+using values::Kind;
+using vantrex::models::InMemoryRepository;
+using vantrex::models::Symbol;
+
+namespace {
+
+std::string required_text(Members& members, std::string_view key) {
+  return std::string(*std::as_const(members.wanted(key, Kind::string, "a string")).string());
+}
+
+std::string optional_text(Members& members, std::string_view key) {
+  const JsonValue* value = members.allowed(key, Kind::string, "a string");
+  return value == nullptr ? "" : std::string(*value->string());
+}
+
+std::size_t line_number(Members& members) {
+  const JsonValue* value = members.allowed("line", Kind::integer, "an integer");
+  if (value == nullptr) return 0;
+  const std::int64_t number = value->integer()->to_int64().value_or(-1);
+  if (number < 0) members.refuse("line", "must be the number of a line");
+  return static_cast<std::size_t>(number);
+}
+
+template <std::size_t count>
+bool is_one_of(std::string_view text, const std::array<std::string_view, count>& texts) {
+  return std::find(texts.begin(), texts.end(), text) != texts.end();
+}
+
+// What stands between a scope and a name. ctags joins the parts of the scope
+// itself as the language does; a scope of one part leaves open how.
+std::string_view separator(std::string_view scope, std::string_view language, std::string_view path) {
+  constexpr std::array<std::string_view, 2> kLanguages = {"C++", "Rust"};
+  constexpr std::array<std::string_view, 8> kEndings = {".h",  ".hh",  ".hpp", ".hxx",
+                                                        ".cc", ".cpp", ".cxx", ".rs"};
+  const std::string_view ending = path.substr(std::min(path.rfind('.'), path.size()));
+  const bool colons = language.empty() ? is_one_of(ending, kEndings) : is_one_of(language, kLanguages);
+  return colons || scope.find("::") != std::string_view::npos ? "::" : ".";
+}
+
+Symbol symbol_of(Members& members) {
+  Symbol symbol;
+  symbol.name = required_text(members, "name");
+  symbol.file = required_text(members, "path");
+  symbol.kind = optional_text(members, "kind");
+  symbol.line = line_number(members);
+  symbol.fqn = optional_text(members, "scope");
+  if (!symbol.fqn.empty()) {
+    symbol.fqn += separator(symbol.fqn, optional_text(members, "language"), symbol.file);
+  }
+  symbol.fqn += symbol.name;
+  return symbol;
+}
+
+// Fills a repository line by line.
+class IndexFiller {
+ public:
+  void add(std::string_view line) {
+    Members members(line, "a tag");
+    const std::string type = required_text(members, "_type");
+    if (type == "ptag") return;
+    if (type != "tag") members.refuse("_type", R"(must be "tag" or "ptag")");
+    Symbol symbol = symbol_of(members);
+    if (paths_.insert(symbol.file).second) repository_.add_path(symbol.file);
+    repository_.add_symbol(std::move(symbol));
+  }
+  InMemoryRepository take() && { return std::move(repository_); }
+
+ private:
+  InMemoryRepository repository_;
+  std::unordered_set<std::string> paths_;
+};
+
+}  // namespace
+
+InMemoryRepository read_ctags_index(const std::string& file) {
+  Input input(file, "an index");
+  LineReader lines(input, [] {});
+  IndexFiller filler;
+  while (const auto line = lines.next()) {
+    try {
+      filler.add(*line);
+    } catch (const JsonError& error) {
+      throw InputRejected(input.name(), lines.line_number(), error);
+    }
+  }
+  return std::move(filler).take();
+}
+
+}  // namespace next_steps_program
