@@ -106,7 +106,7 @@ class TreeBuilder {
     return add(value);
   }
   bool string(const std::string& value) { return add(Text(value)); }
-  bool binary(const nlohmann::json::binary_t& /*value*/) { return false; }
+  static bool binary(const nlohmann::json::binary_t& /*value*/) { return false; }
 
   bool start_object(std::size_t /*size*/) { return open(JsonObject()); }
   bool start_array(std::size_t /*size*/) { return open(JsonList()); }
