@@ -51,15 +51,9 @@ Request huge_request();                 // 30 MB: modules, classes, methods; a t
 Request floats_request(Floats floats);  // 100,000 scores
 std::vector<Request> all_requests(Floats floats = Floats::keep);
 
-// Ten files with their text, 8 KB each.
-Request long_texts_request();
-
-// File rows of about `bytes` in all.
-Request flat_request(std::size_t bytes);
-
-// Shapes whose cost must stay linear in `count`.
-Request own_steps_request(std::size_t count);
-Request fields_request(std::size_t count);
-Request nulls_request(std::size_t count);
+// What they are made with: an answer about one symbol, and one of `count` file
+// rows.
+Request symbol_request(std::string name, values::JsonObject answer);
+Request rows_request(std::string name, std::size_t count);
 
 }  // namespace vantrex::bench

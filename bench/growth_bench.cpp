@@ -13,7 +13,7 @@
 
 #include <benchmark/benchmark.h>
 
-#include "answers.h"
+#include "growth_answers.h"
 #include "measure.h"
 #include "memory_settings.h"
 #include "vantrex/tool_handlers/next_steps.h"
@@ -47,12 +47,13 @@ std::size_t finish(const Request& request) {
 
 template <typename Make>
 void register_one(const std::string& name, Make make, double items) {
-  benchmark::RegisterBenchmark(name.c_str(), [lazy = std::make_shared<Lazy>(make), items](auto& state) {
-    const Request& request = lazy->get();
-    measure(state, [&] { return finish(request); });
-    state.counters["items"] = items;
-    state.counters["bytes"] = static_cast<double>(values::compact_size(request.answer));
-  });
+  benchmark::RegisterBenchmark(
+      name.c_str(), [lazy = std::make_shared<Lazy>(make), items](benchmark::State& state) {
+        const Request& request = lazy->get();
+        measure(state, [&] { return finish(request); });
+        state.counters["items"] = items;
+        state.counters["bytes"] = static_cast<double>(values::compact_size(request.answer));
+      });
 }
 
 void register_growth() {
@@ -101,7 +102,8 @@ void register_threads() {
       auto requests = std::make_shared<std::array<Request, 2>>();
       *requests = {answer.make(), answer.make()};
       const std::string name = "threads/" + std::string(answer.name) + '/' + std::string(whose);
-      benchmark::RegisterBenchmark(name.c_str(), [requests, own = whose == "separate"](auto& state) {
+      benchmark::RegisterBenchmark(name.c_str(), [requests,
+                                                  own = whose == "separate"](benchmark::State& state) {
         const Request& request = (*requests)[own ? static_cast<std::size_t>(state.thread_index()) : 0];
         for (auto _ : state) benchmark::DoNotOptimize(finish(request));
       })->Threads(2);
