@@ -97,14 +97,23 @@ Choice choose_steps(JsonList signals, JsonList usual) {
   return {std::move(steps), keep};
 }
 
+Choice choose_steps(Candidates candidates) {
+  if (!candidates.own.empty()) return {std::move(candidates.own), Keep{1}};
+  return choose_steps(std::move(candidates.signals), std::move(candidates.usual));
+}
+
+Candidates candidate_steps(JsonObject& response, std::string_view tool_name, StepOptions options) {
+  Candidates candidates{.own = take_own_steps(response)};
+  if (!candidates.own.empty()) return candidates;
+  const JsonObject none;
+  const JsonObject& given = options.arguments == nullptr ? none : *options.arguments;
+  candidates.signals = _signals(response, tool_name, options.action, given);
+  candidates.usual = _usual(response, tool_name, options.action, given);
+  return candidates;
+}
+
 JsonObject& _add_next_steps(JsonObject& response, std::string_view tool_name, StepOptions options) {
-  Choice choice{take_own_steps(response), Keep{1}};
-  if (choice.steps.empty()) {
-    const JsonObject none;
-    const JsonObject& given = options.arguments == nullptr ? none : *options.arguments;
-    JsonList signals = _signals(response, tool_name, options.action, given);
-    choice = choose_steps(std::move(signals), _usual(response, tool_name, options.action, given));
-  }
+  Choice choice = choose_steps(candidate_steps(response, tool_name, options));
   JsonList steps = _within_share(response, std::move(choice.steps), choice.keep);
   if (!steps.empty()) response.set(kNextSteps, std::move(steps));
   return response;

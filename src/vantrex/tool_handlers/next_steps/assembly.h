@@ -33,6 +33,14 @@ class MalformedStep : public std::invalid_argument {
 // MalformedStep and std::bad_alloc.
 values::JsonList _deduplicated(values::JsonList steps);
 
+// The steps that an answer may get: those that its tool gave, or, when there are
+// none, those of the module.
+struct Candidates {
+  values::JsonList own = {};
+  values::JsonList signals = {};
+  values::JsonList usual = {};
+};
+
 // The steps of an answer before the budget, and how many of them it must keep.
 struct Choice {
   values::JsonList steps;
@@ -43,11 +51,18 @@ struct Choice {
 // no steps. Throws as _deduplicated.
 Choice choose_steps(values::JsonList signals, values::JsonList usual);
 
+// The choice from any candidates. Throws as _deduplicated.
+Choice choose_steps(Candidates candidates);
+
 // What is known of the request beside the tool. Both are borrowed.
 struct StepOptions {
   OptionalText action = nullptr;                  // the action the tool ran
   const values::JsonObject* arguments = nullptr;  // the request's arguments
 };
+
+// The steps that `response` may get. Takes its field "next_steps" out. Throws
+// std::bad_alloc, and then `response` may have lost the field.
+Candidates candidate_steps(values::JsonObject& response, std::string_view tool_name, StepOptions options);
 
 // Replaces the field "next_steps" of `response` by the steps it is to carry, as
 // its last field, or removes it when there are none. Returns `response`. Throws

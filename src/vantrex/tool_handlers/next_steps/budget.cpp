@@ -126,7 +126,7 @@ JsonList _within_share(const JsonObject& response, JsonList steps, Keep keep) {
   const std::size_t hints = _hint_size(response);
   std::size_t added = compact_size(steps) + _STEPS_KEY_BYTES;
   std::size_t count = steps.size();
-  while (count > keep.steps && static_cast<double>(hints + added) > hint_room(size + added)) {
+  while (count > keep.steps && bytes_over_room(hints + added, size + added) > 0) {
     --count;
     const std::size_t comma = count > 0 ? 1 : 0;
     added -= compact_size(steps[count]) + comma;

@@ -32,6 +32,12 @@ constexpr double hint_room(std::size_t answer_bytes) noexcept {
   return std::max(HINT_SHARE * static_cast<double>(answer_bytes), static_cast<double>(HINT_FLOOR_BYTES));
 }
 
+// How many bytes `hint_bytes` of hints are over the room of an answer of
+// `answer_bytes`, hints included; 0 or less when they fit.
+constexpr double bytes_over_room(std::size_t hint_bytes, std::size_t answer_bytes) noexcept {
+  return static_cast<double>(hint_bytes) - hint_room(answer_bytes);
+}
+
 // How many leading steps are never dropped.
 struct Keep {
   std::size_t steps;

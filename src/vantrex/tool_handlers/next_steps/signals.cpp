@@ -63,10 +63,14 @@ std::optional<JsonObject> _untested(const JsonObject& known) {
                {TextLiteral("changed_files"), JsonList::of(known["path"])}});
 }
 
+const SignalRow* signal_row(std::string_view tool, std::optional<std::string_view> action) noexcept {
+  return detail::find_joined(_SIGNALS, tool, action);
+}
+
 JsonList _signals(const JsonObject& response, std::string_view tool, std::optional<std::string_view> action,
                   const JsonObject& arguments) {
   JsonList steps;
-  const SignalRow* row = detail::find_joined(_SIGNALS, tool, action);
+  const SignalRow* row = signal_row(tool, action);
   if (row == nullptr) return steps;
   JsonObject known;
   known.reserve(5);

@@ -45,6 +45,9 @@ inline constexpr std::array<SignalRow, 7> _SIGNALS = {{
 }};
 static_assert(detail::has_unique_keys(_SIGNALS));
 
+// The row for `tool` and `action`, or null.
+const SignalRow* signal_row(std::string_view tool, std::optional<std::string_view> action) noexcept;
+
 // The signal steps of `response`: a list of one step at most.
 values::JsonList _signals(const values::JsonObject& response, std::string_view tool,
                           std::optional<std::string_view> action, const values::JsonObject& arguments);

@@ -94,19 +94,23 @@ const FollowUps* usual_row(std::string_view tool, std::optional<std::string_view
   return row != nullptr ? row : NEXT_STEPS.find(tool);
 }
 
-std::optional<JsonObject> hint_arguments(const Hint& hint, const JsonObject& response,
-                                         const JsonObject& arguments, bool no_hits) {
+bool has_no_hits(const JsonObject& response) {
+  return _hit_count(response) == Integer(0);
+}
+
+std::variant<JsonObject, Lack> hint_arguments(const Hint& hint, const JsonObject& response,
+                                              const JsonObject& arguments, bool no_hits) {
   JsonObject args;
   args.reserve(2);
   if (hint.action) args.append(TextLiteral("action"), *hint.action);
   if (hint.takes == Takes::changed_files) {
     const JsonObject scope = _tests_scope(response, arguments);
-    if (scope.empty()) return std::nullopt;
+    if (scope.empty()) return Lack::scope;
     for (const auto& [key, value] : scope) args.append(key, value);
   } else if (hint.takes) {
-    if (no_hits) return std::nullopt;
+    if (no_hits) return Lack::hits;
     JsonValue value = _taken(response, *hint.takes, arguments);
-    if (value.is_null()) return std::nullopt;
+    if (value.is_null()) return Lack::argument;
     args.append(text(*hint.takes), std::move(value));
   }
   return args;
@@ -118,10 +122,11 @@ JsonList _usual(const JsonObject& response, std::string_view tool, std::optional
   const FollowUps* row = usual_row(tool, action);
   if (row == nullptr) return steps;
   steps.reserve(row->hints().size());
-  const bool no_hits = _hit_count(response) == Integer(0);
+  const bool no_hits = has_no_hits(response);
   for (const Hint* hint : row->hints()) {
-    if (auto args = hint_arguments(*hint, response, arguments, no_hits)) {
-      steps.push_back(step(hint->tool, hint->reason, *std::move(args)));
+    auto given = hint_arguments(*hint, response, arguments, no_hits);
+    if (auto* args = std::get_if<JsonObject>(&given)) {
+      steps.push_back(step(hint->tool, hint->reason, std::move(*args)));
     }
   }
   return steps;

@@ -10,8 +10,10 @@
 #pragma once
 
 #include <array>
+#include <cstdint>
 #include <optional>
 #include <string_view>
+#include <variant>
 
 #include "vantrex/tool_handlers/next_steps/catalogue.h"
 #include "vantrex/values/json_value.h"
@@ -41,10 +43,20 @@ values::JsonValue _taken(const values::JsonObject& response, Takes takes,
 // that of the tool alone, else null.
 const FollowUps* usual_row(std::string_view tool, std::optional<std::string_view> action) noexcept;
 
-// The arguments of the step that `hint` makes of `response`, or nothing when
-// the answer has none to give. `no_hits` says that the answer counts 0 hits.
-std::optional<values::JsonObject> hint_arguments(const Hint& hint, const values::JsonObject& response,
-                                                 const values::JsonObject& arguments, bool no_hits);
+// Whether `response` says that it has 0 hits. One that counts none does not.
+bool has_no_hits(const values::JsonObject& response);
+
+// What an answer lacks to give the step of a hint.
+enum class Lack : std::uint8_t {
+  hits,      // it counts 0 hits, so nothing is taken from it
+  argument,  // neither it nor the request has the argument that the hint takes
+  scope,     // it names no files and no branch base
+};
+
+// The arguments of the step that `hint` makes of `response`, or what it lacks.
+// `no_hits` is has_no_hits(response).
+std::variant<values::JsonObject, Lack> hint_arguments(const Hint& hint, const values::JsonObject& response,
+                                                      const values::JsonObject& arguments, bool no_hits);
 
 // The usual follow-up steps of `response`, in the order of the catalogue.
 values::JsonList _usual(const values::JsonObject& response, std::string_view tool,
