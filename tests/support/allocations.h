@@ -6,15 +6,17 @@
 
 namespace vantrex::tests {
 
-// How often this thread has called operator new, and how many more times it did
-// so than operator delete.
-std::size_t allocations() noexcept;
-std::ptrdiff_t live_allocations() noexcept;
+// How often this thread has called operator new, and how many of these calls
+// operator delete has not yet answered.
+struct Allocations {
+  std::size_t taken = 0;
+  std::ptrdiff_t live = 0;
+};
+Allocations allocations() noexcept;
 
 // Runs `operation` again and again, each time letting one allocation more
-// succeed, until it does not run out of memory. Each time that it threw
-// std::bad_alloc it must have given back all it took; then `after_failure` is
-// run. The operation takes at least one allocation.
-void fail_each_allocation(const std::function<void()>& operation, const std::function<void()>& after_failure);
+// succeed, until it does not run out of memory. Where it throws std::bad_alloc
+// it must give back all it took, and then `check` is run.
+void fail_each_allocation(const std::function<void()>& operation, const std::function<void()>& check);
 
 }  // namespace vantrex::tests

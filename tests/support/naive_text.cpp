@@ -1,9 +1,7 @@
 #include <algorithm>
 #include <cmath>
-#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
-#include <map>
 #include <utility>
 #include <vector>
 
@@ -17,13 +15,11 @@ using values::Kind;
 namespace {
 
 std::string quoted(std::string_view text) {
-  static const std::map<char, std::string> kEscapes = {{'"', "\\\""}, {'\\', "\\\\"}, {'\b', "\\b"},
-                                                       {'\f', "\\f"}, {'\n', "\\n"},  {'\r', "\\r"},
-                                                       {'\t', "\\t"}};
-  std::string out = "\"";
+  std::string out;
   for (const char c : text) {
-    if (const auto escape = kEscapes.find(c); escape != kEscapes.end()) {
-      out += escape->second;
+    const std::size_t letter = std::string_view("\"\\\b\f\n\r\t").find(c);
+    if (letter != std::string_view::npos) {
+      out += {'\\', "\"\\bfnrt"[letter]};
     } else if (static_cast<unsigned char>(c) < 0x20) {
       char hex[8];
       std::snprintf(hex, sizeof hex, "\\u%04x", static_cast<unsigned>(c));
@@ -32,28 +28,23 @@ std::string quoted(std::string_view text) {
       out += c;
     }
   }
-  return out + '"';
+  return '"' + out + '"';
 }
 
-// The shortest digits that read back as `magnitude`, and the power of ten of
-// the first. Of each length the nearest digits are tried, then their neighbours:
-// at a power of two the nearest may miss where a neighbour hits.
+// The fewest digits that read back as `magnitude`, and the power of ten of the
+// first one. Tries the nearest digits of each length, which at a few powers of
+// two miss where other digits of that length would do.
 std::pair<std::string, int> shortest_digits(double magnitude) {
   for (int precision = 0;; ++precision) {
     char text[40];
     std::snprintf(text, sizeof text, "%.*e", precision, magnitude);
-    const std::string scientific = text;
-    const std::size_t e = scientific.find('e');
-    const int exponent = std::atoi(text + e + 1) - precision;
-    std::string nearest = scientific.substr(0, e);
-    std::erase(nearest, '.');
-    for (const std::int64_t offset : {0, 1, -1}) {
-      std::string digits = std::to_string(std::stoll(nearest) + offset);
-      if (std::strtod((digits + "e" + std::to_string(exponent)).c_str(), nullptr) != magnitude) continue;
-      const int first = exponent + static_cast<int>(digits.size()) - 1;
-      digits.erase(std::max(digits.find_last_not_of('0') + 1, std::size_t{1}));
-      return {digits, first};
-    }
+    if (std::strtod(text, nullptr) != magnitude) continue;
+    std::string digits = text;
+    const std::size_t e = digits.find('e');
+    const int exponent = std::atoi(text + e + 1);
+    digits.resize(e);
+    std::erase(digits, '.');
+    return {digits, exponent};
   }
 }
 
@@ -61,7 +52,7 @@ std::string float_text(double value) {
   if (std::isnan(value)) return "NaN";
   const std::string sign = std::signbit(value) ? "-" : "";
   if (std::isinf(value)) return sign + "Infinity";
-  auto [digits, exponent] = value == 0 ? std::pair(std::string("0"), 0) : shortest_digits(std::fabs(value));
+  const auto [digits, exponent] = shortest_digits(std::fabs(value));
   if (exponent < -4 || exponent >= 16) {
     char tail[8];
     std::snprintf(tail, sizeof tail, "e%+03d", exponent);
@@ -76,6 +67,8 @@ std::string float_text(double value) {
 }  // namespace
 
 std::string json_text(const JsonValue& value, bool sorted) {
+  std::vector<std::pair<std::string, std::string>> fields;
+  std::string out;
   switch (value.kind()) {
     case Kind::null:
       return "null";
@@ -89,20 +82,16 @@ std::string json_text(const JsonValue& value, bool sorted) {
       return quoted(*value.string());
     case Kind::foreign:
       return quoted(value.foreign()->text_form().view());
-    case Kind::list: {
-      std::string out;
+    case Kind::list:
       for (const JsonValue& item : *value.list()) out += (out.empty() ? "" : ",") + json_text(item, sorted);
       return "[" + out + "]";
-    }
     case Kind::object:
       break;
   }
-  std::vector<std::pair<std::string, std::string>> fields;
   for (const auto& [key, member] : *value.object())
     fields.emplace_back(key.view(), json_text(member, sorted));
   if (sorted) std::sort(fields.begin(), fields.end());
-  std::string out;
-  for (const auto& [key, member] : fields) out += (out.empty() ? "" : ",") + quoted(key) + ":" + member;
+  for (const auto& [key, text] : fields) out += (out.empty() ? "" : ",") + quoted(key) + ":" + text;
   return "{" + out + "}";
 }
 

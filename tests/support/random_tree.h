@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
-#include <iterator>
+#include <initializer_list>
 #include <optional>
 #include <random>
 #include <string>
@@ -13,33 +13,6 @@
 #include "vantrex/values/json_value.h"
 
 namespace vantrex::tests {
-
-// A source of choices: a seeded generator, or any other stream of numbers.
-class Random {
- public:
-  explicit Random(std::uint64_t seed) : draw_(std::mt19937_64(seed)) {}
-  explicit Random(std::function<std::uint64_t()> draw) : draw_(std::move(draw)) {}
-
-  std::size_t below(std::size_t bound) { return static_cast<std::size_t>(draw_() % bound); }
-  bool chance(std::size_t percent) { return below(100) < percent; }
-  template <typename Items>
-  const auto& pick(const Items& items) {
-    return items[below(std::size(items))];
-  }
-
- private:
-  std::function<std::uint64_t()> draw_;
-};
-
-// Which values may come: those that JSON text can hold, or also foreign values,
-// infinities and NaN.
-enum class Domain { json, any };
-
-// Text with everything that is written in a way of its own.
-std::string random_string(Random& random);
-
-// A value of at most `depth` levels, with hint fields and nulls in it.
-values::JsonValue random_value(Random& random, Domain domain, std::size_t depth = 4);
 
 // What finish_answer is called with.
 struct Request {
@@ -50,8 +23,48 @@ struct Request {
   values::JsonValue freshness;
 };
 
-// A request whose fields, counts, lists and sizes lie where the rules of
-// finishing differ.
-Request random_request(Random& random, Domain domain);
+// Which values may come: those that JSON text can hold, or also foreign values,
+// infinities and NaN.
+enum class Domain { json, any };
+
+class Random {
+ public:
+  // Choices of a seeded generator, or of any other stream of numbers.
+  explicit Random(std::uint64_t seed, Domain domain = Domain::any) : Random(std::mt19937_64(seed), domain) {}
+  Random(std::function<std::uint64_t()> draw, Domain domain) : draw_(std::move(draw)), domain_(domain) {}
+
+  std::size_t below(std::size_t bound) { return static_cast<std::size_t>(draw_() % bound); }
+  bool chance(std::size_t percent) { return below(100) < percent; }
+  template <typename T>
+  T pick(std::initializer_list<T> items) {
+    return items.begin()[below(items.size())];
+  }
+
+  // Text with everything in it that is written in a way of its own.
+  std::string text();
+
+  // A value of at most `depth` levels, with hint fields and nulls in it.
+  values::JsonValue value(std::size_t depth);
+
+  // A request whose fields, counts, lists and sizes lie where the rules of
+  // finishing differ.
+  Request request();
+
+ private:
+  std::string name();
+  std::string path();
+  values::JsonValue number();
+  values::JsonValue phrase();
+  values::JsonList list(std::size_t depth);
+  values::JsonObject fields(std::size_t depth);
+  values::JsonValue hit();
+  values::JsonList hits();
+  values::JsonList own_steps();
+  values::JsonValue field_value(std::string_view key);
+  values::JsonObject named_fields(std::size_t count, std::initializer_list<const char*> keys);
+
+  std::function<std::uint64_t()> draw_;
+  Domain domain_;
+};
 
 }  // namespace vantrex::tests

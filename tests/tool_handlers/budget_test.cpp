@@ -7,8 +7,6 @@
 
 #include <gtest/gtest.h>
 
-#include "support/naive.h"
-#include "support/random_tree.h"
 #include "support/table.h"
 #include "vantrex/values/text_forms.h"
 
@@ -93,36 +91,6 @@ TEST(WithinShare, DropsFromTheLastWhatDoesNotFit) {
     const JsonList left = _within_share(answer_of(row.size, row.hints), steps, Keep{row.keep});
     ASSERT_EQ(left.size(), row.left);
     EXPECT_TRUE(std::equal(left.begin(), left.end(), steps.begin()));
-  }
-}
-
-// Measures the whole list again for each number of steps.
-std::size_t naive_count(const JsonObject& answer, std::size_t hints, const JsonList& steps,
-                        std::size_t keep) {
-  std::vector<JsonValue> left(steps.begin(), steps.end());
-  const std::size_t size = tests::naive::json_text(answer).size();
-  while (left.size() > keep) {
-    const std::size_t added = tests::naive::json_text(left).size() + 14;
-    const double room = std::max(0.15 * static_cast<double>(size + added), 320.0);
-    if (static_cast<double>(hints + added) <= room) break;
-    left.pop_back();
-  }
-  return left.size();
-}
-
-TEST(WithinShare, IsAPrefixAsLongAsMeasuringAgainEachTime) {
-  for (std::uint64_t seed = 0; seed < 3000; ++seed) {
-    tests::Random random(seed);
-    const std::size_t count = seed == 0 ? 1000 : random.below(6);
-    std::vector<std::size_t> sizes;
-    for (std::size_t each = 0; each < count; ++each) sizes.push_back(40 + random.below(100));
-    const std::size_t hints = 2 + random.below(100);
-    const JsonObject answer = answer_of(1000 + random.below(count * 300 + 1000), hints);
-    const JsonList steps = steps_of(sizes);
-    const std::size_t keep = random.below(4);
-    const JsonList left = _within_share(answer, steps, Keep{keep});
-    ASSERT_EQ(left.size(), naive_count(answer, hints, steps, keep)) << "seed " << seed;
-    ASSERT_TRUE(std::equal(left.begin(), left.end(), steps.begin())) << "seed " << seed;
   }
 }
 

@@ -39,10 +39,11 @@ TEST(JsonObject, KeepsItsFieldsLikeAListOfPairs) {
         if (removed) expected.erase(found);
       } else {
         object.set(key, round);
-        if (found != expected.end())
-          expected.erase(found, found)->second = round;
-        else
+        if (found == expected.end()) {
           expected.emplace_back(key, round);
+        } else {
+          found->second = round;
+        }
       }
       ASSERT_EQ(object.size(), expected.size());
     }
@@ -116,15 +117,15 @@ JsonValue& some_place(JsonValue& value, Random& random) {
 JsonValue change(JsonValue& value, Random random) {
   JsonValue& place = some_place(value, random);
   const std::size_t way = random.below(4);
-  if (way == 0) return std::exchange(place, random_value(random, tests::Domain::any, 2));
+  if (way == 0) return std::exchange(place, random.value(2));
   if (JsonList* list = place.list()) {
     if (way == 1) list->truncate(random.below(list->size() + 1));
     if (way == 2) list->reserve(random.below(20));
-    if (way == 3) list->push_back(random_value(random, tests::Domain::any, 2));
+    if (way == 3) list->push_back(random.value(2));
   } else if (JsonObject* object = place.object()) {
     if (way == 1 && !object->empty()) return *object->remove((object->end() - 1)->key.view());
     if (way == 2) object->reserve(random.below(20));
-    if (way == 3) object->set(tests::random_string(random), random_value(random, tests::Domain::any, 2));
+    if (way == 3) object->set(random.text(), random.value(2));
   }
   return nullptr;
 }
@@ -132,7 +133,7 @@ JsonValue change(JsonValue& value, Random random) {
 TEST(Containers, CopiesChangeAlone) {
   for (std::uint64_t seed = 0; seed < 2000; ++seed) {
     Random random(seed);
-    JsonValue original = random_value(random, tests::Domain::any, 5);
+    JsonValue original = random.value(5);
     const std::string before = json_text(original);
     JsonValue copy = original;
     JsonValue shared = copy;
@@ -167,12 +168,7 @@ TEST(Containers, AreAsTheyWereWhenMemoryRunsOut) {
       [&](JsonObject& o) { o.set(key, JsonList::of(key)); },
       [&](JsonObject& o) { o.set("list", Text(key)); },
       [&](JsonObject& o) { o.reserve(200); },
-      [&](JsonObject& o) {
-        o = JsonObject(JsonObject{{"o", o}});
-      },
-      [&](JsonObject& o) {
-        o = JsonObject{{"p", packed}, {"s", shared}, {key, key}};
-      },
+      [&](JsonObject& o) { o.set("copies", JsonList::of(o, packed, shared)); },
   };
   for (std::size_t place = 0; place < kChanges.size(); ++place) {
     for (const JsonObject* source : {&shared, &packed}) {

@@ -7,6 +7,10 @@
 #include <gtest/gtest.h>
 
 #include "support/naive.h"
+#include "support/random_tree.h"
+#include "support/table.h"
+#include "vantrex/values/snapshot.h"
+#include "vantrex/values/text_forms.h"
 #include "vantrex/values/utf8.h"
 
 namespace vantrex::values {
@@ -39,7 +43,8 @@ TEST(Text, IsWellFormedUtf8) {
       {"\xED\xA0\x80", 0, u + u + u},
       {"\xF0\x8F\xBF\xBF", 0, u + u + u + u},
       {"\xF4\x90\x80\x80", 0, u + u + u + u},
-      {"\xF5\xFF", 0, u + u},
+      {"\xF5\xFF\xC1\xBF", 0, u + u + u + u},
+      {"\xC3\x7F\xC3\xC0\xE1\xBF\x7F\xF1\xBF\xBF\xC0", 0, u + "\x7F" + u + u + u + "\x7F" + u + u},
       // What begins a sequence is replaced together, what follows it stays.
       {"12345678\xE2\x82", 8, "12345678" + u},
       {"\xF0\x9F\x98x", 0, u + "x"},
@@ -63,31 +68,6 @@ TEST(Text, IsWellFormedUtf8) {
   EXPECT_THROW(Text(static_cast<const char*>(nullptr)), std::invalid_argument);
 }
 
-// `code_point` in `length` bytes, whether it takes that many or fewer.
-std::string encoded(std::uint32_t code_point, std::size_t length) {
-  if (length == 1) return {static_cast<char>(code_point)};
-  constexpr unsigned kLeads[] = {0xC0, 0xE0, 0xF0};
-  std::string bytes(length, '\0');
-  for (std::size_t place = length; --place > 0; code_point >>= 6) {
-    bytes[place] = static_cast<char>(0x80 | (code_point & 0x3F));
-  }
-  bytes[0] = static_cast<char>(kLeads[length - 2] | code_point);
-  return bytes;
-}
-
-TEST(Text, TakesEveryCodePointInItsShortestFormOnly) {
-  constexpr std::uint32_t kEnds[] = {0, 0x80, 0x800, 0x10000, 0x200000};  // of what fits in a length
-  for (std::size_t length = 1; length <= 4; ++length) {
-    for (std::uint32_t code_point = 0; code_point < kEnds[length]; ++code_point) {
-      const bool surrogate = 0xD800 <= code_point && code_point < 0xE000;
-      const bool expected = code_point >= kEnds[length - 1] && code_point <= 0x10FFFF && !surrogate;
-      const std::string bytes = encoded(code_point, length);
-      ASSERT_EQ(scan_utf8(bytes).well_formed, expected ? length : 0)
-          << code_point << " in " << length << " bytes";
-    }
-  }
-}
-
 TEST(Text, KnowsWhatItsEscapesTakeInEveryForm) {
   const std::string special = "\"\\\b\f\n\r\t\x01\x1f\x7f/é";
   EXPECT_EQ(naive_text(special), R"("\"\\\b\f\n\r\t\u0001\u001f)"
@@ -107,6 +87,25 @@ TEST(Text, ComparesByBytesHoweverItIsHeld) {
   }
   EXPECT_EQ(Text(TextLiteral("literal of more than 14")), Text("literal of more than 14"));
   EXPECT_EQ(Text(TextLiteral("short")), Text(std::string("short")));
+}
+
+TEST(TextForms, EqualTheNaiveWriting) {
+  for (std::uint64_t seed = 0; seed < 5000; ++seed) {
+    const JsonValue value = tests::Random(seed).value(6);
+    const std::string text = tests::naive::json_text(value);
+    ASSERT_EQ(compact_text(value), text) << "seed " << seed;
+    ASSERT_EQ(compact_size(value), text.size()) << text;
+    ASSERT_EQ(canonical_text(value), tests::naive::json_text(value, true)) << text;
+    const JsonValue copy = snapshot(value, NullFields::keep);
+    ASSERT_EQ(copy, value) << text;
+    ASSERT_EQ(tests::naive::json_text(copy), text);
+  }
+}
+
+TEST(TextForms, SortKeysByCodePointAtEveryDepth) {
+  const JsonValue value = tests::parse(R"({"b":[{"z":1,"":2}],"a":{},"é":0,"B":1,"𝄞":3,"\uffff":4,"a\n":5})");
+  EXPECT_EQ(canonical_text(value),
+            "{\"B\":1,\"a\":{},\"a\\n\":5,\"b\":[{\"\":2,\"z\":1}],\"é\":0,\"\uFFFF\":4,\"𝄞\":3}");
 }
 
 }  // namespace
