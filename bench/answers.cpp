@@ -128,6 +128,7 @@ Request detail_request() {
       {"deprecated", nullptr},
       {"complexity", 7},
       {"callers_count", 12},
+      {"coverage", JsonObject{{"lines", nullptr}}},
       {"note", nullptr}};
   return symbol_request("detail", std::move(answer));
 }

@@ -25,7 +25,8 @@ class Contender {
   Contender& operator=(const Contender&) = delete;
   virtual ~Contender() = default;
 
-  // The whole job. Returns the bytes of the copy's compact text.
+  // The whole job. Returns the bytes that it counted, those of the copy's compact
+  // text; 0 where it does not tell.
   virtual std::size_t finish() = 0;
   // The whole job, and the finished answer's text. Returns its bytes.
   virtual std::size_t finish_and_write() = 0;
