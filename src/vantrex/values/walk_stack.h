@@ -12,6 +12,12 @@ template <typename Frame, std::size_t kShallow = 24>
 class WalkStack {
  public:
   bool empty() const noexcept { return depth_ == 0; }
+  std::size_t size() const noexcept { return depth_; }
+
+  // The frame that was pushed as the one at `position`, from 0.
+  const Frame& operator[](std::size_t position) const noexcept {
+    return position < kShallow ? shallow_[position] : deep_[position - kShallow];
+  }
 
   // The frame pushed last; a push or pop invalidates the reference.
   Frame& top() noexcept { return depth_ <= kShallow ? shallow_[depth_ - 1] : deep_.back(); }

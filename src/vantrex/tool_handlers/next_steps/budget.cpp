@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <string>
 #include <string_view>
 #include <utility>
 
@@ -42,9 +43,22 @@ bool may_be_hint_key(std::string_view name) noexcept {
          (kInitialsBySize[name.size()] & initials_bit(name)) != 0;
 }
 
-// Adds up the hint fields of a tree.
+// The fields or items of a container that are still to be looked at.
+struct Level {
+  const JsonField* field;
+  const JsonField* fields_end;
+  const JsonValue* item;
+  const JsonValue* items_end;
+};
+using Levels = values::WalkStack<Level>;
+
+// Finds the hint fields of a tree. Calls `on_hint` for each, with the levels
+// down to it, of which each stands behind the field or item that leads there.
+template <typename OnHint>
 class HintWalk {
  public:
+  explicit HintWalk(OnHint on_hint) : on_hint_(std::move(on_hint)) {}
+
   void open(const JsonObject& object) { walk_.push({object.begin(), object.end(), nullptr, nullptr}); }
   void open(const JsonList& list) { walk_.push({nullptr, nullptr, list.begin(), list.end()}); }
   void open(const JsonValue& value) {
@@ -52,22 +66,13 @@ class HintWalk {
     if (const JsonList* list = value.list()) open(*list);
   }
 
-  std::size_t finish() {
+  void finish() {
     while (!walk_.empty()) {
       if (look_through(walk_.top())) walk_.pop();
     }
-    return bytes_;
   }
 
  private:
-  // The fields or items of a container that are still to be looked at.
-  struct Level {
-    const JsonField* field;
-    const JsonField* fields_end;
-    const JsonValue* item;
-    const JsonValue* items_end;
-  };
-
   static bool is_container(const JsonValue& value) noexcept {
     return value.list() != nullptr || value.object() != nullptr;
   }
@@ -77,7 +82,7 @@ class HintWalk {
     while (level.field != level.fields_end) {
       const JsonField& field = *level.field++;
       if (may_be_hint_key(field.key.view()) && is_hint_key(field.key)) {
-        bytes_ += _encoded_size(field.value);
+        on_hint_(field.value, walk_);
       } else if (is_container(field.value)) {
         open(field.value);
         return false;
@@ -92,15 +97,50 @@ class HintWalk {
     return true;
   }
 
-  std::size_t bytes_ = 0;
-  values::WalkStack<Level> walk_;
+  OnHint on_hint_;
+  Levels walk_;
 };
 
 template <typename Value>
 std::size_t hint_size(const Value& value) {
-  HintWalk walk;
+  std::size_t bytes = 0;
+  HintWalk walk([&bytes](const JsonValue& hint, const Levels&) { bytes += _encoded_size(hint); });
   walk.open(value);
-  return walk.finish();
+  walk.finish();
+  return bytes;
+}
+
+bool is_plain_name(std::string_view key) noexcept {
+  const auto is_plain = [](unsigned char byte) {
+    return byte == '_' || byte >= 0x80 || (byte >= '0' && byte <= '9') || (byte >= 'A' && byte <= 'Z') ||
+           (byte >= 'a' && byte <= 'z');
+  };
+  return !key.empty() && std::all_of(key.begin(), key.end(), is_plain);
+}
+
+// "results[3].note"; a name that is no word stands in brackets: ["a b"].
+std::string path_text(const Levels& levels) {
+  std::string path;
+  const JsonValue* reached = nullptr;  // the root, at first
+  for (std::size_t depth = 0; depth < levels.size(); ++depth) {
+    const Level& level = levels[depth];
+    if (level.fields_end == nullptr) {
+      const auto left = static_cast<std::size_t>(level.items_end - level.item);
+      path += '[' + std::to_string(reached->list()->size() - left - 1) + ']';
+      reached = level.item - 1;
+      continue;
+    }
+    const JsonField& field = *(level.field - 1);
+    const std::string_view name = field.key.view();
+    if (!is_plain_name(name)) {
+      path += '[' + values::compact_text(field.key) + ']';
+    } else {
+      if (!path.empty()) path += '.';
+      path += name;
+    }
+    reached = &field.value;
+  }
+  return path;
 }
 
 }  // namespace
@@ -118,6 +158,12 @@ std::size_t _hint_size(const JsonValue& value) {
 }
 std::size_t _hint_size(const JsonObject& object) {
   return hint_size(object);
+}
+
+void visit_hints(const JsonObject& object, const HintVisitor& visit) {
+  HintWalk walk([&visit](const JsonValue& hint, const Levels& levels) { visit(path_text(levels), hint); });
+  walk.open(object);
+  walk.finish();
 }
 
 JsonList _within_share(const JsonObject& response, JsonList steps, Keep keep) {

@@ -6,10 +6,12 @@
 //
 // All sizes are bytes of the compact JSON text. Pure functions: they change
 // nothing they are given and may run on any thread; they throw only
-// std::bad_alloc.
+// std::bad_alloc, unless they say more.
 #pragma once
 
 #include <cstddef>
+#include <functional>
+#include <string>
 
 #include "vantrex/tool_handlers/next_steps/catalogue.h"
 #include "vantrex/values/json_value.h"
@@ -23,6 +25,14 @@ std::size_t _encoded_size(const values::JsonValue& value);
 // lies inside a hint field counts once, with that field.
 std::size_t _hint_size(const values::JsonValue& value);
 std::size_t _hint_size(const values::JsonObject& object);
+
+// What is called for each hint field that _hint_size counts: its path from the
+// object, "results[3].note", and its value.
+using HintVisitor = std::function<void(const std::string& path, const values::JsonValue& value)>;
+
+// Visits the hint fields in `object` in their order. Throws std::bad_alloc and
+// what `visit` throws.
+void visit_hints(const values::JsonObject& object, const HintVisitor& visit);
 
 // Whether a field of this name is a hint.
 bool is_hint_key(const values::Text& key) noexcept;
