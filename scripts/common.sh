@@ -20,6 +20,15 @@ is_installed() {
   [ "$(dpkg-query -W -f='${db:Status-Status}' "$1" 2>/dev/null)" = installed ]
 }
 
+# Runs a command whose output matters only when it fails.
+quietly() {
+  local output
+  output=$("$@" 2>&1 </dev/null) || {
+    printf '%s\n' "$output" >&2
+    return 1
+  }
+}
+
 # Installs those of the named Debian packages that are missing.
 need() {
   local missing=() package as_root=()
@@ -36,9 +45,9 @@ need() {
     as_root=(sudo)
   fi
   say "Installing: ${missing[*]}"
-  as_root+=(env DEBIAN_FRONTEND=noninteractive apt-get -qq -o Dpkg::Use-Pty=0)
-  "${as_root[@]}" update </dev/null || fail "the list of packages could not be fetched"
-  "${as_root[@]}" install -y --no-install-recommends "${missing[@]}" </dev/null >&2 ||
+  as_root+=(env DEBIAN_FRONTEND=noninteractive apt-get -qq)
+  quietly "${as_root[@]}" update || fail "the list of packages could not be fetched"
+  quietly "${as_root[@]}" install -y --no-install-recommends "${missing[@]}" ||
     fail "these packages could not be installed: ${missing[*]}"
 }
 
