@@ -201,15 +201,4 @@ Request floats_request(Floats floats) {
   return symbol_request("floats", std::move(answer));
 }
 
-std::vector<Request> all_requests(Floats floats) {
-  std::vector<Request> requests;
-  requests.push_back(detail_request());
-  requests.push_back(callers_request());
-  requests.push_back(search_request(floats));
-  requests.push_back(files_request());
-  requests.push_back(huge_request());
-  requests.push_back(floats_request(floats));
-  return requests;
-}
-
 }  // namespace vantrex::bench

@@ -10,7 +10,6 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "vantrex/values/json_value.h"
 
@@ -49,7 +48,18 @@ Request search_request(Floats floats);  // 30 KB: 50 hits with snippets and scor
 Request files_request();                // 2 MB: 20,000 file rows
 Request huge_request();                 // 30 MB: modules, classes, methods; a tenth of the fields null
 Request floats_request(Floats floats);  // 100,000 scores
-std::vector<Request> all_requests(Floats floats = Floats::keep);
+
+struct NamedRequest {
+  std::string_view name;
+  Request (*make)(Floats floats);
+};
+inline constexpr std::array<NamedRequest, 6> kRequests = {
+    {{"detail", [](Floats) { return detail_request(); }},
+     {"callers", [](Floats) { return callers_request(); }},
+     {"search", search_request},
+     {"files", [](Floats) { return files_request(); }},
+     {"huge", [](Floats) { return huge_request(); }},
+     {"floats", floats_request}}};
 
 // What they are made with: an answer about one symbol, and one of `count` file
 // rows.

@@ -8,12 +8,13 @@
 //   write   the whole job and the finished answer's text
 //   copy    the deep copy without null fields, and its destruction
 //   count   the bytes of the compact text and of the hint fields
+#include <deque>
 #include <exception>
 #include <iostream>
 #include <memory>
+#include <regex>
 #include <stdexcept>
 #include <string>
-#include <vector>
 
 #include <benchmark/benchmark.h>
 
@@ -63,27 +64,47 @@ void check_whole(const NamedContender& contender, const Request& request, const 
   require(way->copy() == ours(request)->copy(), contender.name, request, "fields copied");
 }
 
-void check_all() {
-  for (const Request& request : all_requests(Floats::round)) {
-    const std::string expected = ours(request)->finished_text();
-    for (const NamedContender& contender : kContenders) check_whole(contender, request, expected);
-  }
+// What is measured must stay where it is.
+struct Subjects {
+  std::deque<Request> requests;
+  std::deque<std::unique_ptr<Contender>> contenders;
+};
+
+std::string name_of(const Stage& stage, const NamedRequest& request, const NamedContender& contender) {
+  return std::string(stage.name).append("/").append(request.name).append("/").append(contender.name);
 }
 
-void register_all(const std::vector<Request>& requests, std::vector<std::unique_ptr<Contender>>& contenders) {
-  for (const Request& request : requests) {
-    const std::string steps = steps_of(ours(request)->finished_text());
+// Whether --benchmark_filter may ask for `request`; making the large ones takes
+// seconds.
+bool is_wanted(const NamedRequest& request) {
+  const std::string filter = benchmark::GetBenchmarkFilter();
+  if (filter.empty() || filter == "all" || filter.front() == '-') return true;
+  const std::regex wanted(filter, std::regex::extended);
+  for (const Stage& stage : kStages) {
     for (const NamedContender& contender : kContenders) {
-      contenders.push_back(contender.make(request));
-      require(steps_of(contenders.back()->finished_text()) == steps, contender.name, request, "steps");
-      for (const Stage& stage : kStages) {
-        const std::string name =
-            std::string(stage.name) + '/' + request.name + '/' + std::string(contender.name);
-        benchmark::RegisterBenchmark(
-            name.c_str(), [way = contenders.back().get(), work = stage.work](benchmark::State& state) {
-              measure(state, [&] { return (way->*work)(); });
-            });
-      }
+      if (std::regex_search(name_of(stage, request, contender), wanted)) return true;
+    }
+  }
+  return false;
+}
+
+void check(const NamedRequest& named) {
+  const Request request = named.make(Floats::round);
+  const std::string expected = ours(request)->finished_text();
+  for (const NamedContender& contender : kContenders) check_whole(contender, request, expected);
+}
+
+void add(Subjects& subjects, const NamedRequest& named) {
+  const Request& request = subjects.requests.emplace_back(named.make(Floats::keep));
+  const std::string steps = steps_of(ours(request)->finished_text());
+  for (const NamedContender& contender : kContenders) {
+    Contender* way = subjects.contenders.emplace_back(contender.make(request)).get();
+    require(steps_of(way->finished_text()) == steps, contender.name, request, "steps");
+    for (const Stage& stage : kStages) {
+      benchmark::RegisterBenchmark(name_of(stage, named, contender).c_str(),
+                                   [way, work = stage.work](benchmark::State& state) {
+                                     measure(state, [&] { return (way->*work)(); });
+                                   });
     }
   }
 }
@@ -92,10 +113,12 @@ int run(int argc, char** argv) {
   keep_freed_memory();
   benchmark::Initialize(&argc, argv);
   if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 2;
-  check_all();
-  const std::vector<Request> requests = all_requests();
-  std::vector<std::unique_ptr<Contender>> contenders;
-  register_all(requests, contenders);
+  Subjects subjects;
+  for (const NamedRequest& request : kRequests) {
+    if (!is_wanted(request)) continue;
+    check(request);
+    add(subjects, request);
+  }
   benchmark::RunSpecifiedBenchmarks();
   return 0;
 }
