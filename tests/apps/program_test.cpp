@@ -149,8 +149,8 @@ TEST(Batch, EqualsTheNaiveReading) {
   std::string input;
   std::string expected;
   for (std::uint64_t seed = 0; seed < kRequests; ++seed) {
-    Random random(seed);
-    const Request request = random_request(random, Domain::json);
+    Random random(seed, Domain::json);
+    const Request request = random.request();
     values::JsonObject line{{"response", request.answer}, {"tool", request.tool}};
     if (request.action) line.set("action", *request.action);
     if (request.arguments) line.set("arguments", *request.arguments);
