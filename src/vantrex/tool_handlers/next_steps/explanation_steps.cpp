@@ -1,0 +1,84 @@
+#include "vantrex/tool_handlers/next_steps/explanation_steps.h"
+
+#include "vantrex/tool_handlers/next_steps/budget.h"
+#include "vantrex/values/text_forms.h"
+
+namespace vantrex::tool_handlers::next_steps {
+
+using values::JsonList;
+using values::JsonObject;
+using values::JsonValue;
+
+namespace {
+
+std::vector<CandidateStep> considered(const Candidates& found, std::string_view signal_key,
+                                      std::string_view usual_key) {
+  std::vector<CandidateStep> candidates;
+  const auto add = [&candidates](const JsonList& steps, Source source, std::string_view row) {
+    for (const JsonValue& step : steps) {
+      candidates.push_back({step, source, row, _encoded_size(step), Verdict::over_cap});
+    }
+  };
+  add(found.own, Source::own, "");
+  add(found.signals, Source::signal, signal_key);
+  add(found.usual, Source::usual, usual_key);
+  return candidates;
+}
+
+// The position of the first candidate that makes the same call as the one at
+// `position`, which is its own when there is none before it.
+std::size_t first_of_call(const std::vector<CandidateStep>& candidates, std::size_t position) {
+  std::size_t before = 0;
+  while (before < position &&
+         _deduplicated(JsonList::of(candidates[before].step, candidates[position].step)).size() == 2) {
+    ++before;
+  }
+  return before;
+}
+
+// The candidates that were chosen for the budget to judge, in their order; the
+// others get their verdict here. A step that was passed over makes a call that
+// was made before it, so it is not taken for a later one that was chosen.
+std::vector<CandidateStep*> sort_out(std::vector<CandidateStep>& candidates, const JsonList& chosen) {
+  std::vector<CandidateStep*> judged;
+  for (std::size_t position = 0; position < candidates.size(); ++position) {
+    CandidateStep& candidate = candidates[position];
+    if (judged.size() < chosen.size() && chosen[judged.size()] == candidate.step) {
+      judged.push_back(&candidate);
+      continue;
+    }
+    candidate.repeated = first_of_call(candidates, position);
+    candidate.verdict = candidate.repeated < position ? Verdict::repeat : Verdict::over_cap;
+  }
+  return judged;
+}
+
+// By how many bytes the hints are over the room with each leading part of
+// `steps`.
+void measure(const JsonObject& answer, const std::vector<CandidateStep*>& steps) {
+  const std::size_t bytes = values::compact_size(answer);
+  const std::size_t hints = _hint_size(answer);
+  std::size_t added = _STEPS_KEY_BYTES + values::compact_size(JsonList());
+  for (CandidateStep* step : steps) {
+    const std::size_t comma = step == steps.front() ? 0 : 1;
+    added += step->bytes + comma;
+    step->over_room = bytes_over_room(hints + added, bytes + added);
+  }
+}
+
+}  // namespace
+
+std::vector<CandidateStep> judged_steps(const JsonObject& answer, const Candidates& found,
+                                        std::string_view signal_key, std::string_view usual_key) {
+  std::vector<CandidateStep> candidates = considered(found, signal_key, usual_key);
+  const Choice choice = choose_steps(found);
+  const std::vector<CandidateStep*> chosen = sort_out(candidates, choice.steps);
+  measure(answer, chosen);
+  const std::size_t kept = _within_share(answer, choice.steps, choice.keep).size();
+  for (std::size_t position = 0; position < chosen.size(); ++position) {
+    chosen[position]->verdict = position < kept ? Verdict::kept : Verdict::over_room;
+  }
+  return candidates;
+}
+
+}  // namespace vantrex::tool_handlers::next_steps
