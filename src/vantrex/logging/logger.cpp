@@ -22,9 +22,10 @@ struct SinkSlot {
 // Never destroyed, so that destructors of static objects may still log.
 union ImmortalSlot {
   constexpr ImmortalSlot() noexcept : slot() {}
-  ~ImmortalSlot() {}
+  ~ImmortalSlot() {}  // NOLINT(modernize-use-equals-default): that would be a deleted one
   SinkSlot slot;
 };
+// NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables): the host sets the sink for all.
 constinit ImmortalSlot immortal;
 
 std::shared_ptr<const Sink> current_sink() {
@@ -86,7 +87,7 @@ void write_to_standard_error(const Record& record) {
     text += '\n';
   }
   // One call, so that records of several threads do not mix.
-  std::fwrite(text.data(), 1, text.size(), stderr);
+  static_cast<void>(std::fwrite(text.data(), 1, text.size(), stderr));
 }
 
 void Logger::warning(std::string_view message, std::exception_ptr error) const noexcept {

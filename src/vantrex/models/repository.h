@@ -19,9 +19,9 @@
 
 namespace vantrex::models {
 
-// What is called for each symbol or path. The texts it is given are any bytes
-// and are valid until it returns. What it throws must end the visit and reach
-// whoever asked for it.
+// What is called for each symbol or path, one after the other and on the thread
+// that asked. The texts it is given are any bytes and are valid until it
+// returns. What it throws must end the visit and reach whoever asked for it.
 using SymbolVisitor = std::function<void(const SymbolView& symbol)>;
 using PathVisitor = std::function<void(std::string_view path)>;
 

@@ -15,21 +15,21 @@ namespace vantrex::models {
 // What an index knows of one symbol, borrowed from it for the length of a call.
 // What it does not know is empty, or 0.
 struct SymbolView {
-  std::string_view fqn;   // "pkg.mod.Thing.run"
-  std::string_view name;  // "run"
-  std::string_view kind;  // "method"
-  std::string_view file;  // "pkg/mod.py"
-  std::size_t line = 0;   // from 1
+  std::string_view fqn = {};   // "pkg.mod.Thing.run"
+  std::string_view name = {};  // "run"
+  std::string_view kind = {};  // "method"
+  std::string_view file = {};  // "pkg/mod.py"
+  std::size_t line = 0;        // from 1
 
   friend auto operator<=>(const SymbolView&, const SymbolView&) = default;
 };
 
 // The same, to keep.
 struct Symbol {
-  std::string fqn;
-  std::string name;
-  std::string kind;
-  std::string file;
+  std::string fqn = {};
+  std::string name = {};
+  std::string kind = {};
+  std::string file = {};
   std::size_t line = 0;
 
   SymbolView view() const noexcept { return {fqn, name, kind, file, line}; }

@@ -72,4 +72,65 @@ std::size_t edit_distance(std::u32string_view a, std::u32string_view b, std::siz
   return (*last)[cell(a.size(), b.size())];
 }
 
+EditDistanceFrom::EditDistanceFrom(std::u32string_view text) : text_(text) {
+  if (text.size() > kMostRows) return;
+  for (std::size_t row = 0; row < text.size(); ++row) {
+    const char32_t letter = text[row];
+    if (letter < ascii_rows_.size()) {
+      ascii_rows_[letter] |= std::uint64_t{1} << row;
+    } else {
+      // One entry for each place does: rows_of joins them.
+      other_rows_.emplace_back(letter, std::uint64_t{1} << row);
+    }
+  }
+}
+
+std::uint64_t EditDistanceFrom::rows_of(char32_t letter) const noexcept {
+  if (letter < ascii_rows_.size()) return ascii_rows_[letter];
+  std::uint64_t rows = 0;
+  for (const auto& [at, row] : other_rows_) rows |= at == letter ? row : 0;
+  return rows;
+}
+
+std::size_t EditDistanceFrom::to(std::u32string_view other, std::size_t most) const noexcept {
+  most = std::min(most, kMostEdits);
+  const std::size_t gap = std::max(text_.size(), other.size()) - std::min(text_.size(), other.size());
+  if (gap > most) return most + 1;
+  if (text_.empty()) return gap;
+  return text_.size() > kMostRows ? edit_distance(text_, other, most) : by_columns(other, most);
+}
+
+// The table of distances between beginnings of the two texts, a column for each
+// letter of `other`, all rows of a column at once: neighbouring cells differ by
+// one at most, so one bit for each row says whether a cell is one more, and
+// another whether it is one less, than the cell above or to the left. (Hyyro,
+// "A bit-vector algorithm for computing Levenshtein and Damerau edit
+// distances", 2003.)
+std::size_t EditDistanceFrom::by_columns(std::u32string_view other, std::size_t most) const noexcept {
+  const std::uint64_t last_row = std::uint64_t{1} << (text_.size() - 1);
+  std::uint64_t more_than_above = ~std::uint64_t{0};
+  std::uint64_t less_than_above = 0;
+  std::uint64_t as_diagonal = 0;  // the cell equals the one above to the left
+  std::uint64_t equal_before = 0;
+  std::size_t distance = text_.size();
+  for (std::size_t column = 0; column < other.size(); ++column) {
+    const std::uint64_t equal = rows_of(other[column]);
+    const std::uint64_t swapped = ((~as_diagonal & equal) << 1) & equal_before;
+    as_diagonal =
+        (((equal & more_than_above) + more_than_above) ^ more_than_above) | equal | less_than_above | swapped;
+    std::uint64_t more_than_left = less_than_above | ~(as_diagonal | more_than_above);
+    std::uint64_t less_than_left = as_diagonal & more_than_above;
+    if ((more_than_left & last_row) != 0) ++distance;
+    if ((less_than_left & last_row) != 0) --distance;
+    // Each letter left takes off one at most.
+    if (distance > most + (other.size() - column - 1)) return most + 1;
+    more_than_left = (more_than_left << 1) | 1;
+    less_than_left <<= 1;
+    more_than_above = less_than_left | ~(as_diagonal | more_than_left);
+    less_than_above = more_than_left & as_diagonal;
+    equal_before = equal;
+  }
+  return distance;
+}
+
 }  // namespace vantrex::workers

@@ -75,30 +75,31 @@ std::size_t bit_of(char32_t letter) noexcept {
 
 void FoldedName::assign(std::string_view name) {
   letters.resize(name.size());
-  occurring = 0;
-  words = 0;
-  std::size_t count = 0;
+  char32_t* end = letters.data();
+  std::uint64_t bits = 0;
+  std::uint64_t sum_of_words = 0;
   std::uint64_t word = kNoWord;
   const auto end_word = [&] {
-    if (word != kNoWord) words += (word ^ (word >> 32)) * kMixer;
+    if (word != kNoWord) sum_of_words += (word ^ (word >> 32)) * kMixer;
     word = kNoWord;
   };
   for (std::size_t position = 0; position < name.size();) {
     const Letter letter = letter_of(name[position]);
     Decoded decoded{static_cast<char32_t>(letter.folded), 1};
     if (letter.cls == Class::beyond_ascii) decoded = decode(name.substr(position));
-    if (letter.cls == Class::separator || (letter.cls == Class::upper && starts_camel_word(name, position))) {
-      end_word();
-    }
+    const bool camel_word = letter.cls == Class::upper && starts_camel_word(name, position);
+    if (letter.cls == Class::separator || camel_word) end_word();
     position += decoded.length;
     if (letter.cls == Class::separator) continue;
-    letters[count++] = decoded.code_point;
-    occurring |= std::uint64_t{1} << bit_of(decoded.code_point);
+    *end++ = decoded.code_point;
+    bits |= std::uint64_t{1} << bit_of(decoded.code_point);
     word = (word ^ decoded.code_point) * kMixer;
     word ^= word >> 29;
   }
   end_word();
-  letters.resize(count);
+  letters.resize(static_cast<std::size_t>(end - letters.data()));
+  occurring = bits;
+  words = sum_of_words;
 }
 
 std::size_t lacking_letters(const FoldedName& wanted, const FoldedName& name) noexcept {

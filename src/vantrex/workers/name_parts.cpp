@@ -17,6 +17,10 @@ bool names_operator(std::string_view text, std::size_t end, std::size_t length) 
   return at_end_of_name && text.substr(0, end - length).ends_with(kOperator);
 }
 
+constexpr bool may_end_separator(char c) noexcept {
+  return c == '.' || c == '#' || c == ':' || c == '/' || c == '>';
+}
+
 // The bytes of the separator that ends at `end`, 0 when none does.
 std::size_t separator_ending_at(std::string_view text, std::size_t end) noexcept {
   const auto pair_with = [&](char first) { return end >= 2 && text[end - 2] == first; };
@@ -81,6 +85,7 @@ bool is_slash(char c) noexcept {
 Parted part_symbol(std::string_view fqn) noexcept {
   fqn = trimmed(fqn);
   for (std::size_t end = fqn.size(); end > 0; --end) {
+    if (!may_end_separator(fqn[end - 1])) continue;
     const std::size_t length = separator_ending_at(fqn, end);
     if (length > 0) return {fqn.substr(0, end - length), fqn.substr(end)};
   }

@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "vantrex/models/ascii_case.h"
-#include "vantrex/workers/edit_distance.h"
 
 namespace vantrex::workers {
 
@@ -37,7 +36,8 @@ PathMatch::PathMatch(std::string_view wanted)
       parted_wanted_(part_path(wanted)),
       wanted_base_(parted_wanted_.last),
       directories_(parted_wanted_.outer, part_path),
-      wanted_stem_(wanted_base_.stem) {}
+      wanted_stem_(wanted_base_.stem),
+      edits_(wanted_stem_.letters) {}
 
 std::optional<Rank> PathMatch::likeness(const Parted& path, const Rank* worst) {
   if (models::same_but_for_case(path.last, parted_wanted_.last)) {
@@ -52,7 +52,7 @@ std::optional<Rank> PathMatch::likeness(const Parted& path, const Rank* worst) {
   std::size_t most = std::max(stem_.letters.size(), wanted_stem_.letters.size()) / 3;
   if (worst != nullptr) most = std::min(most, worst->distance / 2);
   if (stem_.letters.empty() || least_edits(wanted_stem_, stem_) > most) return std::nullopt;
-  const std::size_t edits = edit_distance(wanted_stem_.letters, stem_.letters, most);
+  const std::size_t edits = edits_.to(stem_.letters, most);
   if (edits > most) return std::nullopt;
   const bool same_extension = models::same_but_for_case(base.extension, wanted_base_.extension);
   return Rank{.tier = kNear, .distance = 2 * edits + (same_extension ? 0U : 1U)};

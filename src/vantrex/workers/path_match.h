@@ -19,6 +19,7 @@
 #include <optional>
 #include <string_view>
 
+#include "vantrex/workers/edit_distance.h"
 #include "vantrex/workers/folded_name.h"
 #include "vantrex/workers/name_parts.h"
 #include "vantrex/workers/nearest_few.h"
@@ -53,6 +54,7 @@ class PathMatch {
   BaseName wanted_base_;
   OuterParts directories_;
   FoldedName wanted_stem_;
+  EditDistanceFrom edits_;
   FoldedName stem_;
 };
 

@@ -4,7 +4,6 @@
 #include <cstddef>
 
 #include "vantrex/models/ascii_case.h"
-#include "vantrex/workers/edit_distance.h"
 
 namespace vantrex::workers {
 
@@ -31,7 +30,8 @@ SymbolMatch::SymbolMatch(std::string_view wanted)
     : wanted_(wanted),
       parted_wanted_(part_symbol(wanted)),
       qualifiers_(parted_wanted_.outer, part_symbol),
-      wanted_name_(parted_wanted_.last) {}
+      wanted_name_(parted_wanted_.last),
+      edits_(wanted_name_.letters) {}
 
 std::optional<Rank> SymbolMatch::folded_likeness(const Rank* worst) const {
   const std::u32string& wanted = wanted_name_.letters;
@@ -43,7 +43,7 @@ std::optional<Rank> SymbolMatch::folded_likeness(const Rank* worst) const {
   std::size_t most = std::max(wanted.size(), letters.size()) / 3;
   if (worst != nullptr && worst->tier == kNear) most = std::min(most, worst->distance);
   if (least_edits(wanted_name_, name_) <= most) {
-    const std::size_t edits = edit_distance(wanted, letters, most);
+    const std::size_t edits = edits_.to(letters, most);
     if (edits <= most) return Rank{.tier = kNear, .distance = edits};
   }
   if (worst != nullptr && worst->tier < kPart) return std::nullopt;

@@ -19,6 +19,7 @@
 #include <optional>
 #include <string_view>
 
+#include "vantrex/workers/edit_distance.h"
 #include "vantrex/workers/folded_name.h"
 #include "vantrex/workers/name_parts.h"
 #include "vantrex/workers/nearest_few.h"
@@ -45,6 +46,7 @@ class SymbolMatch {
   Parted parted_wanted_;
   OuterParts qualifiers_;
   FoldedName wanted_name_;
+  EditDistanceFrom edits_;
   FoldedName name_;
 };
 

@@ -1,0 +1,189 @@
+#include "vantrex/workers/name_lookup.h"
+
+#include <algorithm>
+#include <new>
+#include <random>
+#include <set>
+#include <sstream>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "support/allocations.h"
+#include "support/table.h"
+#include "vantrex/values/text_forms.h"
+
+namespace vantrex::workers {
+namespace {
+
+using Texts = std::vector<std::string>;
+
+Texts words_of(const std::string& cell) {
+  std::istringstream words(cell);
+  return {std::istream_iterator<std::string>(words), {}};
+}
+
+models::InMemoryRepository index_of(const Texts& names) {
+  models::InMemoryRepository index;
+  for (const std::string& name : names) {
+    index.add_symbol({.fqn = name});
+    index.add_path(name);
+  }
+  return index;
+}
+
+Texts nearest_fqns(const models::Repository& index, std::string_view wanted) {
+  Texts fqns;
+  for (const SymbolCandidate& candidate : nearest_symbols(index, wanted)) fqns.push_back(candidate.fqn);
+  return fqns;
+}
+
+// Each row: what is wanted, what must be offered in this order, and what the
+// index holds besides.
+void expect_rows(const std::string& rows, Texts (*lookup)(const models::Repository&, std::string_view)) {
+  for (const Texts& row : tests::table(rows)) {
+    const Texts expected = words_of(row[1]);
+    Texts held = words_of(row.size() > 2 ? row[2] : "");
+    held.insert(held.begin(), expected.rbegin(), expected.rend());
+    EXPECT_EQ(lookup(index_of(held), row[0]), expected) << row[0];
+  }
+}
+
+TEST(NameLookup, SymbolsInOrderOfLikeness) {
+  expect_rows(R"(
+# the classes, then what decides within one
+read_file | a.read_file a.READ_FILE a.readFile a.file_read a.read_fil | a.reader
+read_file | a.read_files a.read_fil a.do_read_file a.raed_fil a.read_file_now | a.red_fl_xx a.read_file_now_2
+read_file | a.must_read_file a.read_file_before a.read_file_cached a.must_not_read_file | a.read_only_config a.fil
+pkg.Thing.run | pkg.Thing.run other.Thing.run pkg.run a.b.c.d.e.run else.run | a.b.c.d.e.f.g.h.run
+std::vektor::push_back | std::vector::push_back std::deque::push_back std::list::push_back push_back
+bit_xr | m.bit_xor m.bit_or m.bit_r
+parse | parses parse_json json_parse | par
+# separators between parts, arguments, operators
+Thing->run() | Thing::run Thing#run Thing.run Thing/run | Thing-run.x
+std::vector<std::pair<int, int>> | std::vector | std::pair
+Ptr::operator-> | Ptr::operator->
+operator.add | operator.add | operator.multiply
+HTTPServer | x.http_server x.server_http
+# capitals and code points, not bytes
+größe | m.größe m.GRößE m.grösse | m.gr
+日本語 | 日本誤 日本 | 日
+# too short, too far, nothing to go by
+ab | AB | abcdefgh abx_ac xb
+abc | abd ab | abcd_efgh axy
+sqrt |  | assert
+assert |  | sqrt
+INT8_MAX |  | PATH_MAX
+PATH_MAX |  | INT8_MAX
+tree |  | quantity
+_ | m._ | m.__ m.-
+... |  | a ...
+)",
+              nearest_fqns);
+}
+
+TEST(NameLookup, PathsInOrderOfLikeness) {
+  expect_rows(R"(
+src/app/main.py | src/app/main.py main.py lib/app/main.py x/main.py src/app/main.js | src/app/mains.py
+src/app/man.py | src/app/main.py lib/main.py src/app/main.js | src/app/other.py
+/home/ann/tree/src/app.py | src/app.py other/app.py | src/apparatus.py
+C:\work\src\app.py | src/app.py
+./src//app.py/ | src/app.py
+docs/user-guide.md | docs/user_guide.md docs/userguide.md docs/user-guides.md
+readme.md | README.md sub/README.md README.rst
+.gitignore | .gitignore | .git
+x.py | lib/x.py x.c | y.py
+docs/x.md |  | docs/y.md
+/ |  | a /
+)",
+              nearest_paths);
+}
+
+TEST(NameLookup, GuessesTheName) {
+  for (const Texts& row : tests::table(R"(
+pkg.mod.Thng | Thng
+a::b->c#d/e | e
+pkg.mod. | mod
+Thing.run(a, b.c()) | run
+map<string, pair<a::b, c>> | map
+Foo.<init> | <init>
+S::operator/= | operator/=
+S::operator() | operator()
+S::operator-> | operator->
+k8s/operator/run | run
+operator.add | add
+odd)> | odd)>
+a:b | a:b
+)")) {
+    EXPECT_EQ(guessed_name(row[0]), row[1]) << row[0];
+  }
+  EXPECT_EQ(guessed_name("a.\xff"), "\xff");
+  EXPECT_EQ(guessed_name("::."), "");
+}
+
+TEST(NameLookup, OrderOfVisitDoesNotMatter) {
+  std::vector<models::Symbol> symbols;
+  for (const char* name : {"a.run", "b.run", "a.b.run", "a.Run", "b.runs", "a.rnu", "b.ru_n", "run_all"}) {
+    for (const std::size_t line : {7U, 3U}) symbols.push_back({name, "", "", "f", line});
+  }
+  std::mt19937 random(4);
+  for (const char* wanted : {"run", "b.rum", "runn", "a.ru-n"}) {
+    std::set<std::string> answers;
+    for (int round = 0; round < 50; ++round) {
+      std::shuffle(symbols.begin(), symbols.end(), random);
+      models::InMemoryRepository index;
+      for (const models::Symbol& symbol : symbols) index.add_symbol(symbol);
+      std::string answer;
+      for (const SymbolCandidate& candidate : nearest_symbols(index, wanted)) {
+        answer += values::compact_text(candidate.to_dict());
+      }
+      answers.insert(answer);
+    }
+    ASSERT_EQ(answers.size(), 1U) << wanted;
+    EXPECT_EQ(std::count(answers.begin()->begin(), answers.begin()->end(), '{'), 5) << *answers.begin();
+    EXPECT_EQ(answers.begin()->find("7}"), std::string::npos) << "of one fqn the least line is offered";
+  }
+}
+
+TEST(NameLookup, CandidateTellsWhatIsKnown) {
+  EXPECT_EQ(values::compact_text(SymbolCandidate{{"a.b", "b", "function", "a.py", 3}}.to_dict()),
+            R"({"fqn":"a.b","name":"b","kind":"function","file":"a.py","line":3})");
+  EXPECT_EQ(values::compact_text(SymbolCandidate{{.fqn = "a.\xff"}}.to_dict()), "{\"fqn\":\"a.\uFFFD\"}");
+}
+
+TEST(NameLookup, BytesOfAnyKindAreLookedUp) {
+  const models::InMemoryRepository index = index_of({"a.na\xffme", "a.na\xfeme", std::string(300, 'x'), ""});
+  EXPECT_EQ(nearest_fqns(index, "na\xffme"), (Texts{"a.na\xffme", "a.na\xfeme"}));
+  EXPECT_EQ(nearest_fqns(index, std::string(299, 'x') + "y"), (Texts{std::string(300, 'x')}));
+  EXPECT_EQ(nearest_paths(index, std::string("\0", 1)), Texts{});
+}
+
+TEST(NameLookup, WhatTheIndexThrowsPassesThrough) {
+  struct FailingRepository final : models::Repository {
+    void visit_symbols(const models::SymbolVisitor& visit) const override {
+      visit({.fqn = "a.run"});
+      throw 42;
+    }
+    void visit_paths(const models::PathVisitor& /*visit*/) const override { throw 42; }
+    std::string indexed_revision() const override { return ""; }
+    std::string present_revision() const override { return ""; }
+  };
+  EXPECT_THROW(nearest_symbols(FailingRepository(), "run"), int);
+  EXPECT_THROW(nearest_paths(FailingRepository(), "run.py"), int);
+}
+
+TEST(NameLookup, AllocatesForWhatIsKeptOnly) {
+  models::InMemoryRepository index = index_of({"pkg.some_module.parse_configuration"});
+  for (int count = 0; count < 1000; ++count) {
+    index.add_symbol({.fqn = "pkg.some_module.parse_configurations" + std::to_string(count)});
+  }
+  const std::size_t before = tests::allocations().taken;
+  EXPECT_EQ(nearest_symbols(index, "parse_configuratoin").size(), 5U);
+  EXPECT_LT(tests::allocations().taken - before, 100U);
+  tests::fail_each_allocation([&] { nearest_symbols(index, "x.parse_configuratoin"); }, [] {});
+}
+
+}  // namespace
+}  // namespace vantrex::workers
