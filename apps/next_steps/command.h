@@ -24,5 +24,7 @@ struct Command {
 Command add_finish(CLI::App& program);
 Command add_batch(CLI::App& program);
 Command add_suggest(CLI::App& program);
+Command add_explain(CLI::App& program);
+Command add_catalogue(CLI::App& program);
 
 }  // namespace next_steps_program

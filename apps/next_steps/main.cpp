@@ -29,7 +29,8 @@ ExitStatus run(int argument_count, char** arguments) {
   program.set_version_flag("--version", "next-steps " NEXT_STEPS_VERSION);
   program.require_subcommand(1);
   program.footer("Exit status: 0 done, 1 input rejected, 2 wrong usage, 3 input or output failed.");
-  const std::vector<Command> commands = {add_finish(program), add_batch(program), add_suggest(program)};
+  const std::vector<Command> commands = {add_finish(program), add_batch(program), add_suggest(program),
+                                         add_explain(program), add_catalogue(program)};
   try {
     program.parse(argument_count, arguments);
   } catch (const CLI::ParseError& ending) {

@@ -8,9 +8,20 @@
 
 namespace next_steps_program {
 
+namespace module = vantrex::tool_handlers::next_steps;
 using values::JsonObject;
 using values::JsonValue;
 using values::Kind;
+
+namespace {
+
+module::FinishOptions options_of(const Request& request) {
+  return {.action = request.action,
+          .arguments = request.arguments ? &*request.arguments : nullptr,
+          .freshness = request.freshness};
+}
+
+}  // namespace
 
 Request read_request(std::string_view line) {
   constexpr std::array<std::string_view, 5> kKnown = {"response", "tool", "action", "arguments", "freshness"};
@@ -32,10 +43,11 @@ Request read_request(std::string_view line) {
 }
 
 JsonObject finished(const Request& request) {
-  const JsonObject* arguments = request.arguments ? &*request.arguments : nullptr;
-  return vantrex::tool_handlers::next_steps::finish_answer(
-      request.response, request.tool,
-      {.action = request.action, .arguments = arguments, .freshness = request.freshness});
+  return module::finish_answer(request.response, request.tool, options_of(request));
+}
+
+module::Explanation explanation(const Request& request) {
+  return module::explain_answer(request.response, request.tool, options_of(request));
 }
 
 }  // namespace next_steps_program

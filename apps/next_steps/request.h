@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "vantrex/tool_handlers/next_steps/explanation.h"
 #include "vantrex/values/json_value.h"
 
 namespace next_steps_program {
@@ -23,7 +24,9 @@ struct Request {
 // place of the member that is wrong, and std::bad_alloc.
 Request read_request(std::string_view line);
 
-// The finished answer to `request`. Throws std::bad_alloc.
+// The finished answer to `request`, and why it got its steps. Throw
+// std::bad_alloc.
 vantrex::values::JsonObject finished(const Request& request);
+vantrex::tool_handlers::next_steps::Explanation explanation(const Request& request);
 
 }  // namespace next_steps_program

@@ -1,0 +1,51 @@
+// next-steps explain: why an answer gets the steps it gets.
+#include <cstdlib>
+#include <memory>
+#include <unistd.h>
+
+#include "next_steps/answer_options.h"
+#include "next_steps/command.h"
+#include "next_steps/explanation_text.h"
+#include "next_steps/output.h"
+
+namespace next_steps_program {
+
+namespace {
+
+struct ExplainOptions {
+  AnswerOptions answer;
+  bool json = false;
+  bool pretty = false;
+};
+
+Colour wanted_colour() {
+  const char* no_colour = std::getenv("NO_COLOR");  // NOLINT(concurrency-mt-unsafe): nobody sets it
+  const bool refused = no_colour != nullptr && *no_colour != '\0';
+  return !refused && ::isatty(STDOUT_FILENO) == 1 ? Colour::verdicts : Colour::none;
+}
+
+ExitStatus explain(const ExplainOptions& options) {
+  const auto explained = explanation(options.answer.read());
+  if (options.json || options.pretty) {
+    print_answer(explained.to_dict(), options.pretty);
+    return ExitStatus::done;
+  }
+  Output output;
+  output.write(explanation_text(explained, wanted_colour()));
+  output.flush();
+  return ExitStatus::done;
+}
+
+}  // namespace
+
+Command add_explain(CLI::App& program) {
+  auto options = std::make_shared<ExplainOptions>();
+  CLI::App* parser = program.add_subcommand("explain", "Say why an answer gets the steps it gets");
+  options->answer.add_to(*parser);
+  parser->add_flag("--json", options->json, "Print the explanation as an object");
+  parser->add_flag("--pretty", options->pretty, "Indent that object");
+  parser->footer("Verdicts are coloured on a terminal, unless NO_COLOR is set.");
+  return {parser, [options] { return explain(*options); }};
+}
+
+}  // namespace next_steps_program

@@ -1,0 +1,126 @@
+#include "next_steps/explanation_text.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <numeric>
+#include <string_view>
+
+#include "vantrex/logging/quoted_literal.h"
+#include "vantrex/values/text_forms.h"
+
+namespace next_steps_program {
+
+namespace module = vantrex::tool_handlers::next_steps;
+using vantrex::values::compact_text;
+using vantrex::values::JsonObject;
+using vantrex::values::JsonValue;
+
+namespace {
+
+constexpr std::size_t kMostFields = 10;
+
+// "320", "320.85": two decimals at most.
+std::string short_number(double number) {
+  std::array<char, 64> digits{};
+  const auto end = std::to_chars(digits.begin(), digits.end(), number, std::chars_format::fixed, 2).ptr;
+  std::string text(digits.begin(), end);
+  text.erase(text.find_last_not_of('0') + 1);
+  if (text.ends_with('.')) text.pop_back();
+  return text;
+}
+
+std::string right_aligned(std::size_t number) {
+  const std::string digits = std::to_string(number);
+  return std::string(10 - std::min<std::size_t>(digits.size(), 10), ' ') + digits;
+}
+
+// `symbol {"action":"detail","fqn":"f"}`; a step that is no such call as it is.
+std::string call_text(const JsonValue& step) {
+  const JsonObject* call = step.object();
+  const auto tool = call == nullptr ? std::nullopt : (*call)["tool"].string();
+  return tool ? std::string(*tool) + " " + compact_text((*call)["args"]) : compact_text(step);
+}
+
+class ExplanationWriter {
+ public:
+  ExplanationWriter(const module::Explanation& explained, Colour colour)
+      : explained_(explained), colour_(colour) {}
+
+  std::string write() && {
+    answer();
+    for (std::size_t position = 0; position < explained_.candidates.size(); ++position) {
+      candidate(position + 1, explained_.candidates[position]);
+    }
+    for (const module::AbsentHint& each : explained_.absent) absent(each);
+    if (explained_.candidates.empty() && explained_.absent.empty()) line("no step came into question");
+    return std::move(text_);
+  }
+
+ private:
+  void line(const std::string& text) { text_ += vantrex::logging::printable(text) + '\n'; }
+
+  // A line that begins with `verdict`, in `colour` if any.
+  void marked_line(const std::string& number, const std::string& verdict, std::string_view colour,
+                   const std::string& rest) {
+    const bool coloured = colour_ == Colour::verdicts;
+    text_ += number;
+    if (coloured) text_ += colour;
+    text_ += verdict;
+    if (coloured) text_ += "\x1b[0m";
+    line(std::string(9 - verdict.size(), ' ') + rest);
+  }
+
+  void answer() {
+    line("answer " + std::to_string(explained_.bytes) + " bytes, of which " +
+         std::to_string(explained_.hint_bytes) + " are hints");
+    const auto& fields = explained_.hint_fields;
+    const auto shown = fields.begin() + static_cast<std::ptrdiff_t>(std::min(fields.size(), kMostFields));
+    for (auto field = fields.begin(); field != shown; ++field) {
+      line(right_aligned(field->bytes) + "  " + field->path);
+    }
+    if (shown != fields.end()) {
+      const auto rest = std::accumulate(shown, fields.end(), std::size_t{0},
+                                        [](std::size_t sum, const auto& field) { return sum + field.bytes; });
+      line(right_aligned(rest) + "  in " + std::to_string(fields.end() - shown) + " more");
+    }
+    line("steps  " + std::to_string(explained_.step_bytes) + " bytes");
+    const std::string finished = std::to_string(explained_.bytes + explained_.step_bytes) + " bytes";
+    const std::string share = short_number(module::HINT_SHARE) + " of " + finished;
+    line("room   " + short_number(explained_.room) + " bytes for hints and steps, which is " +
+         (explained_.is_floor ? "the floor: " + share + " are no more" : share));
+  }
+
+  void candidate(std::size_t number, const module::CandidateStep& each) {
+    const bool kept = each.verdict == module::Verdict::kept;
+    marked_line(std::to_string(number) + " ", kept ? "kept" : "dropped", kept ? "\x1b[32m" : "\x1b[31m",
+                call_text(each.step));
+    const std::string indent(11, ' ');
+    if (const JsonObject* call = each.step.object()) {
+      if (const auto reason = (*call)["reason"].string()) line(indent + std::string(*reason));
+    }
+    line(indent + each.from() + ", " + std::to_string(each.bytes) + " bytes: " + each.why());
+  }
+
+  void absent(const module::AbsentHint& each) {
+    const module::Hint& hint = *each.hint;
+    std::string call(hint.tool.view());
+    if (hint.action) call += " " + std::string(hint.action->view());
+    if (hint.takes) call += " with " + std::string(text(*hint.takes).view());
+    marked_line("- ", "absent", "\x1b[33m", call);
+    line(std::string(11, ' ') + std::string(hint.reason.view()));
+    line(std::string(11, ' ') + each.why);
+  }
+
+  const module::Explanation& explained_;
+  Colour colour_;
+  std::string text_;
+};
+
+}  // namespace
+
+std::string explanation_text(const module::Explanation& explained, Colour colour) {
+  return ExplanationWriter(explained, colour).write();
+}
+
+}  // namespace next_steps_program

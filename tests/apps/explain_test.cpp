@@ -1,0 +1,101 @@
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "apps/shell.h"
+
+namespace vantrex::tests {
+namespace {
+
+TEST(Explain, TellsAPerson) {
+  const Ran ran = run("next-steps explain --tool symbol --action detail", R"({
+    "fqn": "f", "kind": null, "tip": ")" + std::string(60, 't') + R"(",
+    "results": [{"note": "\u009b1m"}, {"note": 1}, [{"notes": [
+      {"hint": 1}]}], {"hints": ""}, {"note": 0}, {"tip": 22}, {"tip": 333}, {"tip": true},
+      {"tip": [1, 2]}, {"note": -1}, {"note": 123456}]})");
+  EXPECT_EQ(ran.out, R"(answer 246 bytes, of which 106 are hints
+        62  tip
+        12  results[2][0].notes
+         6  results[0].note
+         6  results[10].note
+         5  results[8].tip
+         4  results[7].tip
+         3  results[6].tip
+         2  results[3].hints
+         2  results[5].tip
+         2  results[9].note
+         2  in 2 more
+steps  191 bytes
+room   320 bytes for hints and steps, which is the floor: 0.15 of 437 bytes are no more
+1 kept     symbol {"action":"callers","fqn":"f"}
+           Who calls the best hit
+           usual symbol:detail, 89 bytes: fits the room
+2 kept     symbol {"action":"references","fqn":"f"}
+           Every use of it
+           usual symbol:detail, 85 bytes: fits the room
+- absent   tests for_file with path
+           Its file's tests
+           no path in any hit
+)");
+  EXPECT_EQ(ran.err + std::to_string(ran.status), "0");
+}
+
+TEST(Explain, PrintsNoControlCharacters) {
+  const Ran ran = run("next-steps explain --tool x",
+                      R"({"a\u009b\u001b[1m": {"note": 1}, "next_steps": [
+    {"tool": "t\u001b", "args": {"\u007f": "\u0085"}, "reason": "\n\u009b2J"}, "\u009b", {"tool": 7}]})");
+  EXPECT_EQ(ran.out, R"(answer 27 bytes, of which 1 are hints
+         1  ["a\u009b\u001b[1m"].note
+steps  86 bytes
+room   320 bytes for hints and steps, which is the floor: 0.15 of 113 bytes are no more
+1 kept     t\x1b {"\x7f":"\u0085"}
+           \n\u009b2J
+           own, 54 bytes: fits the room
+2 kept     "\u009b"
+           own, 4 bytes: fits the room
+3 kept     {"tool":7}
+           own, 10 bytes: fits the room
+)");
+}
+
+TEST(Explain, GivesTheSameAsData) {
+  const std::string expected =
+      R"({"answer":{"bytes":2670,"hint_bytes":302,"hint_fields":[{"path":"note","bytes":302}],"step_bytes":116,)"
+      R"("room":417.9,"room_from":"share"},"candidates":[)"
+      R"({"step":{"tool":"quality","args":{"action":"impact","fqn":"f"},"reason":"9 callers: check the blast )"
+      R"(radius"},"from":"signal symbol:callers","bytes":100,"kept":true,"why":"over the room by 1 byte, but a )"
+      R"(signal always stays"},)"
+      R"({"step":{"tool":"symbol","args":{"action":"references","fqn":"f"},"reason":"Every use of it"},)"
+      R"("from":"usual symbol:callers","bytes":85,"kept":false,"why":"over the room by 74 bytes"}],"absent":[]})"
+      "\n";
+  const std::string answer = R"({"fqn": "f", "total": 9, "note": ")" + std::string(300, 'n') +
+                             R"(", "text": ")" + std::string(2329, 't') + "\"}";
+  EXPECT_EQ(run("next-steps explain --json --tool symbol --action callers", answer).out, expected);
+  EXPECT_EQ(
+      run("next-steps explain --json --tool git", R"({"next_steps": [], "total": 0})").out,
+      R"({"answer":{"bytes":11,"hint_bytes":0,"hint_fields":[],"step_bytes":105,"room":320.0,)"
+      R"("room_from":"floor"},"candidates":[{"step":{"tool":"context","args":{"action":"delta"},)"
+      R"("reason":"Context for reviewing the changes"},"from":"usual git","bytes":89,"kept":true,)"
+      R"("why":"fits the room"}],"absent":[{"hint":{"tool":"tests","reason":"Tests to run for these files",)"
+      R"("action":"recommended","takes":"changed_files"},"why":"no files and no base branch"}]})"
+      "\n");
+}
+
+TEST(Explain, IsColouredOnATerminalOnly) {
+  const std::string command = "next-steps explain --tool status examples/answers/detail.json";
+  const std::string on_terminal = "script -qec '" + command + "' /dev/null";
+  const std::string plain = run(command).out;
+  EXPECT_EQ(plain.find('\x1b'), std::string::npos);
+  EXPECT_EQ(run("NO_COLOR=1 " + on_terminal + " | tr -d '\\r'").out, plain);
+  EXPECT_NE(run("NO_COLOR= " + on_terminal).out.find("1 \x1b[32mkept\x1b[0m     arch"), std::string::npos);
+}
+
+TEST(Catalogue, IsWhatTheDocumentShows) {
+  const Ran ran = run("next-steps catalogue");
+  EXPECT_EQ(ran.out, read_file(NEXT_STEPS_ROOT "/docs/catalogue.md"))
+      << "the tables have changed: next-steps catalogue > docs/catalogue.md";
+  EXPECT_EQ(ran.err + std::to_string(ran.status), "0");
+}
+
+}  // namespace
+}  // namespace vantrex::tests
