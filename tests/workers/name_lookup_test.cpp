@@ -67,6 +67,7 @@ std::vector<std::pair<int, int>> | std::vector | std::pair
 Ptr::operator-> | Ptr::operator->
 operator.add | operator.add | operator.multiply
 HTTPServer | x.http_server x.server_http
+userRowCount | x.count_user_row | x.countuser_row
 # capitals and code points, not bytes
 größe | m.größe m.GRößE m.grösse | m.gr
 日本語 | 日本誤 日本 | 日
@@ -91,6 +92,7 @@ src/app/man.py | src/app/main.py lib/main.py src/app/main.js | src/app/other.py
 /home/ann/tree/src/app.py | src/app.py other/app.py | src/apparatus.py
 C:\work\src\app.py | src/app.py
 ./src//app.py/ | src/app.py
+x/lib/main.py | y/lib/main.py lib/lib/main.py
 docs/user-guide.md | docs/user_guide.md docs/userguide.md docs/user-guides.md
 readme.md | README.md sub/README.md README.rst
 .gitignore | .gitignore | .git
