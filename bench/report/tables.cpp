@@ -92,10 +92,15 @@ void print_threads(std::ostream& out, const Results& results) {
 
 void print_lookups(std::ostream& out, const Results& results) {
   out << "\nOne name lookup in an index of so many names, in milliseconds\n\n";
+  std::map<std::pair<std::string, double>, double> lookups;  // by kind, then by size
   for (const auto& [name, median] : results) {
     const auto seconds = median.counters.find("per_lookup");
     if (seconds == median.counters.end()) continue;
-    out << left(name, 24) << number(seconds->second * 1e3, 10, 3) << '\n';
+    const std::size_t slash = name.rfind('/');
+    lookups[{name.substr(0, slash), std::stod(name.substr(slash + 1))}] = seconds->second;
+  }
+  for (const auto& [kind, seconds] : lookups) {
+    out << left(kind.first, 16) << number(kind.second, 10, 0) << number(seconds * 1e3, 12, 3) << '\n';
   }
 }
 
