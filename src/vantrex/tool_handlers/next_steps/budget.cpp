@@ -61,9 +61,17 @@ class HintWalk {
 
   void open(const JsonObject& object) { walk_.push({object.begin(), object.end(), nullptr, nullptr}); }
   void open(const JsonList& list) { walk_.push({nullptr, nullptr, list.begin(), list.end()}); }
-  void open(const JsonValue& value) {
-    if (const JsonObject* object = value.object()) open(*object);
-    if (const JsonList* list = value.list()) open(*list);
+  // Whether there was anything to open.
+  [[gnu::always_inline]] bool open(const JsonValue& value) {
+    if (const JsonObject* object = value.object()) {
+      open(*object);
+      return true;
+    }
+    if (const JsonList* list = value.list()) {
+      open(*list);
+      return true;
+    }
+    return false;
   }
 
   void finish() {
@@ -73,26 +81,18 @@ class HintWalk {
   }
 
  private:
-  static bool is_container(const JsonValue& value) noexcept {
-    return value.list() != nullptr || value.object() != nullptr;
-  }
-
   // Goes on with a level; false when one of its values was opened instead.
   bool look_through(Level& level) {
     while (level.field != level.fields_end) {
       const JsonField& field = *level.field++;
       if (may_be_hint_key(field.key.view()) && is_hint_key(field.key)) {
         on_hint_(field.value, walk_);
-      } else if (is_container(field.value)) {
-        open(field.value);
+      } else if (open(field.value)) {
         return false;
       }
     }
     while (level.item != level.items_end) {
-      const JsonValue& item = *level.item++;
-      if (!is_container(item)) continue;
-      open(item);
-      return false;
+      if (open(*level.item++)) return false;
     }
     return true;
   }
