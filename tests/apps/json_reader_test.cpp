@@ -114,7 +114,7 @@ constexpr std::size_t kSmallStack = 256 * 1024;
 #endif
 
 TEST(JsonReader, ReadsAndIndentsAnyDepthOnASmallStack) {
-  constexpr std::size_t kDepth = 100'000;
+  constexpr std::size_t kDepth = 50'000;
   pthread_attr_t attributes;
   ASSERT_EQ(pthread_attr_init(&attributes), 0);
   ASSERT_EQ(pthread_attr_setstacksize(&attributes, kSmallStack), 0);
