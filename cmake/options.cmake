@@ -3,7 +3,7 @@
 option(NEXT_STEPS_BUILD_APPS "Build the command-line program" ${PROJECT_IS_TOP_LEVEL})
 option(NEXT_STEPS_BUILD_TESTS "Build the tests" ${PROJECT_IS_TOP_LEVEL})
 option(NEXT_STEPS_BUILD_BENCH "Build the benchmarks" OFF)
-option(NEXT_STEPS_BUILD_FUZZ "Build the fuzz targets; needs clang" OFF)
+option(NEXT_STEPS_BUILD_FUZZ "Build the tests' fuzz targets as fuzzers, too; needs clang" OFF)
 option(NEXT_STEPS_WARNINGS_AS_ERRORS "Treat warnings as errors" OFF)
 set(NEXT_STEPS_SANITIZE "" CACHE STRING "Sanitizers for every target, as -fsanitize= takes them")
 
