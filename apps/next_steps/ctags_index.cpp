@@ -13,7 +13,6 @@
 
 namespace next_steps_program {
 
-using values::Integer;
 using values::JsonValue;
 using values::Kind;
 using vantrex::models::InMemoryRepository;

@@ -23,8 +23,9 @@ constexpr std::size_t kMostFields = 10;
 // "320", "320.85": two decimals at most.
 std::string short_number(double number) {
   std::array<char, 64> digits{};
-  const auto end = std::to_chars(digits.begin(), digits.end(), number, std::chars_format::fixed, 2).ptr;
-  std::string text(digits.begin(), end);
+  char* const end =
+      std::to_chars(digits.data(), digits.data() + digits.size(), number, std::chars_format::fixed, 2).ptr;
+  std::string text(digits.data(), end);
   text.erase(text.find_last_not_of('0') + 1);
   if (text.ends_with('.')) text.pop_back();
   return text;

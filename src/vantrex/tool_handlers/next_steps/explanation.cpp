@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <utility>
 #include <variant>
 
@@ -62,7 +63,7 @@ JsonList kept_steps(const std::vector<CandidateStep>& candidates) {
 
 // "over the room by 17 bytes", a part of a byte counting as one.
 std::string over_room_text(double bytes) {
-  const auto whole = static_cast<long long>(std::ceil(bytes));
+  const auto whole = static_cast<std::int64_t>(std::ceil(bytes));
   return "over the room by " + std::to_string(whole) + (whole == 1 ? " byte" : " bytes");
 }
 
