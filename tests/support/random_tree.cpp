@@ -75,6 +75,7 @@ JsonValue Random::value(std::size_t depth) {
     case 3:
       return number();
     case 4:
+      if (chance(3)) return std::string(4095 + below(3), 'x');  // where copies begin to share a text
       return chance(20) ? "" : name();
     case 5:
       return text();
@@ -129,7 +130,7 @@ JsonValue Random::field_value(std::string_view key) {
   if (key == "file" || key == "path") return path();
   if (key == "fqn" || key == "query" || key == "base_branch") return phrase();
   if (key == "next_steps") return own_steps();
-  if (key == "text") return std::string(below(4000), 't');
+  if (key == "text") return std::string(below(5000), 't');
   if (key == "note" || key == "files_omitted" || key == "freshness") return value(3);
   return hits();
 }

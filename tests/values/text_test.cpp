@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include "support/allocations.h"
 #include "support/naive.h"
 #include "support/random_tree.h"
 #include "support/table.h"
@@ -55,6 +56,11 @@ TEST(Text, IsWellFormedUtf8) {
     SCOPED_TRACE(testing::PrintToString(row.bytes));
     EXPECT_EQ(Text::lossy(row.bytes), Text(row.repaired));
     EXPECT_EQ(scan_utf8(row.bytes).well_formed, row.ill_formed.value_or(row.bytes.size()));
+    for (std::size_t size = 0; size < row.bytes.size(); ++size) {
+      // What lies behind the end is not looked at.
+      const std::string alone = row.bytes.substr(0, size);
+      EXPECT_EQ(Text::lossy(std::string_view(row.bytes).substr(0, size)), Text::lossy(alone));
+    }
     try {
       const Text text(row.bytes);
       EXPECT_EQ(text.view(), row.bytes);
@@ -94,7 +100,10 @@ TEST(TextForms, EqualTheNaiveWriting) {
     const JsonValue value = tests::Random(seed).value(6);
     const std::string text = tests::naive::json_text(value);
     ASSERT_EQ(compact_text(value), text) << "seed " << seed;
-    ASSERT_EQ(compact_size(value), text.size()) << text;
+    const std::size_t allocations = tests::allocations().taken;
+    const std::size_t size = compact_size(value);
+    ASSERT_EQ(tests::allocations().taken, allocations) << "measuring took memory";
+    ASSERT_EQ(size, text.size()) << text;
     ASSERT_EQ(canonical_text(value), tests::naive::json_text(value, true)) << text;
     const JsonValue copy = snapshot(value, NullFields::keep);
     ASSERT_EQ(copy, value) << text;
