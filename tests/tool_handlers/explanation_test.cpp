@@ -65,7 +65,7 @@ TEST(ExplainAnswer, TellsOfTheStepsThatTheAnswerGets) {
                                    "over the room, but a signal always stays",
                                    "over the room",
                                    "no hits",
-                                   "no fqn in any hit that is code",
+                                   "no fqn in any hit",
                                    "no path in any hit",
                                    "no component in any hit",
                                    "no files and no base branch",
@@ -113,7 +113,7 @@ TEST(ExplainAnswer, SaysWhereTheHintsAre) {
 TEST(ExplainAnswer, SaysWhatAHintLacked) {
   const auto rows = tests::table(R"(
 # tool | action | answer | the hints that are absent
-symbol | detail | {} | {"tool":"symbol","reason":"Who calls the best hit","action":"callers","takes":"fqn"} no fqn in any hit that is code; {"tool":"symbol","reason":"Every use of it","action":"references","takes":"fqn"} no fqn in any hit that is code; {"tool":"tests","reason":"Its file's tests","action":"for_file","takes":"path"} no path in any hit; 
+symbol | detail | {} | {"tool":"symbol","reason":"Who calls the best hit","action":"callers","takes":"fqn"} no fqn in any hit; {"tool":"symbol","reason":"Every use of it","action":"references","takes":"fqn"} no fqn in any hit; {"tool":"tests","reason":"Its file's tests","action":"for_file","takes":"path"} no path in any hit; 
 symbol | callers | {"total":0,"fqn":"f"} | {"tool":"symbol","reason":"Every use of it","action":"references","takes":"fqn"} no hits; 
 architecture |  | {} | {"tool":"architecture","reason":"What it depends on","action":"dependencies","takes":"component"} no component in any hit; 
 git |  | {} | {"tool":"tests","reason":"Tests to run for these files","action":"recommended","takes":"changed_files"} no files and no base branch; 
