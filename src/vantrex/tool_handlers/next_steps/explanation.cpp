@@ -36,7 +36,6 @@ std::string lack_text(const Hint& hint, Lack lack) {
   if (lack == Lack::hits) return "no hits";
   if (lack == Lack::scope) return "no files and no base branch";
   if (hint.takes == Takes::query) return "no query";
-  if (hint.takes == Takes::fqn) return "no fqn in any hit";
   return "no " + std::string(text(*hint.takes).view()) + " in any hit";
 }
 
