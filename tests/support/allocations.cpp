@@ -23,6 +23,14 @@ void* operator new(std::size_t bytes) {
   ++counted.live;
   return memory;
 }
+// Spelt out because the sanitizers' own would not match operator delete.
+void* operator new(std::size_t bytes, const std::nothrow_t& /*unused*/) noexcept {
+  try {
+    return operator new(bytes);
+  } catch (const std::bad_alloc&) {
+    return nullptr;
+  }
+}
 void operator delete(void* memory) noexcept {
   if (memory != nullptr) --counted.live;
   std::free(memory);
