@@ -1,5 +1,6 @@
 #include "vantrex/tool_handlers/next_steps/catalogue.h"
 
+#include <optional>
 #include <string>
 #include <type_traits>
 
@@ -16,6 +17,7 @@ static_assert(Hint("tool", "why") == Hint("tool", "why"));
 static_assert(!Hint("tool", "why").action && !Hint("tool", "why").takes);
 static_assert(Hint("tool", "why", "act") != Hint("tool", "why", "act", Takes::fqn));
 static_assert(!std::is_assignable_v<Hint&, Hint> && !std::is_assignable_v<decltype((_DETAIL.takes)), Takes>);
+static_assert(Hint("tool", "why", std::nullopt, Takes::fqn).takes == Takes::fqn);
 
 static_assert(NEXT_STEPS.find("symbol")->hints()[0] == &_REFERENCES);
 static_assert(NEXT_STEPS.find("quality:circular_deps")->hints().empty());

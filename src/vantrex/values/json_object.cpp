@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cassert>
 #include <utility>
 
 #include "vantrex/values/block_memory.h"
@@ -70,6 +71,7 @@ void JsonObject::set(Text key, JsonValue value) {
 }
 
 void JsonObject::append(Text key, JsonValue value) {
+  assert(!contains(key.view()));
   make_changeable(size() + 1);
   new (block_->items<JsonField>() + block_->size) JsonField{std::move(key), std::move(value)};
   if (block_->index != nullptr)

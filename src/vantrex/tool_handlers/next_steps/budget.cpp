@@ -173,9 +173,8 @@ JsonList _within_share(const JsonObject& response, JsonList steps, Keep keep) {
   std::size_t added = compact_size(steps) + _STEPS_KEY_BYTES;
   std::size_t count = steps.size();
   while (count > keep.steps && bytes_over_room(hints + added, size + added) > 0) {
-    --count;
-    const std::size_t comma = count > 0 ? 1 : 0;
-    added -= compact_size(steps[count]) + comma;
+    constexpr std::size_t kComma = 1;
+    added -= compact_size(steps[--count]) + kComma;
   }
   steps.truncate(count);
   return steps;

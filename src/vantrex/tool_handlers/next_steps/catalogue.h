@@ -54,6 +54,9 @@ class Hint {
   consteval Hint(values::TextLiteral tool_name, values::TextLiteral why, values::TextLiteral tool_action,
                  Takes argument)
       : tool(tool_name), reason(why), action(tool_action), takes(argument) {}
+  consteval Hint(values::TextLiteral tool_name, values::TextLiteral why, std::nullopt_t /*action*/,
+                 Takes argument)
+      : tool(tool_name), reason(why), takes(argument) {}
 
   const values::TextLiteral tool;                   // the tool to call
   const values::TextLiteral reason;                 // why, in a few words
