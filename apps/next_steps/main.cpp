@@ -62,5 +62,9 @@ ExitStatus run_and_report(int argument_count, char** arguments) {
 int main(int argument_count, char** arguments) {
   // A closed pipe is reported as a failed write.
   if (std::signal(SIGPIPE, SIG_IGN) == SIG_ERR) return EXIT_FAILURE;
-  return static_cast<int>(next_steps_program::run_and_report(argument_count, arguments));
+  try {
+    return static_cast<int>(next_steps_program::run_and_report(argument_count, arguments));
+  } catch (...) {  // not even the report could be written
+    return static_cast<int>(next_steps_program::ExitStatus::io_failed);
+  }
 }

@@ -237,7 +237,7 @@ class JsonValue {
 
   JsonValue(JsonList list) noexcept : plain_{detail::Tag::list, {.list = std::move(list)}} {}
   JsonValue(JsonObject object) noexcept : plain_{detail::Tag::object, {.object = std::move(object)}} {}
-  JsonValue(ForeignValue value) noexcept : plain_{detail::Tag::foreign, {.foreign = std::move(value)}} {}
+  JsonValue(const ForeignValue& value) noexcept : plain_{detail::Tag::foreign, {.foreign = value}} {}
 
   template <typename T>
   requires std::is_constructible_v<JsonValue, const T&> JsonValue(const std::optional<T>& value)
@@ -327,7 +327,8 @@ class JsonValue {
     JsonObject object;
     ForeignValue foreign;
 
-    ~Payload() {}
+    // What is held is known to the value alone, which destroys it.
+    ~Payload() {}  // NOLINT(modernize-use-equals-default): it would be deleted.
   };
   struct Plain {
     detail::Tag tag;

@@ -218,7 +218,7 @@ class Text {
   // is the order of code points.
   friend bool operator==(const Text& a, const Text& b) noexcept {
     if (a.tag() >= detail::Tag::inline_text && b.tag() >= detail::Tag::inline_text) {
-      return std::memcmp(&a, &b, sizeof(Text)) == 0;
+      return std::memcmp(&a.inline_, &b.inline_, sizeof a.inline_) == 0;
     }
     return a.view() == b.view();
   }

@@ -29,7 +29,7 @@ values::JsonObject step(values::LossyText tool, values::LossyText reason, values
 enum class Takes : std::uint8_t { fqn, path, query, component, changed_files };
 
 // The name of the argument: "fqn", "path" and so on.
-constexpr values::TextLiteral text(Takes takes) noexcept {
+constexpr values::TextLiteral text(Takes takes) {
   switch (takes) {
     case Takes::fqn:
       return "fqn";

@@ -17,7 +17,7 @@ class OptionalText {
   constexpr OptionalText() noexcept = default;
   // NOLINTBEGIN(google-explicit-constructor): a text or its absence.
   constexpr OptionalText(std::nullptr_t) noexcept {}
-  constexpr OptionalText(std::nullopt_t) noexcept {}
+  constexpr OptionalText(std::nullopt_t /*absent*/) noexcept {}
   constexpr OptionalText(std::string_view text) noexcept : text_(text) {}
   constexpr OptionalText(const char* text) noexcept {
     if (text != nullptr) text_ = text;

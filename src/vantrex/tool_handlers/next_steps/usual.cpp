@@ -17,7 +17,7 @@ using values::TextLiteral;
 namespace {
 
 // The field of a hit that holds what `takes` asks for.
-constexpr std::string_view hit_field(Takes takes) noexcept {
+constexpr std::string_view hit_field(Takes takes) {
   return takes == Takes::component ? std::string_view("name") : text(takes).view();
 }
 
