@@ -335,6 +335,7 @@ class JsonValue {
     Payload as;
   };
 
+  // NOLINTNEXTLINE(clang-analyzer-core.uninitialized.UndefReturn): every constructor sets the tag.
   detail::Tag tag() const noexcept { return plain_.tag; }
   void copy_from(const JsonValue& other);
   void dispose() noexcept;

@@ -99,14 +99,15 @@ std::string_view integer_text(std::int64_t value, NumberBuffer& buffer) noexcept
 }
 
 std::size_t integer_text_size(std::int64_t value) noexcept {
-  std::uint64_t magnitude = static_cast<std::uint64_t>(value);
+  auto magnitude = static_cast<std::uint64_t>(value);
   std::size_t size = 1;
   if (value < 0) {
     magnitude = 0 - magnitude;
     ++size;
   }
   for (; magnitude >= 10000; magnitude /= 10000) size += 4;
-  return size + (magnitude >= 10) + (magnitude >= 100) + (magnitude >= 1000);
+  for (; magnitude >= 10; magnitude /= 10) ++size;
+  return size;
 }
 
 }  // namespace vantrex::values

@@ -33,7 +33,7 @@ class SnapshotBuilder {
   // nothing is left of it.
   ContainerBlock* copy(const ContainerBlock* source, Tag kind) {
     if (source == nullptr || count(source, kind) == 0) return nullptr;
-    arena_.reset(Arena::create(kSpareBytes + 2 * source->size * item_bytes(kind)));
+    arena_.reset(Arena::create(kSpareBytes + std::size_t{2} * source->size * item_bytes(kind)));
     ContainerBlock* root = new_copy(source, kind);
     walk_.push({source, root, 0, kind});
     while (!walk_.empty()) {

@@ -14,21 +14,20 @@ InvalidUtf8::InvalidUtf8(std::size_t byte_offset)
 
 namespace detail {
 
-void retain(const TextBlock* block) noexcept {
+void retain(TextBlock* block) noexcept {
   if (block->arena != nullptr) {
     block->arena->retain();
   } else {
-    const_cast<TextBlock*>(block)->references.fetch_add(1, std::memory_order_relaxed);
+    block->references.fetch_add(1, std::memory_order_relaxed);
   }
 }
 
-void release(const TextBlock* block) noexcept {
+void release(TextBlock* block) noexcept {
   if (block->arena != nullptr) {
     block->arena->release();
     return;
   }
-  auto* own = const_cast<TextBlock*>(block);
-  if (own->references.fetch_sub(1, std::memory_order_acq_rel) == 1) ::operator delete(own);
+  if (block->references.fetch_sub(1, std::memory_order_acq_rel) == 1) ::operator delete(block);
 }
 
 }  // namespace detail
@@ -58,7 +57,7 @@ Text::Text(const char* bytes) : Text() {
 Text Text::lossy(std::string_view bytes) {
   const Utf8Scan scan = scan_utf8(bytes);
   if (scan.well_formed == bytes.size()) return {bytes, scan.escape_gain};
-  return Text(repaired_utf8(bytes));
+  return repaired_utf8(bytes);
 }
 
 void Text::swap(Text& other) noexcept {

@@ -123,8 +123,8 @@ struct TextBlock {
   char* characters() noexcept { return reinterpret_cast<char*>(this + 1); }
 };
 
-void retain(const TextBlock* block) noexcept;
-void release(const TextBlock* block) noexcept;
+void retain(TextBlock* block) noexcept;
+void release(TextBlock* block) noexcept;
 
 // A text that lies inside the object.
 struct InlineText {

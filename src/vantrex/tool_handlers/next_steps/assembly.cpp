@@ -88,7 +88,8 @@ JsonList _deduplicated(JsonList steps) {
 
 Choice choose_steps(JsonList signals, JsonList usual) {
   const Keep keep{std::clamp(signals.size(), std::size_t{1}, MAX_STEPS)};
-  JsonList steps = std::move(signals.empty() ? usual : signals);
+  JsonList steps = std::move(signals);
+  if (steps.empty()) std::swap(steps, usual);
   for (std::size_t position = 0; position < usual.size(); ++position) {
     steps.push_back(std::move(usual.mutable_item(position)));
   }

@@ -126,6 +126,7 @@ std::string path_text(const Levels& levels) {
     const Level& level = levels[depth];
     if (level.fields_end == nullptr) {
       const auto left = static_cast<std::size_t>(level.items_end - level.item);
+      // NOLINTNEXTLINE(clang-analyzer-core.CallAndMessage): the first level is an object's.
       path += '[' + std::to_string(reached->list()->size() - left - 1) + ']';
       reached = level.item - 1;
       continue;
