@@ -12,12 +12,16 @@ constexpr std::size_t kUnlimited = std::numeric_limits<std::size_t>::max();
 
 thread_local vantrex::tests::Allocations counted;
 thread_local std::size_t left = kUnlimited;
+thread_local bool fails_once = false;
 
 }  // namespace
 
 void* operator new(std::size_t bytes) {
   void* memory = left == 0 ? nullptr : std::malloc(bytes == 0 ? 1 : bytes);
-  if (memory == nullptr) throw std::bad_alloc();
+  if (memory == nullptr) {
+    if (fails_once) left = kUnlimited;
+    throw std::bad_alloc();
+  }
   if (left != kUnlimited) --left;
   ++counted.taken;
   ++counted.live;
@@ -45,7 +49,9 @@ Allocations allocations() noexcept {
   return counted;
 }
 
-void fail_each_allocation(const std::function<void()>& operation, const std::function<void()>& check) {
+void fail_each_allocation(const std::function<void()>& operation, const std::function<void()>& check,
+                          bool once) {
+  fails_once = once;
   for (std::size_t allowed = 0;; ++allowed) {
     const std::ptrdiff_t before = counted.live;
     left = allowed;

@@ -16,7 +16,9 @@ Allocations allocations() noexcept;
 
 // Runs `operation` again and again, each time letting one allocation more
 // succeed, until it does not run out of memory. Where it throws std::bad_alloc
-// it must give back all it took, and then `check` is run.
-void fail_each_allocation(const std::function<void()>& operation, const std::function<void()>& check);
+// it must give back all it took, and then `check` is run. `once`: only that one
+// allocation fails, and what unwinds may take memory again.
+void fail_each_allocation(const std::function<void()>& operation, const std::function<void()>& check,
+                          bool once = false);
 
 }  // namespace vantrex::tests

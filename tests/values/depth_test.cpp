@@ -1,10 +1,10 @@
 #include <optional>
-#include <pthread.h>
 #include <utility>
 
 #include <gtest/gtest.h>
 
 #include "support/allocations.h"
+#include "support/small_stack.h"
 #include "vantrex/tool_handlers/next_steps.h"
 #include "vantrex/tool_handlers/next_steps/budget.h"
 #include "vantrex/values/text_forms.h"
@@ -13,7 +13,6 @@ namespace vantrex::values {
 namespace {
 
 constexpr std::size_t kLevels = 1'000'000;
-constexpr std::size_t kStackBytes = std::size_t{256} << 10;
 
 // Lists and objects by turns: [{"a":[{"a":"leaf"}]}].
 JsonValue deep_value(const char* leaf) {
@@ -26,7 +25,7 @@ JsonValue deep_value(const char* leaf) {
   return value;
 }
 
-void* use_deep_values(void* /*unused*/) {
+void use_deep_values() {
   const JsonValue value = deep_value("a leaf of more than 14 bytes");
   const std::size_t bytes = kLevels / 2 * 8 + 30;
   EXPECT_FALSE(value == deep_value("another leaf"));
@@ -45,17 +44,10 @@ void* use_deep_values(void* /*unused*/) {
   finished.reset();
   built.reset();
   EXPECT_EQ(tests::allocations().taken, before);
-  return nullptr;
 }
 
 TEST(Depth, AMillionLevelsNeedLittleStack) {
-  pthread_attr_t attributes;
-  pthread_t thread{};
-  ASSERT_EQ(pthread_attr_init(&attributes), 0);
-  ASSERT_EQ(pthread_attr_setstacksize(&attributes, kStackBytes), 0);
-  ASSERT_EQ(pthread_create(&thread, &attributes, use_deep_values, nullptr), 0);
-  ASSERT_EQ(pthread_join(thread, nullptr), 0);
-  pthread_attr_destroy(&attributes);
+  tests::on_a_small_stack(use_deep_values);
 }
 
 }  // namespace

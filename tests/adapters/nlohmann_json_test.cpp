@@ -1,0 +1,150 @@
+#include "vantrex/adapters/nlohmann_json.h"
+
+#include <cstdint>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "support/allocations.h"
+#include "support/random_tree.h"
+#include "support/small_stack.h"
+#include "support/table.h"
+#include "vantrex/tool_handlers/next_steps.h"
+#include "vantrex/values/text_forms.h"
+
+namespace vantrex::adapters {
+namespace {
+
+using nlohmann::ordered_json;
+using values::JsonList;
+using values::JsonObject;
+using values::JsonValue;
+
+// What NotConvertible says, or "" when nothing was refused.
+template <typename Operation>
+std::string refusal(const Operation& operation) {
+  try {
+    operation();
+    return "";
+  } catch (const NotConvertible& error) {
+    EXPECT_NE(std::string(error.what()).find(error.path()), std::string::npos);
+    return error.what();
+  }
+}
+
+// Whether every integer that compact JSON text of `random_tree.h` writes fits.
+bool fits(const std::string& text) {
+  return text.find("-9223372036854775809") == std::string::npos &&
+         text.find("-1234567890123456789012") == std::string::npos;
+}
+
+TEST(NlohmannJson, HoldsWhatItsOwnReaderReads) {
+  for (std::uint64_t seed = 0; seed < 2000; ++seed) {
+    const JsonValue value = tests::Random(seed, tests::Domain::json).value(5);
+    const std::string text = compact_text(value);
+    if (!fits(text)) continue;
+    const auto read = ordered_json::parse(text);
+    EXPECT_EQ(to_nlohmann(value).dump(), read.dump());
+    EXPECT_EQ(from_nlohmann(read), value) << text;
+    EXPECT_EQ(to_nlohmann<nlohmann::json>(value).dump(), nlohmann::json::parse(text).dump());
+  }
+}
+
+TEST(NlohmannJson, GivesBackTheSameTextOrRefuses) {
+  for (std::uint64_t seed = 0; seed < 2000; ++seed) {
+    const JsonValue value = tests::Random(seed).value(5);
+    const std::string text = compact_text(value);
+    std::string back;
+    const std::string refused = refusal([&] { back = compact_text(from_nlohmann(to_nlohmann(value))); });
+    EXPECT_EQ(refused.empty(), fits(text)) << text;
+    EXPECT_EQ(back, fits(text) ? text : "");
+  }
+}
+
+TEST(NlohmannJson, SaysWhereWhatItRefusesStands) {
+  ordered_json repeated = {{"a", 1}, {"b", 2}};
+  repeated.get_ref<ordered_json::object_t&>().emplace_back("a", 3);
+  EXPECT_EQ(compact_text(from_nlohmann(repeated)), R"({"a":3,"b":2})");
+
+  const ordered_json binary = ordered_json::binary({1});
+  const ordered_json discarded = ordered_json::value_t::discarded;
+  const JsonValue huge = *values::Integer::parse("18446744073709551616");
+  EXPECT_EQ(to_nlohmann(*values::Integer::parse("18446744073709551615")), UINT64_MAX);
+  const std::vector<std::pair<std::string, std::string>> rows = {
+      {refusal([&] { to_nlohmann(huge); }),
+       "the value: the integer 18446744073709551616 does not fit in 64 bits"},
+      {refusal([&] {
+         to_nlohmann(JsonObject{{"a/b~", JsonList::of(1, JsonObject{{"c", huge}})}});
+       }),
+       "the value at /a~1b~0/1/c: the integer 18446744073709551616 does not fit in 64 bits"},
+      {refusal([&] { from_nlohmann(binary); }), "the value: binary data has no JSON form"},
+      {refusal([&] {
+         from_nlohmann(ordered_json{{"a", {nullptr, discarded}}});
+       }),
+       "the value at /a/1: a value that the parser discarded has no JSON form"},
+      {refusal([&] {
+         from_nlohmann(ordered_json{{"a", "b\xff"}});
+       }),
+       "the value at /a: the text is no well-formed UTF-8 at byte 1"},
+      {refusal([&] {
+         from_nlohmann(ordered_json{{"a", {{"\xff", {1}}}}});
+       }),
+       "the value at /a/\uFFFD: the key is no well-formed UTF-8 at byte 0"},
+      {refusal([&] { finish_answer(ordered_json::array(), "files"); }),
+       "the answer: must be an object, not of type array"},
+      {refusal([&] {
+         finish_answer({{"a", binary}}, "files");
+       }),
+       "the answer at /a: binary data has no JSON form"},
+      {refusal([&] {
+         finish_answer({{"a", 1}}, "files", {.arguments = &binary});
+       }),
+       "the request's arguments: must be an object, not of type binary"},
+      {refusal([&] {
+         finish_answer({{"a", 1}}, "files", {.freshness = huge});
+       }),
+       "the finished answer at /freshness: the integer 18446744073709551616 does not fit in 64 bits"},
+  };
+  for (const auto& [said, expected] : rows) EXPECT_EQ(said, expected);
+}
+
+TEST(NlohmannJson, FinishesInOneLine) {
+  for (std::uint64_t seed = 0; seed < 500; ++seed) {
+    const tests::Request request = tests::Random(seed, tests::Domain::json).request();
+    const JsonObject arguments = request.arguments.value_or(JsonObject());
+    const JsonObject finished = tool_handlers::next_steps::finish_answer(
+        request.answer, request.tool,
+        {.action = request.action, .arguments = &arguments, .freshness = request.freshness});
+    if (!fits(compact_text(finished)) || !fits(compact_text(request.answer))) continue;
+    if (!fits(compact_text(arguments))) continue;
+    const ordered_json asked = to_nlohmann(arguments);
+    EXPECT_EQ(from_nlohmann(finish_answer(
+                  to_nlohmann(request.answer), request.tool,
+                  {.action = request.action, .arguments = &asked, .freshness = request.freshness})),
+              JsonValue(finished));
+  }
+}
+
+TEST(NlohmannJson, NeedsLittleStackForAMillionLevels) {
+  tests::on_a_small_stack([] {
+    JsonValue deep = 1;
+    for (int level = 0; level < 1'000'000; level += 2)
+      deep = JsonList::of(JsonObject{{"a", std::move(deep)}});
+    EXPECT_EQ(from_nlohmann(to_nlohmann(deep)), deep);
+  });
+}
+
+TEST(NlohmannJson, LeaksNothingWhenMemoryRunsOut) {
+  const JsonValue value =
+      tests::parse(R"([{"a long key of the outer":[1,"a text beyond its inline room"]},[[2]]])");
+  const ordered_json json = to_nlohmann(value);
+  tests::fail_each_allocation([&] { from_nlohmann(json); }, [] {});
+  // nlohmann's destructors take memory, and must find it.
+  ordered_json made;
+  tests::fail_each_allocation([&] { made = to_nlohmann(value); }, [] {}, true);
+}
+
+}  // namespace
+}  // namespace vantrex::adapters

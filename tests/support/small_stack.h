@@ -1,0 +1,26 @@
+// Runs what must not need much stack.
+#pragma once
+
+#include <cstddef>
+#include <pthread.h>
+
+#include <gtest/gtest.h>
+
+namespace vantrex::tests {
+
+// Runs `operation` on a thread of its own, which has 256 KiB of stack.
+inline void on_a_small_stack(void (*operation)()) {
+  pthread_attr_t attributes;
+  pthread_t thread{};
+  const auto run = [](void* argument) -> void* {
+    (*static_cast<void (**)()>(argument))();
+    return nullptr;
+  };
+  ASSERT_EQ(pthread_attr_init(&attributes), 0);
+  ASSERT_EQ(pthread_attr_setstacksize(&attributes, std::size_t{256} << 10), 0);
+  ASSERT_EQ(pthread_create(&thread, &attributes, run, static_cast<void*>(&operation)), 0);
+  ASSERT_EQ(pthread_join(thread, nullptr), 0);
+  pthread_attr_destroy(&attributes);
+}
+
+}  // namespace vantrex::tests
