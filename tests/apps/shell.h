@@ -16,6 +16,9 @@ struct Ran {
 // input.
 Ran run(const std::string& command, std::string_view input = "");
 
+// Whether a command can be run on a terminal, by `script`.
+bool has_terminal();
+
 // The whole file at `path`. Throws std::runtime_error when it cannot be read.
 std::string read_file(const std::string& path);
 

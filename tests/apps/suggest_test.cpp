@@ -35,13 +35,10 @@ TEST(Suggest, AnswersFromTheIndex) {
 # arguments | "did_you_mean" | tool, arguments and reason of the step
 symbol Thng | [{"fqn":"Thing","name":"Thing","kind":"class","file":"pkg/mod.py","line":3}] | symbol | {"action":"detail","fqn":"Thing"} | The nearest indexed symbol to Thng is Thing
 symbol --action callers Thing.runer | [{"fqn":"Thing.runner","name":"runner","kind":"member","file":"pkg/mod.py","line":9}] | symbol | {"action":"callers","fqn":"Thing.runner"} | The nearest indexed symbol to Thing.runer is Thing.runner
-symbol parse_all | [{"fqn":"Reader::parseAll","name":"parseAll","file":"src/a.b.cpp"}] | symbol | {"action":"detail","fqn":"Reader::parseAll"} | The nearest indexed symbol to parse_all is Reader::parseAll
 symbol writeAll | [{"fqn":"io::Writer::write_all","name":"write_all","file":"src/w.c"}] | symbol | {"action":"detail","fqn":"io::Writer::write_all"} | The nearest indexed symbol to writeAll is io::Writer::write_all
-symbol flushAll | [{"fqn":"io.flush_all","name":"flush_all","file":"x.h"}] | symbol | {"action":"detail","fqn":"io.flush_all"} | The nearest indexed symbol to flushAll is io.flush_all
 symbol größe | [{"fqn":"Größe","name":"Größe","file":"src/dir.cpp/plain"}] | symbol | {"action":"detail","fqn":"Größe"} | The nearest indexed symbol to größe is Größe
 symbol JSON_OUTPUT_VERSION | [] | search | {"action":"symbols","query":"JSON_OUTPUT_VERSION"} | No indexed symbol is near JSON_OUTPUT_VERSION: search the names
 path lib/mod.py | ["pkg/mod.py"] | file | {"action":"symbols","path":"pkg/mod.py"} | The nearest indexed file to lib/mod.py is pkg/mod.py
-path --action imports lib/mod.py | ["pkg/mod.py"] | file | {"action":"imports","path":"pkg/mod.py"} | The nearest indexed file to lib/mod.py is pkg/mod.py
 path 0.0 | [] | files | {} | No indexed file is near 0.0
 )");
   for (const auto& row : rows) {
@@ -65,17 +62,13 @@ TEST(Suggest, RefusesWhatIsNoIndexAndSaysWhere) {
  | 1: syntax error while parsing value - unexpected end of input; expected '[', '{', or a literal
 ["tag"] | 1: a tag must be an object, not a list
 {"_type":"tag","name":"a","path":"b" | 37: syntax error while parsing object - unexpected end of input; expected '}'
-{"name":"a","path":"b"} | 1: "_type" is missing
 {"_type":"file","name":"a","path":"b"} | 2: "_type" must be "tag" or "ptag"
  {"_type":"tag","path":"b"} | 2: "name" is missing
-{"_type":"tag","name":"a"} | 1: "path" is missing
 {"_type":"tag","name":null,"path":"b"} | 16: "name" must be a string, not null
 {"_type":"tag","name":"a","path":"b","scope":["c"]} | 38: "scope" must be a string, not a list
 {"_type":"tag","name":"a","path":"b","scope":"c","language":7} | 50: "language" must be a string, not an integer
-{"_type":"tag","name":"a","path":"b","kind":{}} | 38: "kind" must be a string, not an object
 {"_type":"tag","name":"a","path":"b","line":"7"} | 38: "line" must be an integer, not a string
 {"_type":"tag","name":"a","path":"b","line":-1} | 38: "line" must be the number of a line
-{"_type":"tag","name":"a","path":"b","line":9223372036854775808} | 38: "line" must be the number of a line
 )");
   for (const auto& row : rows) {
     const Ran ran = suggest("symbol x", kIndex + row.at(0) + "\n");
@@ -88,10 +81,7 @@ TEST(Suggest, RefusesWrongUsageAndInput) {
   const auto rows = table(R"(
 # command | exit status | a part of what it says
 next-steps suggest symbol x | 2 | --index is required
-next-steps suggest symbol --index - | 2 | WANTED is required
-next-steps suggest tool x --index - | 2 | tool not in {symbol,path}
 next-steps suggest symbol x --index - - | 2 | --index: the index and the answer cannot both be standard input
-next-steps suggest symbol x --index /no/such/file | 3 | /no/such/file: No such file or directory
 next-steps suggest symbol x --index /dev/null - | 1 | <stdin>:1:1: an answer must be an object, not a list
 )");
   for (const auto& row : rows) {

@@ -1,7 +1,7 @@
 #include <algorithm>
+#include <charconv>
 #include <cmath>
 #include <cstdio>
-#include <cstdlib>
 #include <utility>
 #include <vector>
 
@@ -32,20 +32,16 @@ std::string quoted(std::string_view text) {
 }
 
 // The fewest digits that read back as `magnitude`, and the power of ten of the
-// first one. Tries the nearest digits of each length, which at a few powers of
-// two miss where other digits of that length would do.
+// first one.
 std::pair<std::string, int> shortest_digits(double magnitude) {
-  for (int precision = 0;; ++precision) {
-    char text[40];
-    std::snprintf(text, sizeof text, "%.*e", precision, magnitude);
-    if (std::strtod(text, nullptr) != magnitude) continue;
-    std::string digits = text;
-    const std::size_t e = digits.find('e');
-    const int exponent = std::atoi(text + e + 1);
-    digits.resize(e);
-    std::erase(digits, '.');
-    return {digits, exponent};
-  }
+  char text[40] = {};
+  std::to_chars(text, text + sizeof text, magnitude, std::chars_format::scientific);
+  std::string digits = text;
+  const std::size_t e = digits.find('e');
+  const int exponent = std::stoi(digits.substr(e + 1));
+  digits.resize(e);
+  std::erase(digits, '.');
+  return {digits, exponent};
 }
 
 std::string float_text(double value) {

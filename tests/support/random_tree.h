@@ -10,6 +10,7 @@
 #include <string>
 #include <utility>
 
+#include "vantrex/tool_handlers/next_steps/finishing.h"
 #include "vantrex/values/json_value.h"
 
 namespace vantrex::tests {
@@ -21,6 +22,10 @@ struct Request {
   std::optional<std::string> action;
   std::optional<values::JsonObject> arguments;
   values::JsonValue freshness;
+
+  tool_handlers::next_steps::FinishOptions options() const {
+    return {.action = action, .arguments = arguments ? &*arguments : nullptr, .freshness = freshness};
+  }
 };
 
 // Which values may come: those that JSON text can hold, or also foreign values,

@@ -14,13 +14,6 @@ namespace {
 
 namespace next_steps = tool_handlers::next_steps;
 
-values::JsonObject finish(const Request& request) {
-  return next_steps::finish_answer(request.answer, request.tool,
-                                   {.action = request.action,
-                                    .arguments = request.arguments ? &*request.arguments : nullptr,
-                                    .freshness = request.freshness});
-}
-
 // What the naive reading must have come across, for the comparison to say
 // something: every row, every signal, and each way that a rule can go.
 std::set<std::string> every_rule() {
@@ -39,7 +32,7 @@ TEST(FinishAnswer, EqualsTheNaiveReading) {
     const Request request = Random(seed).request();
     const std::string before = naive::json_text(request.answer);
     const naive::Finished expected = naive::finish(request);
-    const values::JsonObject finished = finish(request);
+    const auto finished = next_steps::finish_answer(request.answer, request.tool, request.options());
     ASSERT_EQ(values::compact_text(finished), naive::json_text(expected.answer))
         << "seed " << seed << ", " << request.tool << ":" << request.action.value_or("(none)") << " "
         << before;
@@ -56,7 +49,7 @@ TEST(FinishAnswer, EqualsTheNaiveReadingOfAThousandOwnSteps) {
     for (int place = 0; place < 1000; ++place) own.push_back(next_steps::step("t", std::to_string(place)));
     const Request request = {
         {{"next_steps", own}, {"text", std::string(text_bytes, 't')}}, "other", {}, {}, {}};
-    EXPECT_EQ(finish(request), naive::finish(request).answer);
+    EXPECT_EQ(next_steps::finish_answer(request.answer, "other"), naive::finish(request).answer);
   }
 }
 

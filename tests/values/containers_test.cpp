@@ -34,9 +34,8 @@ TEST(JsonObject, KeepsItsFieldsLikeAListOfPairs) {
       if (random.chance(5)) object = JsonObject(object);  // packed, until it changes
       if (random.chance(3)) object.reserve(random.below(100));
       if (random.chance(round < 100 ? 25 : 60)) {
-        const std::optional<JsonValue> removed = object.remove(key);
-        ASSERT_EQ(removed.has_value(), found != expected.end());
-        if (removed) expected.erase(found);
+        ASSERT_EQ(object.remove(key).has_value(), found != expected.end());
+        if (found != expected.end()) expected.erase(found);
       } else {
         object.set(key, round);
         if (found == expected.end()) {
@@ -45,8 +44,8 @@ TEST(JsonObject, KeepsItsFieldsLikeAListOfPairs) {
           found->second = round;
         }
       }
-      ASSERT_EQ(object.size(), expected.size());
     }
+    ASSERT_EQ(object.size(), expected.size());
     for (std::size_t place = 0; place < expected.size(); ++place) {
       const JsonField& field = object.begin()[place];
       ASSERT_EQ(field.key.view(), expected[place].first) << "seed " << seed;
@@ -144,7 +143,6 @@ TEST(Containers, CopiesChangeAlone) {
       JsonValue taken = change(copy, choices);
       ASSERT_EQ(json_text(taken), json_text(change(expected, choices))) << "seed " << seed;
       ASSERT_EQ(compact_text(copy), json_text(expected)) << "seed " << seed;
-      ASSERT_EQ(compact_size(copy), json_text(expected).size()) << "seed " << seed;
       parts.emplace_back(some_place(shared, random), "");
       parts.back().second = json_text(parts.back().first);
       const std::string text = json_text(taken);
@@ -158,9 +156,9 @@ TEST(Containers, CopiesChangeAlone) {
 }
 
 TEST(Containers, AreAsTheyWereWhenMemoryRunsOut) {
-  const JsonObject shared = JsonObject(tests::parse_object(
+  const JsonObject shared = tests::parse_object(
       R"({"a text of more than 14 bytes":1,"list":["another text of more than 14 bytes",{},[1,2]],"object":{"a":{}},)"
-      R"("5":5,"6":6,"7":7,"8":8,"9":9,"10":10,"11":11,"12":12,"13":13,"14":14,"15":15,"16":16})"));
+      R"("5":5,"6":6,"7":7,"8":8,"9":9,"10":10,"11":11,"12":12,"13":13,"14":14,"15":15,"16":16})");
   const JsonObject packed = shared;
   const std::string before = json_text(shared);
   const std::string key = "a new key of more than 14 bytes";
@@ -172,11 +170,9 @@ TEST(Containers, AreAsTheyWereWhenMemoryRunsOut) {
   };
   for (std::size_t place = 0; place < kChanges.size(); ++place) {
     for (const JsonObject* source : {&shared, &packed}) {
-      SCOPED_TRACE(place);
       JsonObject object = *source;
       tests::fail_each_allocation([&] { kChanges[place](object); },
-                                  [&] { ASSERT_EQ(json_text(object), before); });
-      ASSERT_NE(compact_size(object), 0U);
+                                  [&] { ASSERT_EQ(json_text(object), before) << place; });
     }
   }
 }

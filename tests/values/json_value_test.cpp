@@ -31,24 +31,15 @@ static_assert(kNoneIsAValue<char, wchar_t, char32_t, Kind, std::shared_ptr<int>,
 
 // What points into a value cannot be had of a temporary.
 template <typename Value>
-concept Lends = requires(Value value) {
+concept LendsTexts = requires(Value value) {
   std::forward<Value>(value).string();
-}
-|| requires(Value value) {
-  std::forward<Value>(value).text();
-}
-|| requires(Value value) {
-  std::forward<Value>(value).list();
-}
-|| requires(Value value) {
-  std::forward<Value>(value).object();
-}
-|| requires(Value value) {
-  std::forward<Value>(value).foreign();
 };
-static_assert(Lends<const JsonValue&> && !Lends<JsonValue> && !Lends<const JsonValue>);
-
-const double kNaN = std::numeric_limits<double>::quiet_NaN();
+template <typename Value>
+concept LendsParts = requires(Value value) {
+  std::forward<Value>(value).object();
+};
+static_assert(LendsTexts<const JsonValue&> && !LendsTexts<JsonValue> && !LendsTexts<const JsonValue>);
+static_assert(LendsParts<const JsonValue&> && !LendsParts<JsonValue> && !LendsParts<const JsonValue>);
 
 // Which accessors give something, by their initials, and whether the value is
 // empty.
@@ -65,14 +56,13 @@ std::string accessors(const JsonValue& value) {
 }
 
 TEST(JsonValue, GivesWhatItIsAndNothingElse) {
-  const auto rows = tests::table(R"(
+  for (const auto& row : tests::table(R"(
 null | null empty
 true | bi1
 false | bi0 empty
 0 | i0 empty
 -7 | i-7
 100000000000000000000 | i100000000000000000000
-0.0 | f empty
 -0.0 | f empty
 2.5 | f
 "" | s empty
@@ -81,50 +71,42 @@ false | bi0 empty
 [null] | l
 {} | o empty
 {"a":null} | o
-)");
-  for (const auto& row : rows) EXPECT_EQ(accessors(parse(row.at(0))), row.at(1)) << row.at(0);
-  EXPECT_EQ(accessors(kNaN), "f");
+)")) {
+    EXPECT_EQ(accessors(parse(row.at(0))), row.at(1)) << row.at(0);
+  }
   EXPECT_EQ(accessors(ForeignValue::of(0, "")), "F");
 }
 
 TEST(JsonValue, IsMadeOfWhatHasAJsonForm) {
   const std::pair<JsonValue, const char*> kRows[] = {
-      {std::uint8_t{200}, "200"},
       {std::numeric_limits<std::uint64_t>::max(), "18446744073709551615"},
       {1.5F, "1.5"},
-      {std::optional<std::string>(), "null"},
-      {std::optional(Integer(3)), "3"},
       {std::vector<bool>{true, false}, "[true,false]"},
       {std::vector<std::optional<int>>{1, std::nullopt}, "[1,null]"},
-      {std::array<std::vector<std::string_view>, 2>{{{"a"}, {}}}, R"([["a"],[]])"},
-      {std::set<std::string>{"b", "a"}, R"(["a","b"])"},
+      {std::array<std::set<std::string_view>, 2>{{{"b", "a"}, {}}}, R"([["a","b"],[]])"},
       {std::tuple(1, "two", nullptr, std::tuple<>()), R"([1,"two",null,[]])"},
       {std::map<std::string, std::vector<int>>{{"b", {}}, {"a", {1}}}, R"({"a":[1],"b":[]})"},
-      {JsonList::of(JsonList::of(1), JsonObject{{"a", "b"}}, TextLiteral("text")),
-       R"([[1],{"a":"b"},"text"])"},
       {JsonList::of(JsonList()), "[[]]"},
       {JsonObject{{"z", 1}, {"a", nullptr}, {"z", 2}}, R"({"z":2,"a":null})"},
   };
   for (const auto& [value, expected] : kRows) EXPECT_EQ(compact_text(value), expected);
-}
 
-TEST(JsonValue, ThatCannotBeMadeLeavesNothingBehind) {
+  // What cannot be made leaves nothing behind.
   const std::string fine = "a text of more than 14 bytes";
   const std::ptrdiff_t before = tests::allocations().live;
   EXPECT_THROW(JsonValue(std::vector<std::string>{fine, "\xFF"}), InvalidUtf8);
-  EXPECT_THROW(JsonValue(std::map<std::string, std::string>{{"a", fine}, {"b", "\xFF"}}), InvalidUtf8);
-  EXPECT_THROW(JsonValue(std::map<std::string, int>{{"a", 1}, {"\xFF", 2}}), InvalidUtf8);
+  EXPECT_THROW(JsonValue(std::map<std::string, std::string>{{"a", fine}, {"\xFF", fine}}), InvalidUtf8);
   EXPECT_THROW(JsonValue(std::tuple(fine, "\xFF")), InvalidUtf8);
   EXPECT_EQ(tests::allocations().live, before);
 }
 
 TEST(JsonValue, EqualsWhatIsOfTheSameKindAndHoldsTheSame) {
+  const double nan = std::numeric_limits<double>::quiet_NaN();
   const JsonValue foreign = ForeignValue::of(1, "x");
   // Values of one row are equal, of different rows unequal.
-  std::vector<std::vector<JsonValue>> rows = {{kNaN, -kNaN},
+  std::vector<std::vector<JsonValue>> rows = {{nan, -nan},
                                               {foreign, JsonValue(foreign)},
                                               {ForeignValue::of(1, "x")},
-                                              {"x", TextLiteral("x")},
                                               {"more than 14 bytes", TextLiteral("more than 14 bytes")}};
   for (const auto& cells : tests::table(R"(
 null
@@ -139,7 +121,6 @@ true
 {} | {}
 [[],{"a":[1]}] | [[],{"a":[1]}]
 [[],{"a":[1.0]}]
-[{"a":[1]},[]]
 {"a":1,"b":2} | {"a":0,"b":2,"a":1}
 {"b":2,"a":1}
 {"a":1,"c":2}
@@ -149,9 +130,8 @@ true
     for (const std::string& cell : cells) rows.back().push_back(parse(cell));
   }
   for (const auto& a : rows) {
-    for (const auto& b : rows) {
+    for (const auto& b : rows)
       EXPECT_EQ(a.front() == b.back(), &a == &b) << compact_text(a.front()) << " " << compact_text(b.back());
-    }
   }
 }
 

@@ -19,10 +19,6 @@ namespace {
 
 using namespace std::string_literals;
 
-std::string naive_text(const Text& text) {
-  return tests::naive::json_text(JsonValue(text));
-}
-
 TEST(Text, IsWellFormedUtf8) {
   const std::string u = "\uFFFD";
   const struct {
@@ -30,15 +26,12 @@ TEST(Text, IsWellFormedUtf8) {
     std::optional<std::size_t> ill_formed;  // the offset of the first ill-formed byte
     std::string repaired;
   } kRows[] = {
-      {"", {}, ""},
       {"a\0b\x7f"s, {}, "a\0b\x7f"s},
-      {"14 bytes here.", {}, "14 bytes here."},
       {"15 bytes are it", {}, "15 bytes are it"},
       {"\xC2\x80 \xDF\xBF \xE0\xA0\x80 \xED\x9F\xBF \xEE\x80\x80 \xEF\xBF\xBF \xF0\x90\x80\x80 "
        "\xF4\x8F\xBF\xBF",
        {},
        "\u0080 \u07FF \u0800 \uD7FF \uE000 \uFFFF \U00010000 \U0010FFFF"},
-      {"\x80", 0, u},
       {"ab\xC0\x80", 2, "ab" + u + u},
       {"\xE0\x9F\xBF", 0, u + u + u},
       {"\xED\xA0\x80", 0, u + u + u},
@@ -48,7 +41,6 @@ TEST(Text, IsWellFormedUtf8) {
       {"\xC3\x7F\xC3\xC0\xE1\xBF\x7F\xF1\xBF\xBF\xC0", 0, u + "\x7F" + u + u + u + "\x7F" + u + u},
       // What begins a sequence is replaced together, what follows it stays.
       {"12345678\xE2\x82", 8, "12345678" + u},
-      {"\xF0\x9F\x98x", 0, u + "x"},
       {"\xC3\"\xE2\x82\xE2\x82\xAC", 0, u + "\"" + u + "€"},
       {"€\xF1\x80\x80\xC3\xA9", 3, "€" + u + "é"},
   };
@@ -74,24 +66,15 @@ TEST(Text, IsWellFormedUtf8) {
   EXPECT_THROW(Text(static_cast<const char*>(nullptr)), std::invalid_argument);
 }
 
-TEST(Text, KnowsWhatItsEscapesTakeInEveryForm) {
-  const std::string special = "\"\\\b\f\n\r\t\x01\x1f\x7f/é";
-  EXPECT_EQ(naive_text(special), R"("\"\\\b\f\n\r\t\u0001\u001f)"
-                                 "\x7f/é\"");
-  const Text literal = TextLiteral("a literal\nof more than 14 bytes");
-  for (const Text& text : {Text(special), Text(special + special), Text::lossy(special), literal, Text()}) {
-    EXPECT_EQ(text.size() + text.escape_gain() + 2, naive_text(text).size()) << text.view();
-  }
-}
-
 TEST(Text, ComparesByBytesHoweverItIsHeld) {
   const Text texts[] = {
-      Text(),   "a",         TextLiteral("literal of more than 14"), "long text of more than 14", "é",
+      Text(),   "a",         TextLiteral("literal\nof more than 14"), "long text of more than 14", "é",
       "\uFFFF", "\U00010000"};
   for (const Text& a : texts) {
     for (const Text& b : texts) EXPECT_EQ(a <=> b, &a <=> &b) << a.view() << " " << b.view();
+    EXPECT_EQ(a.size() + a.escape_gain() + 2, tests::naive::json_text(a).size()) << a.view();
   }
-  EXPECT_EQ(Text(TextLiteral("literal of more than 14")), Text("literal of more than 14"));
+  EXPECT_EQ(texts[2], Text("literal\nof more than 14"));
   EXPECT_EQ(Text(TextLiteral("short")), Text(std::string("short")));
 }
 
@@ -109,9 +92,6 @@ TEST(TextForms, EqualTheNaiveWriting) {
     ASSERT_EQ(copy, value) << text;
     ASSERT_EQ(tests::naive::json_text(copy), text);
   }
-}
-
-TEST(TextForms, SortKeysByCodePointAtEveryDepth) {
   const JsonValue value = tests::parse(R"({"b":[{"z":1,"":2}],"a":{},"é":0,"B":1,"𝄞":3,"\uffff":4,"a\n":5})");
   EXPECT_EQ(canonical_text(value),
             "{\"B\":1,\"a\":{},\"a\\n\":5,\"b\":[{\"\":2,\"z\":1}],\"é\":0,\"\uFFFF\":4,\"𝄞\":3}");

@@ -1,0 +1,90 @@
+#include <functional>
+#include <new>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "support/allocations.h"
+#include "support/indexes.h"
+#include "support/random_tree.h"
+#include "vantrex/logging/logger.h"
+#include "vantrex/tool_handlers/freshness.h"
+#include "vantrex/tool_handlers/next_steps.h"
+#include "vantrex/tool_handlers/next_steps/explanation.h"
+#include "vantrex/tool_handlers/tool_result.h"
+#include "vantrex/values/text_forms.h"
+#include "vantrex/workers/name_lookup.h"
+
+namespace vantrex::tool_handlers::next_steps {
+namespace {
+
+using values::JsonObject;
+
+// Calls of all that takes memory, each with a text of what it gave and of what
+// it was given.
+std::vector<std::pair<std::string, std::function<std::string()>>> calls(const tests::Request& request,
+                                                                        const models::Repository& index) {
+  const auto given = [&request] { return tool_result_text(request.answer); };
+  return {
+      {"finish",
+       [=, &request] {
+         return tool_result_text(finish_answer(request.answer, request.tool, request.options())) + given();
+       }},
+      {"explain",
+       [=, &request] {
+         const Explanation told = explain_answer(request.answer, request.tool, request.options());
+         return tool_result_text(told.to_dict()) + given();
+       }},
+      {"canonical text", [&request] { return values::canonical_text(request.answer); }},
+      {"freshness",
+       [&index] {
+         JsonObject answer;
+         add_freshness(answer, freshness_block(index));
+         return tool_result_text(answer);
+       }},
+      {"symbol",
+       [&index] {
+         JsonObject answer;
+         return tool_result_text(suggest_symbols(answer, index, "a.wanted.name.that.is.long.run", "callers"));
+       }},
+      {"path",
+       [&index] {
+         JsonObject answer;
+         return tool_result_text(
+             suggest_paths(answer, index, "a/wanted/path/that/is/long/main.py", "imports"));
+       }},
+      {"miss",
+       [] {
+         JsonObject answer;
+         return tool_result_text(
+             suggest_symbols(answer, models::InMemoryRepository(), "a.long::name", "detail"));
+       }},
+      {"lookup", [&index] { return workers::nearest_symbols(index, "pkg.rnu").at(0).fqn; }},
+      {"name", [] { return workers::guessed_name("a.a_name_of_more_than_14_bytes"); }},
+  };
+}
+
+TEST(Memory, MayRunOutAtAnyPointOfEveryCall) {
+  logging::set_sink([](const logging::Record& /*record*/) {});
+  const models::InMemoryRepository index = tests::small_index();
+  for (std::uint64_t seed = 0; seed < 30; ++seed) {
+    const tests::Request request = tests::Random(seed).request();
+    for (const auto& [name, call] : calls(request, index)) {
+      if (seed > 0 && name == "freshness") break;  // what follows is the same for each request
+      SCOPED_TRACE(testing::Message() << name << ", seed " << seed);
+      const std::string expected = call();
+      // A lookup that lacks memory is one that finds nothing, and goes on.
+      tests::fail_each_allocation(
+          [&, &call = call] {
+            if (call() != expected) throw std::bad_alloc();
+          },
+          [&, &call = call] { ASSERT_EQ(call(), expected); });
+    }
+  }
+  logging::set_sink({});
+}
+
+}  // namespace
+}  // namespace vantrex::tool_handlers::next_steps
