@@ -4,7 +4,7 @@ set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
 build_packages=(g++ cmake ninja-build nlohmann-json3-dev libcli11-dev)
-test_packages=("${build_packages[@]}" libgtest-dev clang-format)
+test_packages=("${build_packages[@]}" libgtest-dev clang-format universal-ctags)
 ci_packages=("${test_packages[@]}" clang clang-tidy)
 
 say() {
