@@ -41,15 +41,16 @@ TEST_F(LoggerTest, DefaultSinkWritesTheErrorAndItsCauses) {
   set_sink([](const Record&) { FAIL() << "the sink was taken away"; });
   set_sink({});
   testing::internal::CaptureStderr();
-  kLogger.warning("no error", nullptr);
+  kLogger.warning("no place", "x", std::make_exception_ptr(std::runtime_error("plain")));
   kLogger.warning("Looking near %r failed", "a\nb", nested_error());
-  EXPECT_EQ(testing::internal::GetCapturedStderr(),
-            "WARNING vantrex.test: no error\n"
-            "WARNING vantrex.test: Looking near 'a\\nb' failed\n"
-            "  error: index unreadable\n"
-            "  caused by: disk\\ngone\n"
-            "  caused by: an error without a text\n"
-            "  caused by: an error without a text\n");
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "WARNING " + std::string(kLogger.name()) +
+                                                        ": no place\n"
+                                                        "  error: plain\n"
+                                                        "WARNING vantrex.test: Looking near 'a\\nb' failed\n"
+                                                        "  error: index unreadable\n"
+                                                        "  caused by: disk\\ngone\n"
+                                                        "  caused by: an error without a text\n"
+                                                        "  caused by: an error without a text\n");
 }
 
 TEST_F(LoggerTest, FailingSinksHarmNobody) {

@@ -1,6 +1,7 @@
 #include "vantrex/models/symbol.h"
 
 #include <optional>
+#include <string>
 #include <string_view>
 #include <utility>
 
@@ -21,6 +22,9 @@ TEST(Symbol, CodeIsToldByKindAndPath) {
         Row{"method", ".md"}, Row{"", "data/a.markdown"}, Row{{}, "poetry.lock"}, Row{{}, "x.yml"}}) {
     EXPECT_FALSE(is_code_symbol(kind, path)) << kind.value_or("null") << " in " << path.value_or("null");
   }
+  for (const char* end : {".md", ".markdown", ".rst", ".adoc", ".txt", ".json", ".yaml", ".yml", ".toml",
+                          ".ini", ".cfg", ".xml", ".csv", ".lock"})
+    EXPECT_FALSE(is_code_symbol("method", std::string("a") + end)) << end;
 }
 
 }  // namespace

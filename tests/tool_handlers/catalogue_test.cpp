@@ -19,9 +19,10 @@ static_assert(!std::is_assignable_v<Hint&, Hint> && !std::is_assignable_v<declty
 static_assert(NEXT_STEPS.find("symbol")->hints()[0] == &_REFERENCES && !NEXT_STEPS.find("quality:other"));
 
 TEST(Step, KeepsItsArgumentsAsTheyAre) {
+  EXPECT_TRUE(*NEXT_STEPS.find("search")->hints()[0] == _DETAIL);
   EXPECT_EQ(compact_text(step("t", "r", {{"z", nullptr}, {"a", "b"}})),
             R"({"tool":"t","args":{"z":null,"a":"b"},"reason":"r"})");
-  EXPECT_EQ(compact_text(step("\xff", std::string("a\xc3"))),
+  EXPECT_EQ(compact_text(step(std::string_view("\xff"), std::string("a\xc3"))),
             "{\"tool\":\"\uFFFD\",\"args\":{},\"reason\":\"a\uFFFD\"}");
 }
 

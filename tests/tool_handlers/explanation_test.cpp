@@ -33,6 +33,9 @@ void check(const Explanation& explained, const JsonObject& finished) {
   const JsonList kept = kept_steps(explained.candidates);
   EXPECT_EQ(kept.empty() ? JsonValue() : JsonValue(kept), finished["next_steps"]);
 
+  const bool has_own = !explained.candidates.empty() && explained.candidates[0].source == Source::own;
+  EXPECT_TRUE(explained.absent.empty() || !has_own);
+
   std::size_t field_bytes = 0;
   for (const HintField& field : explained.hint_fields) field_bytes += field.bytes;
   EXPECT_EQ(field_bytes, explained.hint_bytes);
@@ -76,6 +79,7 @@ TEST(ExplainAnswer, SaysWhereTheHintsAre) {
 {"note":"a","results":[{"x":1},[[],{"tip":"bcd"}]],"hints":{"note":1}} | hints 10, results[1][1].tip 5, note 3
 {"a b":{"é_1":[{"":{"notes":[1,2]}}]},"hint":null} | ["a b"].é_1[0][""].notes 5
 {"c\"d":{"tips":0},"next_steps":[],"e":{"next_steps":[]}} | e.next_steps 2, ["c\"d"].tips 1
+{"a":[[[[[[[[[[[[[[[[[[[[[[[[[[{"tip":1}]]]]]]]]]]]]]]]]]]]]]]]]]]} | a[0][0][0][0][0][0][0][0][0][0][0][0][0][0][0][0][0][0][0][0][0][0][0][0][0][0].tip 1
 )")) {
     std::string fields;
     for (const HintField& each : explain_answer(tests::parse_object(row.at(0)), "x").hint_fields) {

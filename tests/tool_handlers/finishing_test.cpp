@@ -82,7 +82,8 @@ TEST(FinishAnswer, TakesAnyFormOfAnAbsentAction) {
   const char* none = nullptr;
   for (const OptionalText& action :
        {OptionalText(), OptionalText(nullptr), OptionalText(none), OptionalText(std::nullopt),
-        OptionalText(std::optional<std::string>())}) {
+        OptionalText(std::optional<std::string>()), OptionalText(std::optional<std::string_view>()),
+        OptionalText(std::string_view("no action of the table"))}) {
     const JsonObject finished = finish_answer({{"fqn", "f"}}, "symbol", {.action = action});
     EXPECT_EQ(finished["next_steps"].list()->size(), 2U);
   }

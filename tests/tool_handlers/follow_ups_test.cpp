@@ -1,9 +1,11 @@
 #include <string>
+#include <variant>
 
 #include <gtest/gtest.h>
 
 #include "support/table.h"
 #include "vantrex/tool_handlers/next_steps.h"
+#include "vantrex/tool_handlers/next_steps/usual.h"
 #include "vantrex/values/text_forms.h"
 
 namespace vantrex::tool_handlers::next_steps {
@@ -60,6 +62,20 @@ git | log | {} | {} | context{"action":"delta"}
       }
     }
     EXPECT_EQ(calls, row.at(4)) << row.at(0) << ":" << row.at(1) << " " << row.at(2);
+  }
+}
+
+// No row of the catalogue takes a query, but one may.
+TEST(FollowUps, MayTakeTheQuery) {
+  static constexpr Hint kAgain{"search", "Again", "code", Takes::query};
+  for (const auto& row : tests::table(R"(
+{"query":"a"} | {"query":"r"} | {"action":"code","query":"r"}
+{"query":"a"} | {"query":""} | {"action":"code","query":"a"}
+{"symbols":[{"query":"h"}]} | {"query":false} | none
+)")) {
+    const auto made = hint_arguments(kAgain, parse_object(row.at(0)), parse_object(row.at(1)), false);
+    const auto* arguments = std::get_if<values::JsonObject>(&made);
+    EXPECT_EQ(arguments == nullptr ? "none" : values::compact_text(*arguments), row.at(2)) << row.at(0);
   }
 }
 

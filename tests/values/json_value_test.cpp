@@ -130,8 +130,14 @@ true
     for (const std::string& cell : cells) rows.back().push_back(parse(cell));
   }
   for (const auto& a : rows) {
-    for (const auto& b : rows)
+    for (const auto& b : rows) {
       EXPECT_EQ(a.front() == b.back(), &a == &b) << compact_text(a.front()) << " " << compact_text(b.back());
+      const JsonList* list = a.front().list();
+      EXPECT_TRUE(list == nullptr || b.back().list() == nullptr || (*list == *b.back().list()) == (&a == &b));
+      const JsonObject* object = a.front().object();
+      EXPECT_TRUE(object == nullptr || b.back().object() == nullptr ||
+                  (*object == *b.back().object()) == (&a == &b));
+    }
   }
 }
 
@@ -143,7 +149,8 @@ TEST(ForeignValue, IsCarriedUnchanged) {
   auto copy = answer;
   answer.reset();
   EXPECT_EQ(compact_text(*copy), "{\"deep\":[\"\\\"7\\\" \uFFFD\"]}");
-  const ForeignValue held = *(*(*copy)["deep"].list())[0].foreign();
+  ForeignValue held = ForeignValue::of(1, "");
+  held = *(*(*copy)["deep"].list())[0].foreign();
   copy.reset();
   EXPECT_EQ(held.as<int>(), nullptr);
   EXPECT_EQ(held.as<std::shared_ptr<int>>()->get(), watched.lock().get());

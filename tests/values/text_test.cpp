@@ -63,6 +63,7 @@ TEST(Text, IsWellFormedUtf8) {
                 std::string::npos);
     }
   }
+  EXPECT_EQ(utf8_sequence_length(""), 0U);
   EXPECT_THROW(Text(static_cast<const char*>(nullptr)), std::invalid_argument);
 }
 
@@ -73,6 +74,10 @@ TEST(Text, ComparesByBytesHoweverItIsHeld) {
   for (const Text& a : texts) {
     for (const Text& b : texts) EXPECT_EQ(a <=> b, &a <=> &b) << a.view() << " " << b.view();
     EXPECT_EQ(a.size() + a.escape_gain() + 2, tests::naive::json_text(a).size()) << a.view();
+  }
+  for (char letter = 1; letter < 127; ++letter) {
+    const Text text = std::string("1234567") + letter;
+    EXPECT_EQ(text.size() + text.escape_gain() + 2, tests::naive::json_text(text).size()) << text.view();
   }
   EXPECT_EQ(texts[2], Text("literal\nof more than 14"));
   EXPECT_EQ(Text(TextLiteral("short")), Text(std::string("short")));

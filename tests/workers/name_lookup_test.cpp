@@ -64,6 +64,9 @@ Thing->run() | Thing::run Thing#run Thing.run Thing/run | Thing-run.x
 std::vector<std::pair<int, int>> | std::vector | std::pair
 Ptr::operator-> | Ptr::operator->
 operator.add | operator.add | operator.multiply
+a_é | m.éA
+HTTP~xy | m.HTTP~xyz
+a.b.c.d.e.f.g.h.i.j.k.l.m.n.o.p.q.run | a.b.c.d.e.f.g.h.i.j.k.l.m.n.o.p.q.run b.run z.z.z.z.z.z.z.z.z.z.z.z.z.z.z.z.z.run
 HTTPServer | x.http_server x.server_http
 userRowCount | x.count_user_row | x.countuser_row
 # capitals and code points, not bytes
@@ -71,7 +74,7 @@ größe | m.größe m.GRößE m.grösse | m.gr
 日本語 | 日本誤 日本 | 日
 # too short, too far, nothing to go by
 ab | AB | abcdefgh abx_ac xb
-abc | abd ab | abcd_efgh axy
+abc | abd ab | abcd_efgh axy m._
 sqrt |  | assert
 assert |  | sqrt
 INT8_MAX |  | PATH_MAX
@@ -94,7 +97,9 @@ x/lib/main.py | y/lib/main.py lib/lib/main.py
 docs/user-guide.md | docs/user_guide.md docs/userguide.md docs/user-guides.md
 readme.md | README.md sub/README.md README.rst
 .gitignore | .gitignore | .git
-x.py | lib/x.py x.c | y.py
+main.py | a/main.py b/main.py c/main.py d/main.py e/main.py | main.js a/main.py
+src\main.py\ | src/main.py
+x.py | lib/x.py x.c | y.py _.py
 docs/x.md |  | docs/y.md
 / |  | a /
 )",
@@ -112,6 +117,9 @@ Foo.<init> | <init>
 S::operator/= | operator/=
 S::operator() | operator()
 S::operator-> | operator->
+S::operator->* | operator->*
+a.b-> | b
+: | :
 k8s/operator/run | run
 operator.add | add
 odd)> | odd)>

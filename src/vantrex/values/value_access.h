@@ -57,9 +57,6 @@ struct ValueAccess {
 
   // Counts one more reference to what `value` refers to, which must not be a
   // list or an object with a block of its own.
-  static void count(const Text& text) noexcept {
-    if (text.tag() == Tag::shared_text) retain(text.shared_.block);
-  }
   static void count(const JsonValue& value) noexcept {
     if (!owns_block(value.tag())) return;
     if (is_container(value)) {

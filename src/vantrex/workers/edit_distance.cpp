@@ -15,12 +15,13 @@ namespace {
 // on either side stands for all that is too far.
 using Band = std::array<std::uint8_t, 2 * kMostEdits + 3>;
 
+// `a` is no longer than `b`.
 void drop_common_ends(std::u32string_view& a, std::u32string_view& b) noexcept {
   const auto start = std::mismatch(a.begin(), a.end(), b.begin(), b.end());
   const auto common = static_cast<std::size_t>(start.first - a.begin());
   a.remove_prefix(common);
   b.remove_prefix(common);
-  while (!a.empty() && !b.empty() && a.back() == b.back()) {
+  while (!a.empty() && a.back() == b.back()) {
     a.remove_suffix(1);
     b.remove_suffix(1);
   }

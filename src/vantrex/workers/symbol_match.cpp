@@ -13,10 +13,6 @@ enum Tier : std::size_t { kSameName, kSameButCase, kSameButSeparators, kSameWord
 
 constexpr std::size_t kLeastPart = 4;
 
-bool same_words(const FoldedName& a, const FoldedName& b) noexcept {
-  return a.words == b.words && a.occurring == b.occurring && a.letters.size() == b.letters.size();
-}
-
 std::optional<Rank> part_likeness(const FoldedName& wanted, const FoldedName& name) noexcept {
   if (wanted.letters.size() < kLeastPart || (wanted.occurring & ~name.occurring) != 0) return std::nullopt;
   const std::size_t place = name.letters.find(wanted.letters);
@@ -38,7 +34,7 @@ std::optional<Rank> SymbolMatch::folded_likeness(const Rank* worst) const {
   const std::u32string& letters = name_.letters;
   if (wanted.empty() || letters.empty()) return std::nullopt;
   if (letters == wanted) return Rank{.tier = kSameButSeparators};
-  if (same_words(wanted_name_, name_)) return Rank{.tier = kSameWords};
+  if (wanted_name_.words == name_.words) return Rank{.tier = kSameWords};
   if (worst != nullptr && worst->tier < kNear) return std::nullopt;
   std::size_t most = std::max(wanted.size(), letters.size()) / 3;
   if (worst != nullptr && worst->tier == kNear) most = std::min(most, worst->distance);

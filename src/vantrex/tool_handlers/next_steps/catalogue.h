@@ -142,7 +142,6 @@ class Catalogue {
 
   constexpr auto begin() const noexcept { return rows_.begin(); }
   constexpr auto end() const noexcept { return rows_.end(); }
-  constexpr std::size_t size() const noexcept { return rows_.size(); }
 
   // The row under `key`, or null.
   constexpr const FollowUps* find(std::string_view key) const noexcept {

@@ -1,0 +1,87 @@
+#!/usr/bin/env python3
+"""Lists what a coverage export leaves uncovered but for the named exceptions.
+
+Usage: uncovered.py EXPORT EXCEPTIONS, the former as `llvm-cov export` writes it.
+An exception is a file and a part of a line, "file: part"; it stands for the
+branches of that line, or for the uncovered lines from there on without a gap.
+The branches of all instances of a template count as one.
+"""
+import collections
+import json
+import os
+import sys
+
+
+def read_exceptions(path):
+    exceptions = {}
+    with open(path, encoding="utf-8") as lines:
+        for line in lines:
+            if line.strip() and not line.startswith("#"):
+                exceptions[tuple(line.strip().split(": ", 1))] = False
+    return exceptions
+
+
+def line_counts(file):
+    """The count of each line with code, from the points where counts change."""
+    counts = collections.defaultdict(int)
+    for start, following in zip(file["segments"], file["segments"][1:]):
+        line, _, count, has_count, is_entry = start[:5]
+        if has_count and is_entry:
+            counts[line] = max(counts[line], count)
+        if has_count:
+            for inner in range(line + 1, following[0] + (following[1] > 1)):
+                counts[inner] = max(counts[inner], count)
+    return counts
+
+
+def branch_counts(file):
+    branches = collections.defaultdict(lambda: [0, 0])
+    for line, column, end, end_column, true, false, *_ in file["branches"]:
+        counts = branches[line, column, end, end_column]
+        counts[0] += true
+        counts[1] += false
+    return branches
+
+
+def main():
+    with open(sys.argv[1], encoding="utf-8") as text:
+        files = json.load(text)["data"][0]["files"]
+    exceptions = read_exceptions(sys.argv[2])
+    totals = collections.Counter()
+    missing = []
+    for file in files:
+        name = os.path.relpath(file["filename"])
+        with open(name, encoding="utf-8") as text:
+            source = text.read().split("\n")
+
+        def is_named(line):
+            for exception in exceptions:
+                if exception[0] == name and exception[1] in source[line - 1]:
+                    exceptions[exception] = True
+                    return True
+            return False
+
+        lines = line_counts(file)
+        named = 0  # the last line of a stretch that is an exception
+        for line in sorted(lines):
+            totals["lines"] += 1
+            if lines[line] > 0:
+                continue
+            if line == named + 1 or is_named(line):
+                named = line
+            else:
+                missing.append(f"{name}:{line}: never runs: {source[line - 1].strip()}")
+        for (line, *_), (true, false) in sorted(branch_counts(file).items()):
+            totals["branches"] += 2
+            # Neither way is taken by what the compiler decides, `if constexpr`.
+            decided = true + false > 0 and lines[line] > 0
+            if decided and (true == 0 or false == 0) and not is_named(line):
+                missing.append(f"{name}:{line}: never {'true' if true == 0 else 'false'}: {source[line - 1].strip()}")
+    missing += [f"exception that is none: {': '.join(each)}" for each, used in exceptions.items() if not used]
+    print("\n".join(missing + [f"{totals['lines']} lines and {totals['branches']} branches, "
+                               f"{len(missing)} not reached, {len(exceptions)} exceptions"]))
+    return 1 if missing or not files else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
