@@ -5,7 +5,7 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
 build_packages=(g++ cmake ninja-build nlohmann-json3-dev libcli11-dev)
 test_packages=("${build_packages[@]}" libgtest-dev clang-format universal-ctags)
-ci_packages=("${test_packages[@]}" clang clang-tidy)
+ci_packages=("${test_packages[@]}" clang clang-tidy libclang-rt-14-dev)
 
 say() {
   printf '\n== %s\n' "$*" >&2
