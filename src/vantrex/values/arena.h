@@ -25,9 +25,10 @@ class Arena {
   Arena(const Arena&) = delete;
   Arena& operator=(const Arena&) = delete;
 
-  void retain() noexcept { references_.fetch_add(1, std::memory_order_relaxed); }
-  void release() noexcept {
-    if (references_.fetch_sub(1, std::memory_order_acq_rel) == 1) destroy();
+  // Takes or gives back `counts` counts at once.
+  void retain(std::size_t counts = 1) noexcept { references_.fetch_add(counts, std::memory_order_relaxed); }
+  void release(std::size_t counts = 1) noexcept {
+    if (references_.fetch_sub(counts, std::memory_order_acq_rel) == counts) destroy();
   }
 
   // Uninitialised memory, aligned for every value.

@@ -33,6 +33,56 @@ void rebuild_index(ContainerBlock* block) noexcept {
   }
 }
 
+// Gives counts of arenas back, those that follow each other on the same arena
+// all at once: most of a block's items refer into one.
+class ArenaReleases {
+ public:
+  ArenaReleases() noexcept = default;
+  ArenaReleases(const ArenaReleases&) = delete;
+  ArenaReleases& operator=(const ArenaReleases&) = delete;
+  ~ArenaReleases() { release_held(); }
+
+  void add(Arena* arena) noexcept {
+    if (arena != arena_) {
+      release_held();
+      arena_ = arena;
+      counts_ = 0;
+    }
+    ++counts_;
+  }
+
+ private:
+  void release_held() noexcept {
+    if (arena_ != nullptr) arena_->release(counts_);
+  }
+
+  Arena* arena_ = nullptr;
+  std::size_t counts_ = 0;
+};
+
+// Makes raw memory copies of `size` items that lie in `arena`, which they count.
+template <typename Item>
+void copy_out(const Item* items, std::size_t size, Item* copies, Arena* arena) noexcept {
+  std::memcpy(static_cast<void*>(copies), static_cast<const void*>(items), size * sizeof(Item));
+  std::size_t counts = 0;
+  const auto count = [&](const auto& copy) {
+    if (ValueAccess::arena(copy) == arena) {
+      ++counts;
+    } else {
+      ValueAccess::count(copy);
+    }
+  };
+  for (const Item* copy = copies; copy != copies + size; ++copy) {
+    if constexpr (std::is_same_v<Item, JsonField>) {
+      count(copy->key);
+      count(copy->value);
+    } else {
+      count(*copy);
+    }
+  }
+  arena->retain(counts);
+}
+
 // Blocks that still have to be taken apart, chained through themselves.
 class DyingBlocks {
  public:
@@ -60,7 +110,7 @@ class DyingBlocks {
     for (std::size_t position = 0; position < block->size; ++position) {
       Item& item = block->items<Item>()[position];
       if constexpr (std::is_same_v<Item, JsonField>) {
-        item.key.~Text();
+        take_apart_text(item.key);
         take_apart_value(item.value);
       } else {
         take_apart_value(item);
@@ -69,22 +119,27 @@ class DyingBlocks {
     ::operator delete(block);
   }
 
-  void take_apart_value(JsonValue& value) noexcept {
-    if (!ValueAccess::is_container(value)) {
-      value.~JsonValue();
-      return;
-    }
-    ContainerBlock* block = ValueAccess::block(value);
-    if (block == nullptr) return;
-    if (block->arena != nullptr) {
-      block->arena->release();
-    } else if (ValueAccess::tag(value) == Tag::list) {
-      add<JsonValue>(block);
+  void take_apart_text(Text& text) noexcept {
+    if (Arena* arena = ValueAccess::arena(text)) {
+      releases_.add(arena);
     } else {
-      add<JsonField>(block);
+      text.~Text();
     }
   }
 
+  void take_apart_value(JsonValue& value) noexcept {
+    if (Arena* arena = ValueAccess::arena(value)) {
+      releases_.add(arena);
+    } else if (!ValueAccess::has_own_block(value)) {
+      value.~JsonValue();
+    } else if (ValueAccess::tag(value) == Tag::list) {
+      add<JsonValue>(ValueAccess::block(value));
+    } else {
+      add<JsonField>(ValueAccess::block(value));
+    }
+  }
+
+  ArenaReleases releases_;
   ContainerBlock* lists_ = nullptr;
   ContainerBlock* objects_ = nullptr;
 };
@@ -110,7 +165,9 @@ ContainerBlock* changeable_block(ContainerBlock* block, std::size_t capacity) {
   const bool own = block->arena == nullptr;
   if (own && capacity <= block->capacity) return block;
 
-  const std::size_t grown = capacity <= block->capacity ? block->size : std::size_t{2} * block->capacity;
+  // A block that outgrows its own memory doubles. One that is copied out of an
+  // arena seldom gets more than a few items, and would pay for a field index.
+  const std::size_t grown = own ? std::size_t{2} * block->capacity : block->size + kFewestItems;
   ContainerBlock* changed = new_block<Item>(std::max(capacity, std::min(grown, kMostItems)));
   changed->size = block->size;
   if (own) {
@@ -119,7 +176,7 @@ ContainerBlock* changeable_block(ContainerBlock* block, std::size_t capacity) {
     rebuild_index<Item>(changed);
     delete_memory(block);
   } else {
-    std::uninitialized_copy_n(block->items<Item>(), block->size, changed->items<Item>());
+    copy_out(block->items<Item>(), block->size, changed->items<Item>(), block->arena);
     rebuild_index<Item>(changed);
     block->arena->release();
   }
