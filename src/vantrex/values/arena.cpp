@@ -12,9 +12,10 @@ constexpr std::size_t kLargestChunk = std::size_t{1} << 20;
 }  // namespace
 
 Arena* Arena::create(std::size_t bytes) {
-  auto* memory = static_cast<char*>(::operator new(sizeof(Arena) + bytes));
-  auto* arena = new (memory) Arena(memory + sizeof(Arena), memory + sizeof(Arena) + bytes);
-  arena->next_chunk_bytes_ = 2 * bytes;
+  const std::size_t first = std::min(sizeof(Arena) + bytes, std::size_t(1024));
+  auto* memory = static_cast<char*>(::operator new(first));
+  auto* arena = new (memory) Arena(memory + sizeof(Arena), memory + first);
+  arena->next_chunk_bytes_ = 1024;
   return arena;
 }
 
@@ -24,7 +25,8 @@ void Arena::grow(std::size_t bytes) {
   chunks_ = new (memory) Chunk{chunks_};
   cursor_ = memory + sizeof(Chunk);
   end_ = memory + chunk_bytes;
-  next_chunk_bytes_ = std::min(2 * chunk_bytes, kLargestChunk);
+  total_ += chunk_bytes;
+  next_chunk_bytes_ = total_ < 4096 ? 1024 : std::min(total_, kLargestChunk);
 }
 
 void Arena::keep(const JsonValue& value) {

@@ -66,6 +66,7 @@ class Arena {
   Chunk* chunks_ = nullptr;  // beside the one that the arena itself begins
   Kept* kept_ = nullptr;
   std::size_t next_chunk_bytes_ = 0;
+  std::size_t total_ = 1024;
 };
 
 }  // namespace vantrex::values
