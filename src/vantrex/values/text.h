@@ -13,6 +13,7 @@
 // thread uses it.
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <atomic>
 #include <bit>
@@ -47,33 +48,6 @@ class InvalidUtf8 : public std::invalid_argument {
 
  private:
   std::size_t byte_offset_;
-};
-
-// A text that the program itself holds: a string literal in ASCII that gains at
-// most 255 bytes when it is escaped, checked when the program is compiled. It
-// costs nothing to make a Text of it.
-class TextLiteral {
- public:
-  // NOLINTNEXTLINE(google-explicit-constructor): a literal is a text.
-  consteval TextLiteral(const char* text) : text_(text) {
-    for (; text[size_] != 0; ++size_) {
-      if (static_cast<unsigned char>(text[size_]) >= 0x80) throw "not ASCII";
-      const std::size_t gain = escape_gain_ + detail::escape_gain(text[size_]);
-      if (gain > 0xFF) throw "too many characters to escape";
-      escape_gain_ = static_cast<std::uint8_t>(gain);
-    }
-  }
-
-  constexpr std::string_view view() const noexcept { return {text_, size_}; }
-  // NOLINTNEXTLINE(google-explicit-constructor): as const char* does.
-  constexpr operator std::string_view() const noexcept { return view(); }
-  friend constexpr bool operator==(TextLiteral a, TextLiteral b) noexcept { return a.view() == b.view(); }
-
- private:
-  friend class Text;
-  const char* text_;
-  std::uint32_t size_ = 0;
-  std::uint8_t escape_gain_ = 0;
 };
 
 namespace detail {
@@ -133,6 +107,20 @@ struct InlineText {
   char characters[kInlineCapacity];
 };
 
+// A text that lies where the program's literals are.
+struct LiteralText {
+  Tag tag;
+  std::uint8_t escape_gain;
+  std::uint32_t size;
+  const char* text;
+};
+
+// The 16 bytes of a Text that is made of a literal.
+union LiteralForm {
+  InlineText inside;
+  LiteralText literal;
+};
+
 // A key of at most kInlineCapacity bytes to be compared with many texts: the 16
 // bytes that an equal text has, less its gain.
 class ShortKey {
@@ -159,6 +147,40 @@ class ShortKey {
 
 }  // namespace detail
 
+// A text that the program itself holds: a string literal in ASCII that gains at
+// most 255 bytes when it is escaped, checked when the program is compiled. It
+// costs nothing to make a Text of it.
+class TextLiteral {
+ public:
+  // NOLINTNEXTLINE(google-explicit-constructor): a literal is a text.
+  consteval TextLiteral(const char* text) : text_(text), form_{} {
+    std::size_t gain = 0;
+    for (; text[size_] != 0; ++size_) {
+      if (static_cast<unsigned char>(text[size_]) >= 0x80) throw "not ASCII";
+      gain += detail::escape_gain(text[size_]);
+    }
+    if (gain > 0xFF) throw "too many characters to escape";
+    const auto small_gain = static_cast<std::uint8_t>(gain);
+    if (size_ > detail::kInlineCapacity) {
+      form_.literal = {detail::Tag::literal_text, small_gain, size_, text};
+      return;
+    }
+    form_.inside = {detail::inline_tag(size_), small_gain, {}};
+    std::copy_n(text, size_, form_.inside.characters);
+  }
+
+  constexpr std::string_view view() const noexcept { return {text_, size_}; }
+  // NOLINTNEXTLINE(google-explicit-constructor): as const char* does.
+  constexpr operator std::string_view() const noexcept { return view(); }
+  friend constexpr bool operator==(TextLiteral a, TextLiteral b) noexcept { return a.view() == b.view(); }
+
+ private:
+  friend class Text;
+  const char* text_;
+  std::uint32_t size_ = 0;
+  detail::LiteralForm form_;
+};
+
 class Text {
  public:
   // The empty text.
@@ -171,13 +193,7 @@ class Text {
   Text(const std::string& bytes) : Text(std::string_view(bytes)) {}
   // Throws std::invalid_argument for a null pointer.
   Text(const char* bytes);
-  Text(TextLiteral literal) noexcept : Text() {
-    if (literal.size_ <= detail::kInlineCapacity) {
-      set_inline(literal, literal.escape_gain_);
-    } else {
-      literal_ = {detail::Tag::literal_text, literal.escape_gain_, literal.size_, literal.text_};
-    }
-  }
+  Text(TextLiteral literal) noexcept { std::memcpy(static_cast<void*>(this), &literal.form_, sizeof(Text)); }
   // NOLINTEND(google-explicit-constructor)
 
   // A copy of `bytes` with each ill-formed piece replaced by U+FFFD. For texts
@@ -206,7 +222,10 @@ class Text {
   }
   std::string_view view() const&& = delete;
 
-  std::size_t size() const noexcept { return view_of(*this).size(); }
+  std::size_t size() const noexcept {
+    if (tag() >= detail::Tag::inline_text) return inline_size();
+    return tag() == detail::Tag::literal_text ? literal_.size : shared_.block->size;
+  }
   bool empty() const noexcept { return size() == 0; }
 
   // Bytes that the text gains when it is escaped inside a JSON string.
@@ -230,12 +249,6 @@ class Text {
   friend struct detail::ValueAccess;
 
   struct NoCount {};
-  struct Literal {
-    detail::Tag tag;
-    std::uint8_t escape_gain;
-    std::uint32_t size;
-    const char* text;
-  };
   struct Shared {
     detail::Tag tag;
     std::uint8_t unused;
@@ -256,8 +269,6 @@ class Text {
   // Well-formed text whose scan is known.
   Text(std::string_view well_formed, std::size_t escape_gain);
 
-  static std::string_view view_of(const Text& text) noexcept { return text.view(); }
-
   detail::Tag tag() const noexcept { return inline_.tag; }
   std::size_t inline_size() const noexcept {
     return static_cast<std::size_t>(tag()) - static_cast<std::size_t>(detail::Tag::inline_text);
@@ -266,7 +277,7 @@ class Text {
   // All three begin with the tag and the gain, so these may be read in any.
   union {
     detail::InlineText inline_;
-    Literal literal_;
+    detail::LiteralText literal_;
     Shared shared_;
   };
 };
