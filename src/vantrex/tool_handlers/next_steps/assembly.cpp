@@ -1,10 +1,10 @@
 #include "vantrex/tool_handlers/next_steps/assembly.h"
 
 #include <algorithm>
+#include <array>
 #include <optional>
 #include <unordered_set>
 #include <utility>
-#include <vector>
 
 #include "vantrex/tool_handlers/next_steps/signals.h"
 #include "vantrex/tool_handlers/next_steps/usual.h"
@@ -41,7 +41,6 @@ struct Call {
 
   // Equal for two calls exactly when they are the same.
   std::string key() const { return canonical_text(tool) + ',' + canonical_text(args); }
-  std::size_t key_size() const { return compact_size(tool) + 1 + compact_size(args); }
 };
 
 Call call_of(const JsonList& steps, std::size_t position) {
@@ -50,15 +49,19 @@ Call call_of(const JsonList& steps, std::size_t position) {
   return {required(*step, "tool", position), required(*step, "args", position)};
 }
 
-// Whether no two of the calls can be the same, since their keys differ in size.
+// Whether no two of the calls can be the same, since their arguments differ in
+// the size of their text.
 bool all_differ_in_size(const JsonList& steps) {
-  std::vector<std::size_t> sizes;
-  sizes.reserve(steps.size());
+  constexpr std::size_t kFew = 2 * MAX_STEPS;
+  if (steps.size() > kFew) return false;
+  std::array<std::size_t, kFew> sizes;
+  auto* end = sizes.begin();
   for (std::size_t position = 0; position < steps.size(); ++position) {
-    sizes.push_back(call_of(steps, position).key_size());
+    const std::size_t size = compact_size(call_of(steps, position).args);
+    if (std::find(sizes.begin(), end, size) != end) return false;
+    *end++ = size;
   }
-  std::sort(sizes.begin(), sizes.end());
-  return std::adjacent_find(sizes.begin(), sizes.end()) == sizes.end();
+  return true;
 }
 
 // The steps that the tool itself gave, taken out of its answer; empty when it
@@ -116,7 +119,7 @@ Candidates candidate_steps(JsonObject& response, std::string_view tool_name, Ste
 JsonObject& _add_next_steps(JsonObject& response, std::string_view tool_name, StepOptions options) {
   Choice choice = choose_steps(candidate_steps(response, tool_name, options));
   JsonList steps = _within_share(response, std::move(choice.steps), choice.keep);
-  if (!steps.empty()) response.set(kNextSteps, std::move(steps));
+  if (!steps.empty()) response.append(kNextSteps, std::move(steps));
   return response;
 }
 
