@@ -7,26 +7,29 @@ namespace vantrex::values {
 
 namespace {
 
+// A small arena is made of chunks that allocators hand out fastest, each thread
+// from a store of its own. A larger one doubles, so that it takes few.
+constexpr std::size_t kSmallChunk = 1024;
+constexpr std::size_t kSmallArena = 4 * kSmallChunk;
 constexpr std::size_t kLargestChunk = std::size_t{1} << 20;
 
 }  // namespace
 
-Arena* Arena::create(std::size_t bytes) {
-  const std::size_t first = std::min(sizeof(Arena) + bytes, std::size_t(1024));
-  auto* memory = static_cast<char*>(::operator new(first));
-  auto* arena = new (memory) Arena(memory + sizeof(Arena), memory + first);
-  arena->next_chunk_bytes_ = 1024;
-  return arena;
+Arena* Arena::create(std::size_t bytes, const KeySet* marked_keys) {
+  const std::size_t first_bytes = std::min(sizeof(Arena) + bytes, kSmallChunk);
+  auto* memory = static_cast<char*>(::operator new(first_bytes));
+  return new (memory) Arena(memory + sizeof(Arena), memory + first_bytes, marked_keys);
 }
 
 void Arena::grow(std::size_t bytes) {
-  const std::size_t chunk_bytes = std::max(next_chunk_bytes_, bytes + sizeof(Chunk));
+  const std::size_t usual_bytes =
+      chunk_bytes_ < kSmallArena ? kSmallChunk : std::min(chunk_bytes_, kLargestChunk);
+  const std::size_t chunk_bytes = std::max(usual_bytes, bytes + sizeof(Chunk));
   auto* memory = static_cast<char*>(::operator new(chunk_bytes));
   chunks_ = new (memory) Chunk{chunks_};
   cursor_ = memory + sizeof(Chunk);
   end_ = memory + chunk_bytes;
-  total_ += chunk_bytes;
-  next_chunk_bytes_ = total_ < 4096 ? 1024 : std::min(total_, kLargestChunk);
+  chunk_bytes_ += chunk_bytes;
 }
 
 void Arena::keep(const JsonValue& value) {

@@ -13,14 +13,15 @@
 #include <cstddef>
 
 #include "vantrex/values/json_value.h"
+#include "vantrex/values/key_set.h"
 
 namespace vantrex::values {
 
 class Arena {
  public:
-  // An arena with room for `bytes` before it grows, held by one count. Throws
-  // std::bad_alloc, as do allocate() and keep().
-  static Arena* create(std::size_t bytes);
+  // An arena for a tree of perhaps `bytes`, held by one count. Throws
+  // std::bad_alloc, as do allocate() and keep(). `marked_keys` outlives it.
+  static Arena* create(std::size_t bytes, const KeySet* marked_keys);
 
   Arena(const Arena&) = delete;
   Arena& operator=(const Arena&) = delete;
@@ -40,6 +41,10 @@ class Arena {
     return memory;
   }
 
+  // The keys of which each block tells whether a field in it has one; null when
+  // the blocks do not tell.
+  const KeySet* marked_keys() const noexcept { return marked_keys_; }
+
   // Keeps what `value` refers to alive as long as the arena.
   void keep(const JsonValue& value);
 
@@ -54,7 +59,8 @@ class Arena {
     Kept* next;
   };
 
-  Arena(char* begin, char* end) noexcept : cursor_(begin), end_(end) {}
+  Arena(char* begin, char* end, const KeySet* marked_keys) noexcept
+      : cursor_(begin), end_(end), marked_keys_(marked_keys) {}
   ~Arena() = default;
 
   void grow(std::size_t bytes);
@@ -63,10 +69,10 @@ class Arena {
   std::atomic<std::size_t> references_{1};
   char* cursor_;
   char* end_;
+  const KeySet* marked_keys_;
   Chunk* chunks_ = nullptr;  // beside the one that the arena itself begins
   Kept* kept_ = nullptr;
-  std::size_t next_chunk_bytes_ = 0;
-  std::size_t total_ = 1024;
+  std::size_t chunk_bytes_ = 0;  // in these chunks
 };
 
 }  // namespace vantrex::values

@@ -66,6 +66,7 @@ void copy_out(const Item* items, std::size_t size, Item* copies, Arena* arena) n
   std::memcpy(static_cast<void*>(copies), static_cast<const void*>(items), size * sizeof(Item));
   std::size_t counts = 0;
   const auto count = [&](const auto& copy) {
+    if (!owns_block(ValueAccess::tag(copy))) return;
     if (ValueAccess::arena(copy) == arena) {
       ++counts;
     } else {
@@ -120,6 +121,7 @@ class DyingBlocks {
   }
 
   void take_apart_text(Text& text) noexcept {
+    if (!owns_block(ValueAccess::tag(text))) return;
     if (Arena* arena = ValueAccess::arena(text)) {
       releases_.add(arena);
     } else {
@@ -128,6 +130,7 @@ class DyingBlocks {
   }
 
   void take_apart_value(JsonValue& value) noexcept {
+    if (!owns_block(ValueAccess::tag(value))) return;
     if (Arena* arena = ValueAccess::arena(value)) {
       releases_.add(arena);
     } else if (!ValueAccess::has_own_block(value)) {
@@ -156,7 +159,8 @@ ContainerBlock* new_block(std::size_t capacity) {
       index = FieldIndex::create(::operator new(FieldIndex::bytes_for(capacity)), capacity, nullptr, 0);
     }
   }
-  return new (memory.release()) ContainerBlock{nullptr, {index}, 0, static_cast<std::uint32_t>(capacity)};
+  return new (memory.release())
+      ContainerBlock{nullptr, {index}, 0, {static_cast<std::uint32_t>(capacity)}, 0};
 }
 
 template <typename Item>

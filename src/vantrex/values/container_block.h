@@ -24,7 +24,14 @@ struct ContainerBlock {
     ContainerBlock* next_dying;  // while a tree is taken apart
   };
   std::uint32_t size;
-  std::uint32_t capacity;
+  union {
+    std::uint32_t capacity;  // of a block of its own
+    // Of a block in an arena: whether a field in it, at any depth, has a marked key.
+    std::uint32_t holds_marked;
+  };
+  // Of a block in an arena: the bytes of its compact text, or 0 when they were
+  // not measured.
+  std::size_t text_bytes;
 
   template <typename Item>
   Item* items() noexcept {

@@ -21,6 +21,7 @@ void JsonList::dispose() noexcept {
 }
 
 void JsonList::make_changeable(std::size_t capacity) {
+  if (block_ != nullptr && block_->arena == nullptr && capacity <= block_->capacity) return;
   block_ = detail::changeable_block<JsonValue>(block_, capacity);
 }
 

@@ -28,6 +28,7 @@ void JsonObject::dispose() noexcept {
 }
 
 void JsonObject::make_changeable(std::size_t capacity) {
+  if (block_ != nullptr && block_->arena == nullptr && capacity <= block_->capacity) return;
   block_ = detail::changeable_block<JsonField>(block_, capacity);
 }
 

@@ -61,16 +61,4 @@ std::string_view integer_text(std::int64_t value, NumberBuffer& buffer) noexcept
   return {buffer.data(), static_cast<std::size_t>(end - buffer.data())};
 }
 
-std::size_t integer_text_size(std::int64_t value) noexcept {
-  auto magnitude = static_cast<std::uint64_t>(value);
-  std::size_t size = 1;
-  if (value < 0) {
-    magnitude = 0 - magnitude;
-    ++size;
-  }
-  for (; magnitude >= 10000; magnitude /= 10000) size += 4;
-  for (; magnitude >= 10; magnitude /= 10) ++size;
-  return size;
-}
-
 }  // namespace vantrex::values

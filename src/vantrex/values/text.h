@@ -115,12 +115,6 @@ struct LiteralText {
   const char* text;
 };
 
-// The 16 bytes of a Text that is made of a literal.
-union LiteralForm {
-  InlineText inside;
-  LiteralText literal;
-};
-
 // A key of at most kInlineCapacity bytes to be compared with many texts: the 16
 // bytes that an equal text has, less its gain.
 class ShortKey {
@@ -153,32 +147,33 @@ class ShortKey {
 class TextLiteral {
  public:
   // NOLINTNEXTLINE(google-explicit-constructor): a literal is a text.
-  consteval TextLiteral(const char* text) : text_(text), form_{} {
+  consteval TextLiteral(const char* text) {
     std::size_t gain = 0;
-    for (; text[size_] != 0; ++size_) {
-      if (static_cast<unsigned char>(text[size_]) >= 0x80) throw "not ASCII";
-      gain += detail::escape_gain(text[size_]);
+    std::uint32_t size = 0;
+    for (; text[size] != 0; ++size) {
+      if (static_cast<unsigned char>(text[size]) >= 0x80) throw "not ASCII";
+      gain += detail::escape_gain(text[size]);
     }
     if (gain > 0xFF) throw "too many characters to escape";
     const auto small_gain = static_cast<std::uint8_t>(gain);
-    if (size_ > detail::kInlineCapacity) {
-      form_.literal = {detail::Tag::literal_text, small_gain, size_, text};
-      return;
-    }
-    form_.inside = {detail::inline_tag(size_), small_gain, {}};
-    std::copy_n(text, size_, form_.inside.characters);
+    in_place_ = {detail::Tag::literal_text, small_gain, size, text};
+    if (size > detail::kInlineCapacity) return;
+    inside_ = {detail::inline_tag(size), small_gain, {}};
+    std::copy_n(text, size, inside_.characters);
   }
 
-  constexpr std::string_view view() const noexcept { return {text_, size_}; }
+  constexpr std::string_view view() const noexcept { return {in_place_.text, in_place_.size}; }
   // NOLINTNEXTLINE(google-explicit-constructor): as const char* does.
   constexpr operator std::string_view() const noexcept { return view(); }
   friend constexpr bool operator==(TextLiteral a, TextLiteral b) noexcept { return a.view() == b.view(); }
 
  private:
   friend class Text;
-  const char* text_;
-  std::uint32_t size_ = 0;
-  detail::LiteralForm form_;
+
+  // The 16 bytes of a Text: where the literal is, and, when it is short enough,
+  // with it inside.
+  detail::LiteralText in_place_{};
+  detail::InlineText inside_{};
 };
 
 class Text {
@@ -193,7 +188,13 @@ class Text {
   Text(const std::string& bytes) : Text(std::string_view(bytes)) {}
   // Throws std::invalid_argument for a null pointer.
   Text(const char* bytes);
-  Text(TextLiteral literal) noexcept { std::memcpy(static_cast<void*>(this), &literal.form_, sizeof(Text)); }
+  Text(TextLiteral literal) noexcept {
+    if (literal.in_place_.size <= detail::kInlineCapacity) {
+      inline_ = literal.inside_;
+    } else {
+      literal_ = literal.in_place_;
+    }
+  }
   // NOLINTEND(google-explicit-constructor)
 
   // A copy of `bytes` with each ill-formed piece replaced by U+FFFD. For texts

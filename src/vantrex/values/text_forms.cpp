@@ -5,35 +5,16 @@
 
 #include "vantrex/values/escapes.h"
 #include "vantrex/values/number_text.h"
-#include "vantrex/values/value_access.h"
+#include "vantrex/values/text_sink.h"
 #include "vantrex/values/walk_stack.h"
 
 namespace vantrex::values {
 
-using detail::Tag;
-using detail::ValueAccess;
+using detail::CountingSink;
 
 namespace {
 
-// Where the writer's text goes. A sink takes plain bytes, integers and the
-// contents of strings that may need escaping.
-class CountingSink {
- public:
-  void put(char /*byte*/) noexcept { ++size_; }
-  void put(std::string_view bytes) noexcept { size_ += bytes.size(); }
-  void put_integer(std::int64_t value) noexcept { size_ += integer_text_size(value); }
-  void put_float(double value) noexcept {
-    NumberBuffer buffer;
-    size_ += float_text(value, buffer).size();
-  }
-  void put_escaped(const Text& text) noexcept { size_ += text.size() + text.escape_gain(); }
-
-  std::size_t size() const noexcept { return size_; }
-
- private:
-  std::size_t size_ = 0;
-};
-
+// Takes the bytes themselves.
 class StringSink {
  public:
   explicit StringSink(std::size_t size) { out_.reserve(size); }
@@ -59,6 +40,8 @@ class StringSink {
     }
     out_ += rest;
   }
+
+  static bool put_measured(const JsonValue& /*container*/) noexcept { return false; }
 
   std::string take() && { return std::move(out_); }
 
@@ -121,7 +104,7 @@ class Writer {
 
   // Writes `value` and gives the sink back.
   Sink write(const JsonValue& value) && {
-    if (!put_scalar(value, sink_)) open(value);
+    if (!detail::put_scalar(value, sink_)) open(value);
     return finish();
   }
   template <typename Container>
@@ -187,9 +170,9 @@ class Writer {
         break;
       }
       level.separate(sink);
-      put_text(field->key, sink);
+      detail::put_text(field->key, sink);
       sink.put(':');
-      if (!put_scalar(field->value, sink)) nested = &field->value;
+      if (!detail::put_scalar(field->value, sink)) nested = &field->value;
     }
     sink_ = std::move(sink);
     return nested;
@@ -204,47 +187,10 @@ class Writer {
       }
       const JsonValue& item = *level.item++;
       level.separate(sink);
-      if (!put_scalar(item, sink)) nested = &item;
+      if (!detail::put_scalar(item, sink)) nested = &item;
     }
     sink_ = std::move(sink);
     return nested;
-  }
-
-  static void put_text(const Text& text, Sink& sink) {
-    sink.put('"');
-    sink.put_escaped(text);
-    sink.put('"');
-  }
-
-  // Writes anything but a list or an object; false for those.
-  [[gnu::always_inline]] static bool put_scalar(const JsonValue& value, Sink& sink) {
-    switch (ValueAccess::tag(value)) {
-      case Tag::list:
-      case Tag::object:
-        return false;
-      case Tag::null:
-        sink.put("null");
-        break;
-      case Tag::boolean:
-        sink.put(*value.boolean() ? std::string_view("true") : std::string_view("false"));
-        break;
-      case Tag::integer:
-        sink.put_integer(ValueAccess::small_integer(value));
-        break;
-      case Tag::big_integer:
-        sink.put(ValueAccess::digits(value));
-        break;
-      case Tag::floating:
-        sink.put_float(*value.floating());
-        break;
-      case Tag::foreign:
-        put_text(value.foreign()->text_form(), sink);
-        break;
-      default:
-        put_text(*value.text(), sink);
-        break;
-    }
-    return true;
   }
 
   Sink sink_;
@@ -254,6 +200,7 @@ class Writer {
 
 template <typename Value>
 std::size_t size_of(const Value& value) {
+  if (const std::size_t measured = detail::measured_size(value)) return measured;
   return Writer<CountingSink, InsertionOrder>(CountingSink()).write(value).size();
 }
 

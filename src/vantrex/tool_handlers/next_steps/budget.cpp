@@ -7,6 +7,7 @@
 #include <string_view>
 #include <utility>
 
+#include "vantrex/values/snapshot.h"
 #include "vantrex/values/text_forms.h"
 #include "vantrex/values/walk_stack.h"
 
@@ -20,28 +21,6 @@ using values::JsonValue;
 using values::Text;
 
 namespace {
-
-// Most keys are told from a hint's by their size and first two letters alone.
-constexpr std::uint32_t initials_bit(std::string_view name) noexcept {
-  const auto first = static_cast<unsigned char>(name[0]);
-  const auto second = static_cast<unsigned char>(name[1]);
-  return std::uint32_t{1} << ((2U * first + second) % 32);
-}
-
-// The bits of the hint keys of each size.
-constexpr auto kInitialsBySize = [] {
-  constexpr auto kLongest = std::max_element(HINT_KEYS.begin(), HINT_KEYS.end(), [](auto a, auto b) {
-                              return a.size() < b.size();
-                            })->size();
-  std::array<std::uint32_t, kLongest + 1> initials{};
-  for (const std::string_view key : HINT_KEYS) initials[key.size()] |= initials_bit(key);
-  return initials;
-}();
-
-bool may_be_hint_key(std::string_view name) noexcept {
-  return name.size() >= 2 && name.size() < kInitialsBySize.size() &&
-         (kInitialsBySize[name.size()] & initials_bit(name)) != 0;
-}
 
 // The fields or items of a container that are still to be looked at.
 struct Level {
@@ -63,6 +42,7 @@ class HintWalk {
   void open(const JsonList& list) { walk_.push({nullptr, nullptr, list.begin(), list.end()}); }
   // Whether there was anything to open.
   [[gnu::always_inline]] bool open(const JsonValue& value) {
+    if (!values::may_hold(value, kHintKeys)) return false;
     if (const JsonObject* object = value.object()) {
       open(*object);
       return true;
@@ -85,7 +65,7 @@ class HintWalk {
   bool look_through(Level& level) {
     while (level.field != level.fields_end) {
       const JsonField& field = *level.field++;
-      if (may_be_hint_key(field.key.view()) && is_hint_key(field.key)) {
+      if (kHintKeys.contains(field.key)) {
         on_hint_(field.value, walk_);
       } else if (open(field.value)) {
         return false;
@@ -104,6 +84,7 @@ class HintWalk {
 template <typename Value>
 std::size_t hint_size(const Value& value) {
   std::size_t bytes = 0;
+  if (!values::may_hold(value, kHintKeys)) return bytes;
   HintWalk walk([&bytes](const JsonValue& hint, const Levels&) { bytes += _encoded_size(hint); });
   walk.open(value);
   walk.finish();
@@ -147,7 +128,7 @@ std::string path_text(const Levels& levels) {
 }  // namespace
 
 bool is_hint_key(const Text& key) noexcept {
-  return std::find(HINT_KEYS.begin(), HINT_KEYS.end(), key.view()) != HINT_KEYS.end();
+  return kHintKeys.contains(key);
 }
 
 std::size_t _encoded_size(const JsonValue& value) {

@@ -18,6 +18,7 @@
 #include <string_view>
 
 #include "vantrex/values/json_value.h"
+#include "vantrex/values/key_set.h"
 
 namespace vantrex::tool_handlers::next_steps {
 
@@ -189,6 +190,7 @@ inline constexpr std::size_t HINT_FLOOR_BYTES = 320;
 // The object fields that are hints, at any depth.
 inline constexpr std::array<std::string_view, 7> HINT_KEYS = {"hint",  "hints", "next_steps", "note",
                                                               "notes", "tip",   "tips"};
+inline constexpr values::KeySet kHintKeys{HINT_KEYS};
 
 // Bytes that attaching the steps adds beside the list itself: ,"next_steps":
 inline constexpr std::size_t _STEPS_KEY_BYTES = std::string_view(R"(,"next_steps":)").size();

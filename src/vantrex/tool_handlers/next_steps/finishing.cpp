@@ -4,6 +4,7 @@
 
 #include "vantrex/tool_handlers/freshness.h"
 #include "vantrex/tool_handlers/next_steps/assembly.h"
+#include "vantrex/tool_handlers/next_steps/catalogue.h"
 #include "vantrex/values/snapshot.h"
 
 namespace vantrex::tool_handlers::next_steps {
@@ -20,7 +21,7 @@ JsonObject without_null_fields(const JsonObject& object) {
 }
 
 JsonObject finish_answer(const JsonObject& response, std::string_view tool_name, FinishOptions options) {
-  JsonObject finished = without_null_fields(response);
+  JsonObject finished = values::measured_snapshot(response, NullFields::drop, kHintKeys);
   add_freshness(finished, std::move(options.freshness));
   _add_next_steps(finished, tool_name, {.action = options.action, .arguments = options.arguments});
   return finished;
