@@ -16,6 +16,7 @@ char* put_rounded(double magnitude, char* out) noexcept {
   constexpr int kPlaces = 6;
   constexpr std::int64_t kScale = 1'000'000;
   if (!(magnitude < 1e9)) return nullptr;
+  // NOLINTNEXTLINE(bugprone-incorrect-roundings): a wrong one does not give `magnitude` back.
   const auto scaled = static_cast<std::int64_t>(magnitude * kScale + 0.5);
   if (static_cast<double>(scaled) / kScale != magnitude) return nullptr;
 

@@ -158,6 +158,7 @@ class SnapshotBuilder {
     constexpr std::uintptr_t kPrefetched = 5 * kCacheLine;
     const auto block = reinterpret_cast<std::uintptr_t>(ValueAccess::block(next));
     for (std::uintptr_t offset = 0; offset < kPrefetched; offset += kCacheLine) {
+      // NOLINTNEXTLINE(performance-no-int-to-ptr): no pointer reaches beyond the block.
       __builtin_prefetch(reinterpret_cast<const void*>(block + offset));
     }
   }
