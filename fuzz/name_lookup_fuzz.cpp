@@ -10,7 +10,7 @@
 #include <string_view>
 #include <vector>
 
-#include "check.h"
+#include "fuzz/support/check.h"
 #include "vantrex/models/repository.h"
 #include "vantrex/workers/name_lookup.h"
 

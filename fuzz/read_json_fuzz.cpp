@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string_view>
 
-#include "check.h"
+#include "fuzz/support/check.h"
 #include "next_steps/json_reader.h"
 #include "vantrex/values/text_forms.h"
 

@@ -6,13 +6,14 @@
 #include <utility>
 #include <vector>
 
-#include "byte_choices.h"
-#include "check.h"
+#include "fuzz/support/byte_choices.h"
+#include "fuzz/support/check.h"
 #include "next_steps/json_reader.h"
+#include "next_steps/pretty_text.h"
 #include "vantrex/values/text_forms.h"
 
 using vantrex::fuzz::check;
-using vantrex::tests::Domain;
+using vantrex::fuzz::Domain;
 using vantrex::values::JsonList;
 using vantrex::values::JsonObject;
 using vantrex::values::JsonValue;
@@ -55,6 +56,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const JsonValue value = json.value(kDepth);
   const JsonValue other = json.value(kDepth);
   check(next_steps_program::read_json(compact_text(value)) == value, "what is written reads back");
+  check(next_steps_program::read_json(next_steps_program::pretty_text(value)) == value, "indented, too");
   check(canonical_text(mirrored(value)) == canonical_text(value), "the order of fields does not matter");
   check((canonical_text(value) == canonical_text(other)) == (ordered(value) == ordered(other)),
         "nothing but the order of fields is left out of account");

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include "next_steps/pretty_text.h"
-#include "support/random_tree.h"
 #include "vantrex/values/text_forms.h"
 
 namespace vantrex::tests {
@@ -73,14 +72,6 @@ TEST(JsonReader, RejectsWithTheFirstWrongPlace) {
       EXPECT_NE(std::string(error.what()).find(row.message), std::string::npos)
           << row.text << " was rejected with: " << error.what();
     }
-  }
-}
-
-TEST(JsonReader, ReadsBackWhatIsWritten) {
-  for (std::uint64_t seed = 0; seed < 3000; ++seed) {
-    const values::JsonValue value = Random(seed, Domain::json).value(4);
-    ASSERT_EQ(read_json(compact_text(value)), value) << "seed " << seed;
-    ASSERT_EQ(read_json(pretty_text(value)), value) << "seed " << seed;
   }
 }
 

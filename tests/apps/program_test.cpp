@@ -38,6 +38,11 @@ TEST(Program, AnswersAndExitStatuses) {
 
       {"next-steps", "", 2, "", usage},
       {"next-steps finish", "{}", 2, "", "--tool is required"},
+      {"next-steps suggest symbol x", "", 2, "", "--index is required"},
+      {"next-steps suggest symbol x --index - -", "", 2, "",
+       "--index: the index and the answer cannot both be standard input"},
+      {"next-steps suggest symbol x --index /dev/null -", "[]", 1, "",
+       "<stdin>:1:1: an answer must be an object, not a list\n"},
       {"next-steps --version", "", 0, "next-steps " NEXT_STEPS_VERSION "\n", ""},
       {"next-steps batch --help | head -1", "", 0, "Finish the answers of a stream of JSON lines\n", ""},
 

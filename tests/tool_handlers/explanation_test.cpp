@@ -6,7 +6,7 @@
 
 #include <gtest/gtest.h>
 
-#include "support/random_tree.h"
+#include "fuzz/support/random_tree.h"
 #include "support/table.h"
 #include "vantrex/tool_handlers/next_steps/budget.h"
 #include "vantrex/tool_handlers/next_steps/explanation_steps.h"
@@ -57,7 +57,7 @@ TEST(ExplainAnswer, TellsOfTheStepsThatTheAnswerGets) {
                                    "share"};
   for (std::uint64_t seed = 0; seed < 10000; ++seed) {
     SCOPED_TRACE(testing::Message() << "seed " << seed);
-    const tests::Request request = tests::Random(seed).request();
+    const fuzz::Request request = fuzz::Random(seed).request();
     const Explanation explained = explain_answer(request.answer, request.tool, request.options());
     check(explained, finish_answer(request.answer, request.tool, request.options()));
     ASSERT_FALSE(HasFailure()) << values::compact_text(request.answer);

@@ -6,9 +6,9 @@
 
 #include <gtest/gtest.h>
 
+#include "fuzz/support/random_tree.h"
 #include "support/allocations.h"
 #include "support/indexes.h"
-#include "support/random_tree.h"
 #include "vantrex/logging/logger.h"
 #include "vantrex/tool_handlers/freshness.h"
 #include "vantrex/tool_handlers/next_steps.h"
@@ -24,9 +24,14 @@ using values::JsonObject;
 
 // Calls of all that takes memory, each with a text of what it gave and of what
 // it was given.
-std::vector<std::pair<std::string, std::function<std::string()>>> calls(const tests::Request& request,
+std::vector<std::pair<std::string, std::function<std::string()>>> calls(const fuzz::Request& request,
                                                                         const models::Repository& index) {
   const auto given = [&request] { return tool_result_text(request.answer); };
+  const auto answered = [](const auto& change) {
+    JsonObject answer;
+    change(answer);
+    return tool_result_text(answer);
+  };
   return {
       {"finish",
        [=, &request] {
@@ -39,27 +44,20 @@ std::vector<std::pair<std::string, std::function<std::string()>>> calls(const te
        }},
       {"canonical text", [&request] { return values::canonical_text(request.answer); }},
       {"freshness",
-       [&index] {
-         JsonObject answer;
-         add_freshness(answer, freshness_block(index));
-         return tool_result_text(answer);
+       [=, &index] {
+         return answered([&](auto& answer) { add_freshness(answer, freshness_block(index)); });
        }},
       {"symbol",
-       [&index] {
-         JsonObject answer;
-         return tool_result_text(suggest_symbols(answer, index, "a.wanted.name.that.is.long.run", "callers"));
+       [=, &index] {
+         return answered([&](auto& a) { suggest_symbols(a, index, "a.wanted.name.that.is.run", "callers"); });
        }},
       {"path",
-       [&index] {
-         JsonObject answer;
-         return tool_result_text(
-             suggest_paths(answer, index, "a/wanted/path/that/is/long/main.py", "imports"));
+       [=, &index] {
+         return answered([&](auto& a) { suggest_paths(a, index, "a/wanted/path/to/main.py", "imports"); });
        }},
       {"miss",
-       [] {
-         JsonObject answer;
-         return tool_result_text(
-             suggest_symbols(answer, models::InMemoryRepository(), "a.long::name", "detail"));
+       [=] {
+         return answered([](auto& a) { suggest_symbols(a, models::InMemoryRepository(), "a.long::b", "c"); });
        }},
       {"lookup", [&index] { return workers::nearest_symbols(index, "pkg.rnu").at(0).fqn; }},
       {"name", [] { return workers::guessed_name("a.a_name_of_more_than_14_bytes"); }},
@@ -70,7 +68,7 @@ TEST(Memory, MayRunOutAtAnyPointOfEveryCall) {
   logging::set_sink([](const logging::Record& /*record*/) {});
   const models::InMemoryRepository index = tests::small_index();
   for (std::uint64_t seed = 0; seed < 30; ++seed) {
-    const tests::Request request = tests::Random(seed).request();
+    const fuzz::Request request = fuzz::Random(seed).request();
     for (const auto& [name, call] : calls(request, index)) {
       if (seed > 0 && name == "freshness") break;  // what follows is the same for each request
       SCOPED_TRACE(testing::Message() << name << ", seed " << seed);

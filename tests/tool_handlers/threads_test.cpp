@@ -6,8 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include "fuzz/support/random_tree.h"
 #include "support/indexes.h"
-#include "support/random_tree.h"
 #include "vantrex/logging/logger.h"
 #include "vantrex/tool_handlers/next_steps.h"
 #include "vantrex/tool_handlers/tool_result.h"
@@ -20,7 +20,7 @@ using values::JsonObject;
 constexpr int kRounds = 300;
 
 // Copies, changes and finishes an answer that other threads use too.
-void finish_shared(const tests::Request& request, const JsonObject& answer, const std::string& expected) {
+void finish_shared(const fuzz::Request& request, const JsonObject& answer, const std::string& expected) {
   for (int round = 0; round < kRounds; ++round) {
     JsonObject copy = answer;
     copy.set("round", round);
@@ -36,7 +36,7 @@ void miss(const models::Repository& index, const std::string& expected) {
 }
 
 TEST(Threads, FinishOneAnswerWhileLookupsFailAndTheLogChanges) {
-  const tests::Request request = tests::Random(1).request();
+  const fuzz::Request request = fuzz::Random(1).request();
   const JsonObject answer = without_null_fields(request.answer);  // shared by its copies
   const std::string expected = tool_result_text(finish_answer(answer, request.tool, request.options()));
   const tests::FailingIndex index([] { throw 7; });

@@ -7,9 +7,9 @@
 
 #include <gtest/gtest.h>
 
+#include "fuzz/support/naive.h"
+#include "fuzz/support/random_tree.h"
 #include "support/allocations.h"
-#include "support/naive.h"
-#include "support/random_tree.h"
 #include "support/table.h"
 #include "vantrex/values/json_value.h"
 #include "vantrex/values/text_forms.h"
@@ -17,8 +17,8 @@
 namespace vantrex::values {
 namespace {
 
-using tests::Random;
-using tests::naive::json_text;
+using fuzz::Random;
+using fuzz::naive::json_text;
 
 TEST(JsonObject, KeepsItsFieldsLikeAListOfPairs) {
   for (std::uint64_t seed = 0; seed < 300; ++seed) {

@@ -10,7 +10,7 @@
 
 #include <gtest/gtest.h>
 
-#include "support/naive.h"
+#include "fuzz/support/naive.h"
 #include "support/table.h"
 #include "vantrex/values/integer.h"
 #include "vantrex/values/number_text.h"
@@ -75,7 +75,7 @@ TEST(FloatText, IsTheShortestThatReadsBack) {
     double value = std::bit_cast<double>(random());
     if (round % 2 == 0)
       value = std::ldexp(static_cast<double>(random() % 100000), static_cast<int>(random() % 64) - 32);
-    ASSERT_EQ(text_of(value), tests::naive::json_text(value));
+    ASSERT_EQ(text_of(value), fuzz::naive::json_text(value));
     if (std::isnan(value)) continue;
     ASSERT_EQ(std::strtod(text_of(value).c_str(), nullptr), value);
   }

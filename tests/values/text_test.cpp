@@ -6,9 +6,9 @@
 
 #include <gtest/gtest.h>
 
+#include "fuzz/support/naive.h"
+#include "fuzz/support/random_tree.h"
 #include "support/allocations.h"
-#include "support/naive.h"
-#include "support/random_tree.h"
 #include "support/table.h"
 #include "vantrex/values/snapshot.h"
 #include "vantrex/values/text_forms.h"
@@ -73,11 +73,11 @@ TEST(Text, ComparesByBytesHoweverItIsHeld) {
       "\uFFFF", "\U00010000"};
   for (const Text& a : texts) {
     for (const Text& b : texts) EXPECT_EQ(a <=> b, &a <=> &b) << a.view() << " " << b.view();
-    EXPECT_EQ(a.size() + a.escape_gain() + 2, tests::naive::json_text(a).size()) << a.view();
+    EXPECT_EQ(a.size() + a.escape_gain() + 2, fuzz::naive::json_text(a).size()) << a.view();
   }
   for (char letter = 1; letter < 127; ++letter) {
     const Text text = std::string("1234567") + letter;
-    EXPECT_EQ(text.size() + text.escape_gain() + 2, tests::naive::json_text(text).size()) << text.view();
+    EXPECT_EQ(text.size() + text.escape_gain() + 2, fuzz::naive::json_text(text).size()) << text.view();
   }
   EXPECT_EQ(texts[2], Text("literal\nof more than 14"));
   EXPECT_EQ(Text(TextLiteral("short")), Text(std::string("short")));
@@ -85,17 +85,17 @@ TEST(Text, ComparesByBytesHoweverItIsHeld) {
 
 TEST(TextForms, EqualTheNaiveWriting) {
   for (std::uint64_t seed = 0; seed < 5000; ++seed) {
-    const JsonValue value = tests::Random(seed).value(6);
-    const std::string text = tests::naive::json_text(value);
+    const JsonValue value = fuzz::Random(seed).value(6);
+    const std::string text = fuzz::naive::json_text(value);
     ASSERT_EQ(compact_text(value), text) << "seed " << seed;
     const std::size_t allocations = tests::allocations().taken;
     const std::size_t size = compact_size(value);
     ASSERT_EQ(tests::allocations().taken, allocations) << "measuring took memory";
     ASSERT_EQ(size, text.size()) << text;
-    ASSERT_EQ(canonical_text(value), tests::naive::json_text(value, true)) << text;
+    ASSERT_EQ(canonical_text(value), fuzz::naive::json_text(value, true)) << text;
     const JsonValue copy = snapshot(value, NullFields::keep);
     ASSERT_EQ(copy, value) << text;
-    ASSERT_EQ(tests::naive::json_text(copy), text);
+    ASSERT_EQ(fuzz::naive::json_text(copy), text);
   }
   const JsonValue value = tests::parse(R"({"b":[{"z":1,"":2}],"a":{},"é":0,"B":1,"𝄞":3,"\uffff":4,"a\n":5})");
   EXPECT_EQ(canonical_text(value),

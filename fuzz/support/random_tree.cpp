@@ -1,11 +1,11 @@
-#include "support/random_tree.h"
+#include "fuzz/support/random_tree.h"
 
 #include <limits>
 #include <string_view>
 
 #include "vantrex/values/integer.h"
 
-namespace vantrex::tests {
+namespace vantrex::fuzz {
 
 using values::ForeignValue;
 using values::Integer;
@@ -163,4 +163,4 @@ Request Random::request() {
   return request;
 }
 
-}  // namespace vantrex::tests
+}  // namespace vantrex::fuzz

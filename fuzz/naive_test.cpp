@@ -1,15 +1,17 @@
+#include "fuzz/support/naive.h"
+
 #include <set>
 #include <string>
 
 #include <gtest/gtest.h>
 
-#include "support/naive.h"
-#include "support/random_tree.h"
+#include "fuzz/support/random_tree.h"
 #include "vantrex/tool_handlers/next_steps.h"
+#include "vantrex/tool_handlers/next_steps/budget.h"
 #include "vantrex/tool_handlers/next_steps/signals.h"
 #include "vantrex/values/text_forms.h"
 
-namespace vantrex::tests {
+namespace vantrex::fuzz {
 namespace {
 
 namespace next_steps = tool_handlers::next_steps;
@@ -37,6 +39,8 @@ TEST(FinishAnswer, EqualsTheNaiveReading) {
         << "seed " << seed << ", " << request.tool << ":" << request.action.value_or("(none)") << " "
         << before;
     ASSERT_EQ(finished, expected.answer) << "seed " << seed;
+    ASSERT_EQ(values::compact_size(finished), naive::json_text(expected.answer).size()) << "seed " << seed;
+    ASSERT_EQ(next_steps::_hint_size(finished), next_steps::_hint_size(expected.answer)) << "seed " << seed;
     ASSERT_EQ(naive::json_text(request.answer), before) << "seed " << seed;
     for (const std::string& rule : expected.reached) missing.erase(rule);
   }
@@ -54,4 +58,4 @@ TEST(FinishAnswer, EqualsTheNaiveReadingOfAThousandOwnSteps) {
 }
 
 }  // namespace
-}  // namespace vantrex::tests
+}  // namespace vantrex::fuzz

@@ -5,9 +5,9 @@
 #include <utility>
 #include <vector>
 
-#include "support/naive.h"
+#include "fuzz/support/naive.h"
 
-namespace vantrex::tests::naive {
+namespace vantrex::fuzz::naive {
 
 using values::JsonValue;
 using values::Kind;
@@ -91,4 +91,4 @@ std::string json_text(const JsonValue& value, bool sorted) {
   return "{" + out + "}";
 }
 
-}  // namespace vantrex::tests::naive
+}  // namespace vantrex::fuzz::naive

@@ -1,4 +1,4 @@
-#include "support/naive.h"
+#include "fuzz/support/naive.h"
 
 #include <algorithm>
 #include <map>
@@ -7,7 +7,7 @@
 #include "vantrex/models/symbol.h"
 #include "vantrex/values/integer.h"
 
-namespace vantrex::tests::naive {
+namespace vantrex::fuzz::naive {
 
 using values::Integer;
 using values::JsonList;
@@ -277,4 +277,4 @@ Finished finish(const Request& request) {
   return finished;
 }
 
-}  // namespace vantrex::tests::naive
+}  // namespace vantrex::fuzz::naive

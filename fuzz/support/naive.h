@@ -8,10 +8,10 @@
 #include <set>
 #include <string>
 
-#include "support/random_tree.h"
+#include "fuzz/support/random_tree.h"
 #include "vantrex/values/json_value.h"
 
-namespace vantrex::tests::naive {
+namespace vantrex::fuzz::naive {
 
 // The JSON text of `value`; with `sorted`, the fields of every object by key.
 std::string json_text(const values::JsonValue& value, bool sorted = false);
@@ -26,4 +26,4 @@ struct Finished {
 // The finished answer to `request`. Recurses as deep as the answer is.
 Finished finish(const Request& request);
 
-}  // namespace vantrex::tests::naive
+}  // namespace vantrex::fuzz::naive

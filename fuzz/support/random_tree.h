@@ -13,7 +13,7 @@
 #include "vantrex/tool_handlers/next_steps/finishing.h"
 #include "vantrex/values/json_value.h"
 
-namespace vantrex::tests {
+namespace vantrex::fuzz {
 
 // What finish_answer is called with.
 struct Request {
@@ -72,4 +72,4 @@ class Random {
   Domain domain_;
 };
 
-}  // namespace vantrex::tests
+}  // namespace vantrex::fuzz

@@ -4,14 +4,14 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "support/random_tree.h"
+#include "fuzz/support/random_tree.h"
 
 namespace vantrex::fuzz {
 
 // The choices that `data` makes: two bytes each, and 0 when they are used up,
 // so that every input ends. `data` must outlive the result.
-inline tests::Random byte_choices(const std::uint8_t* data, std::size_t size, tests::Domain domain) {
-  return tests::Random(
+inline Random byte_choices(const std::uint8_t* data, std::size_t size, fuzz::Domain domain) {
+  return Random(
       [data, size, next = std::size_t{0}]() mutable -> std::uint64_t {
         if (size - next < 2) return 0;
         const std::uint64_t choice = data[next] + 256U * data[next + 1];
