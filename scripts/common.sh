@@ -4,7 +4,7 @@ set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
 build_packages=(g++ cmake ninja-build nlohmann-json3-dev libcli11-dev)
-test_packages=("${build_packages[@]}" libgtest-dev clang-format universal-ctags)
+test_packages=("${build_packages[@]}" libgtest-dev clang-format universal-ctags pkg-config)
 ci_packages=("${test_packages[@]}" clang clang-tidy libclang-rt-14-dev)
 
 say() {
@@ -29,9 +29,19 @@ quietly() {
   }
 }
 
+# Runs apt-get with the arguments, as root.
+as_root_apt() {
+  local as_root=()
+  if [ "$(id -u)" -ne 0 ]; then
+    command -v sudo >/dev/null || fail "no sudo to run apt-get $*"
+    as_root=(sudo)
+  fi
+  quietly "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -qq "$@"
+}
+
 # Installs those of the named Debian packages that are missing.
 need() {
-  local missing=() package as_root=()
+  local missing=() package
   if ! command -v apt-get >/dev/null; then
     say "No apt-get here: taking it that these are installed: $*"
     return
@@ -40,14 +50,9 @@ need() {
     is_installed "$package" || missing+=("$package")
   done
   [ ${#missing[@]} -eq 0 ] && return
-  if [ "$(id -u)" -ne 0 ]; then
-    command -v sudo >/dev/null || fail "missing packages, and no sudo to install them: ${missing[*]}"
-    as_root=(sudo)
-  fi
   say "Installing: ${missing[*]}"
-  as_root+=(env DEBIAN_FRONTEND=noninteractive apt-get -qq)
-  quietly "${as_root[@]}" update || fail "the list of packages could not be fetched"
-  quietly "${as_root[@]}" install -y --no-install-recommends "${missing[@]}" ||
+  as_root_apt update || fail "the list of packages could not be fetched"
+  as_root_apt install -y --no-install-recommends "${missing[@]}" ||
     fail "these packages could not be installed: ${missing[*]}"
 }
 

@@ -18,12 +18,14 @@
 #include <functional>
 #include <string_view>
 
+#include "vantrex/export.h"
+
 namespace vantrex::logging {
 
 enum class Level : std::uint8_t { debug, info, warning, error };
 
 // "WARNING" and so on.
-std::string_view level_name(Level level) noexcept;
+NEXT_STEPS_API std::string_view level_name(Level level) noexcept;
 
 // One thing that is said to the log.
 struct Record {
@@ -38,13 +40,13 @@ using Sink = std::function<void(const Record& record)>;
 // Sends all further records to `sink`; an empty one restores the default. A
 // record that is being written meanwhile may still go to the former sink.
 // Throws std::bad_alloc, and then the sink stays as it was.
-void set_sink(Sink sink);
+NEXT_STEPS_API void set_sink(Sink sink);
 
 // The default sink: the record on one line of standard error, then one line
 // for the error and for each of its nested causes. Throws std::bad_alloc.
-void write_to_standard_error(const Record& record);
+NEXT_STEPS_API void write_to_standard_error(const Record& record);
 
-class Logger {
+class NEXT_STEPS_API Logger {
  public:
   // `name` must outlive the logger; a literal does.
   constexpr explicit Logger(std::string_view name) noexcept : name_(name) {}

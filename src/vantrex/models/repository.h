@@ -15,6 +15,7 @@
 #include <utility>
 #include <vector>
 
+#include "vantrex/export.h"
 #include "vantrex/models/symbol.h"
 
 namespace vantrex::models {
@@ -25,7 +26,7 @@ namespace vantrex::models {
 using SymbolVisitor = std::function<void(const SymbolView& symbol)>;
 using PathVisitor = std::function<void(std::string_view path)>;
 
-class Repository {
+class NEXT_STEPS_API Repository {
  public:
   virtual ~Repository() = default;
 
@@ -48,7 +49,7 @@ class Repository {
 };
 
 // An index that is filled by hand and visited in the order of filling.
-class InMemoryRepository final : public Repository {
+class NEXT_STEPS_API InMemoryRepository final : public Repository {
  public:
   InMemoryRepository() = default;
   InMemoryRepository(std::string indexed_revision, std::string present_revision)

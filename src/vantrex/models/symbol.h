@@ -10,6 +10,8 @@
 #include <string>
 #include <string_view>
 
+#include "vantrex/export.h"
+
 namespace vantrex::models {
 
 // What an index knows of one symbol, borrowed from it for the length of a call.
@@ -39,6 +41,7 @@ struct Symbol {
 // a document (a heading, a key) and for whatever lies in a document or a data
 // file, told by the end of its path. ASCII case does not matter; an unknown
 // kind or path speaks against nothing.
-bool is_code_symbol(std::optional<std::string_view> kind, std::optional<std::string_view> path) noexcept;
+NEXT_STEPS_API bool is_code_symbol(std::optional<std::string_view> kind,
+                                   std::optional<std::string_view> path) noexcept;
 
 }  // namespace vantrex::models

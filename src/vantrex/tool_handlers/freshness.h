@@ -4,6 +4,7 @@
 // Pure functions without state: any number of threads may call them.
 #pragma once
 
+#include "vantrex/export.h"
 #include "vantrex/models/repository.h"
 #include "vantrex/values/json_value.h"
 
@@ -12,10 +13,10 @@ namespace vantrex::tool_handlers {
 // The freshness block of `repository`: null while the index is current, else an
 // object that says so and names the revision that was indexed and the one the
 // tree has now. Throws what the repository throws, and std::bad_alloc.
-values::JsonValue freshness_block(const models::Repository& repository);
+NEXT_STEPS_API values::JsonValue freshness_block(const models::Repository& repository);
 
 // Sets the field "freshness" of `answer` to `block`; does nothing for null.
 // Throws std::bad_alloc.
-void add_freshness(values::JsonObject& answer, values::JsonValue block);
+NEXT_STEPS_API void add_freshness(values::JsonObject& answer, values::JsonValue block);
 
 }  // namespace vantrex::tool_handlers

@@ -16,6 +16,7 @@
 #include <string>
 #include <string_view>
 
+#include "vantrex/export.h"
 #include "vantrex/values/text.h"
 
 namespace vantrex::values {
@@ -26,7 +27,7 @@ concept CountingInteger =
     std::integral<T> && !std::same_as<T, bool> && !std::same_as<T, char> && !std::same_as<T, wchar_t> &&
     !std::same_as<T, char8_t> && !std::same_as<T, char16_t> && !std::same_as<T, char32_t>;
 
-class Integer {
+class NEXT_STEPS_API Integer {
  public:
   Integer() noexcept = default;
 
@@ -57,7 +58,7 @@ class Integer {
   std::string digits() const;
 
   friend bool operator==(const Integer& a, const Integer& b) noexcept { return (a <=> b) == 0; }
-  friend std::strong_ordering operator<=>(const Integer& a, const Integer& b) noexcept;
+  friend NEXT_STEPS_API std::strong_ordering operator<=>(const Integer& a, const Integer& b) noexcept;
 
  private:
   friend struct detail::ValueAccess;

@@ -36,6 +36,7 @@
 #include <utility>
 #include <vector>
 
+#include "vantrex/export.h"
 #include "vantrex/values/container_block.h"
 #include "vantrex/values/foreign.h"
 #include "vantrex/values/integer.h"
@@ -79,7 +80,7 @@ concept StringKeyedMap = requires {
 
 // An ordered list of values. Pointers, references and iterators into it are
 // invalidated by everything that is not const.
-class JsonList {
+class NEXT_STEPS_API JsonList {
  public:
   JsonList() noexcept = default;
 
@@ -122,7 +123,7 @@ class JsonList {
   // Makes room for `capacity` items in all.
   void reserve(std::size_t capacity);
 
-  friend bool operator==(const JsonList& a, const JsonList& b);
+  friend NEXT_STEPS_API bool operator==(const JsonList& a, const JsonList& b);
 
  private:
   friend struct detail::ValueAccess;
@@ -137,7 +138,7 @@ class JsonList {
 // String-keyed fields in the order in which they were added. Pointers,
 // references and iterators into it are invalidated by everything that is not
 // const.
-class JsonObject {
+class NEXT_STEPS_API JsonObject {
  public:
   struct FieldInit;
 
@@ -198,7 +199,7 @@ class JsonObject {
   void reserve(std::size_t capacity);
 
   // Objects are equal when they hold equal fields in the same order.
-  friend bool operator==(const JsonObject& a, const JsonObject& b);
+  friend NEXT_STEPS_API bool operator==(const JsonObject& a, const JsonObject& b);
 
  private:
   friend struct detail::ValueAccess;
@@ -211,7 +212,7 @@ class JsonObject {
   detail::ContainerBlock* block_ = nullptr;  // null for an object that never held a field
 };
 
-class JsonValue {
+class NEXT_STEPS_API JsonValue {
  public:
   // NOLINTBEGIN(google-explicit-constructor): what has a JSON form is a value.
   JsonValue() noexcept : JsonValue(nullptr) {}
@@ -312,7 +313,7 @@ class JsonValue {
   // and hold the same: objects the same fields in the same order, floats the
   // same number as it is written (a NaN equals every NaN, and -0.0 is not 0.0),
   // foreign values the very same object.
-  friend bool operator==(const JsonValue& a, const JsonValue& b);
+  friend NEXT_STEPS_API bool operator==(const JsonValue& a, const JsonValue& b);
 
  private:
   friend struct detail::ValueAccess;

@@ -26,6 +26,7 @@
 #include <string_view>
 #include <utility>
 
+#include "vantrex/export.h"
 #include "vantrex/values/escapes.h"
 
 namespace vantrex::values {
@@ -38,7 +39,7 @@ struct ValueAccess;
 }
 
 // Thrown when bytes that are no well-formed UTF-8 are made a text.
-class InvalidUtf8 : public std::invalid_argument {
+class NEXT_STEPS_API InvalidUtf8 : public std::invalid_argument {
  public:
   explicit InvalidUtf8(std::size_t byte_offset);
 
@@ -97,8 +98,8 @@ struct TextBlock {
   char* characters() noexcept { return reinterpret_cast<char*>(this + 1); }
 };
 
-void retain(TextBlock* block) noexcept;
-void release(TextBlock* block) noexcept;
+NEXT_STEPS_API void retain(TextBlock* block) noexcept;
+NEXT_STEPS_API void release(TextBlock* block) noexcept;
 
 // A text that lies inside the object.
 struct InlineText {
@@ -176,7 +177,7 @@ class TextLiteral {
   detail::InlineText inside_{};
 };
 
-class Text {
+class NEXT_STEPS_API Text {
  public:
   // The empty text.
   constexpr Text() noexcept : inline_{detail::Tag::inline_text, 0, {}} {}

@@ -17,20 +17,21 @@
 #include <cstddef>
 #include <string>
 
+#include "vantrex/export.h"
 #include "vantrex/values/json_value.h"
 
 namespace vantrex::values {
 
 // The compact form: fields in the order of the object.
-std::string compact_text(const JsonValue& value);
-std::string compact_text(const JsonObject& object);
+NEXT_STEPS_API std::string compact_text(const JsonValue& value);
+NEXT_STEPS_API std::string compact_text(const JsonObject& object);
 
 // The canonical form: fields in the order of their keys' bytes.
-std::string canonical_text(const JsonValue& value);
+NEXT_STEPS_API std::string canonical_text(const JsonValue& value);
 
 // The bytes of the compact form (and as many has the canonical one).
-std::size_t compact_size(const JsonValue& value);
-std::size_t compact_size(const JsonList& list);
-std::size_t compact_size(const JsonObject& object);
+NEXT_STEPS_API std::size_t compact_size(const JsonValue& value);
+NEXT_STEPS_API std::size_t compact_size(const JsonList& list);
+NEXT_STEPS_API std::size_t compact_size(const JsonObject& object);
 
 }  // namespace vantrex::values

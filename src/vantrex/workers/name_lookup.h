@@ -18,6 +18,7 @@
 #include <string_view>
 #include <vector>
 
+#include "vantrex/export.h"
 #include "vantrex/models/repository.h"
 #include "vantrex/models/symbol.h"
 #include "vantrex/values/json_value.h"
@@ -25,7 +26,7 @@
 namespace vantrex::workers {
 
 // A symbol of the index that may be the one that was meant.
-struct SymbolCandidate : models::Symbol {
+struct NEXT_STEPS_API SymbolCandidate : models::Symbol {
   // {"fqn", "name", "kind", "file", "line"}, without what the index does not
   // know. Ill-formed bytes are replaced by U+FFFD. Throws std::bad_alloc.
   values::JsonObject to_dict() const;
@@ -33,13 +34,15 @@ struct SymbolCandidate : models::Symbol {
 
 // The symbols nearest to `wanted`, a name or an fqn. Symbols without an fqn are
 // passed over. Throws std::bad_alloc and whatever visiting `repository` throws.
-std::vector<SymbolCandidate> nearest_symbols(const models::Repository& repository, std::string_view wanted);
+NEXT_STEPS_API std::vector<SymbolCandidate> nearest_symbols(const models::Repository& repository,
+                                                            std::string_view wanted);
 
 // The paths nearest to `wanted`. Throws like nearest_symbols.
-std::vector<std::string> nearest_paths(const models::Repository& repository, std::string_view wanted);
+NEXT_STEPS_API std::vector<std::string> nearest_paths(const models::Repository& repository,
+                                                      std::string_view wanted);
 
 // The name to search for when nothing is near: the last part of `wanted`,
 // without arguments; empty when there is none. Throws std::bad_alloc.
-std::string guessed_name(std::string_view wanted);
+NEXT_STEPS_API std::string guessed_name(std::string_view wanted);
 
 }  // namespace vantrex::workers

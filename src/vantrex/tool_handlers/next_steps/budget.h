@@ -15,8 +15,12 @@
 
 #include "vantrex/tool_handlers/next_steps/catalogue.h"
 #include "vantrex/values/json_value.h"
+#include "vantrex/values/key_set.h"
 
 namespace vantrex::tool_handlers::next_steps {
+
+// HINT_KEYS, to be looked for in whole answers.
+inline constexpr values::KeySet kHintKeys{HINT_KEYS};
 
 // The bytes of `value`.
 std::size_t _encoded_size(const values::JsonValue& value);

@@ -17,14 +17,15 @@
 #include <span>
 #include <string_view>
 
+#include "vantrex/export.h"
 #include "vantrex/values/json_value.h"
-#include "vantrex/values/key_set.h"
 
 namespace vantrex::tool_handlers::next_steps {
 
 // A new step: the object {"tool": tool, "args": args, "reason": reason}. `args`
 // goes in as it is. Throws only std::bad_alloc.
-values::JsonObject step(values::LossyText tool, values::LossyText reason, values::JsonObject args = {});
+NEXT_STEPS_API values::JsonObject step(values::LossyText tool, values::LossyText reason,
+                                       values::JsonObject args = {});
 
 // The kind of argument that a hint takes from the answer.
 enum class Takes : std::uint8_t { fqn, path, query, component, changed_files };
@@ -190,7 +191,6 @@ inline constexpr std::size_t HINT_FLOOR_BYTES = 320;
 // The object fields that are hints, at any depth.
 inline constexpr std::array<std::string_view, 7> HINT_KEYS = {"hint",  "hints", "next_steps", "note",
                                                               "notes", "tip",   "tips"};
-inline constexpr values::KeySet kHintKeys{HINT_KEYS};
 
 // Bytes that attaching the steps adds beside the list itself: ,"next_steps":
 inline constexpr std::size_t _STEPS_KEY_BYTES = std::string_view(R"(,"next_steps":)").size();

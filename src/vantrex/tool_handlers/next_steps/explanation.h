@@ -20,6 +20,7 @@
 #include <string_view>
 #include <vector>
 
+#include "vantrex/export.h"
 #include "vantrex/tool_handlers/next_steps/catalogue.h"
 #include "vantrex/tool_handlers/next_steps/finishing.h"
 #include "vantrex/values/json_value.h"
@@ -44,7 +45,7 @@ enum class Verdict : std::uint8_t {
 };
 
 // A step that the answer could have got.
-struct CandidateStep {
+struct NEXT_STEPS_API CandidateStep {
   values::JsonValue step;
   Source source;
   std::string_view row;  // the key of the table's row; empty for the tool's own
@@ -67,7 +68,7 @@ struct AbsentHint {
   std::string why;  // "no hits", "no files and no base branch"
 };
 
-struct Explanation {
+struct NEXT_STEPS_API Explanation {
   // Of the answer with its freshness block, before it got steps.
   std::size_t bytes = 0;
   std::size_t hint_bytes = 0;
@@ -94,7 +95,7 @@ struct Explanation {
 
 // Explains the steps that finish_answer gives for the same arguments: they are
 // the kept candidates. Throws std::bad_alloc.
-Explanation explain_answer(const values::JsonObject& response, std::string_view tool_name,
-                           FinishOptions options = {});
+NEXT_STEPS_API Explanation explain_answer(const values::JsonObject& response, std::string_view tool_name,
+                                          FinishOptions options = {});
 
 }  // namespace vantrex::tool_handlers::next_steps

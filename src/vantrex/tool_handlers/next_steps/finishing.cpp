@@ -4,6 +4,7 @@
 
 #include "vantrex/tool_handlers/freshness.h"
 #include "vantrex/tool_handlers/next_steps/assembly.h"
+#include "vantrex/tool_handlers/next_steps/budget.h"
 #include "vantrex/tool_handlers/next_steps/catalogue.h"
 #include "vantrex/values/snapshot.h"
 

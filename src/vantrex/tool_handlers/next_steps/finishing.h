@@ -7,6 +7,7 @@
 
 #include <string_view>
 
+#include "vantrex/export.h"
 #include "vantrex/tool_handlers/next_steps/optional_text.h"
 #include "vantrex/values/json_value.h"
 
@@ -15,8 +16,8 @@ namespace vantrex::tool_handlers::next_steps {
 // A copy of `value` without the object fields whose value is null, at any
 // depth. Null items of lists stay, and so do objects that become empty. Throws
 // only std::bad_alloc.
-values::JsonValue without_null_fields(const values::JsonValue& value);
-values::JsonObject without_null_fields(const values::JsonObject& object);
+NEXT_STEPS_API values::JsonValue without_null_fields(const values::JsonValue& value);
+NEXT_STEPS_API values::JsonObject without_null_fields(const values::JsonObject& object);
 
 // What finish_answer is told beside the answer and the tool, by name:
 // finish_answer(answer, "symbol", {.action = "callers", .arguments = &request}).
@@ -32,7 +33,7 @@ struct FinishOptions {
 // The finished answer to a request: `response` without its null fields, with
 // the freshness block, and with "next_steps" as its last field when there is a
 // step to take. `tool_name` is the tool that answered. Throws std::bad_alloc.
-values::JsonObject finish_answer(const values::JsonObject& response, std::string_view tool_name,
-                                 FinishOptions options = {});
+NEXT_STEPS_API values::JsonObject finish_answer(const values::JsonObject& response,
+                                                std::string_view tool_name, FinishOptions options = {});
 
 }  // namespace vantrex::tool_handlers::next_steps

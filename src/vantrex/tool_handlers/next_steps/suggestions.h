@@ -14,6 +14,7 @@
 
 #include <string_view>
 
+#include "vantrex/export.h"
 #include "vantrex/models/repository.h"
 #include "vantrex/values/json_value.h"
 
@@ -24,11 +25,13 @@ namespace vantrex::tool_handlers::next_steps {
 // as "callers". Sets "found", "did_you_mean" (objects, best first) and
 // "next_steps", each in its place when `response` holds it already, and returns
 // `response`. Throws std::bad_alloc.
-values::JsonObject& suggest_symbols(values::JsonObject& response, const models::Repository& repository,
-                                    std::string_view wanted, std::string_view action);
+NEXT_STEPS_API values::JsonObject& suggest_symbols(values::JsonObject& response,
+                                                   const models::Repository& repository,
+                                                   std::string_view wanted, std::string_view action);
 
 // The same for a file request and a path; "did_you_mean" holds strings.
-values::JsonObject& suggest_paths(values::JsonObject& response, const models::Repository& repository,
-                                  std::string_view wanted, std::string_view action);
+NEXT_STEPS_API values::JsonObject& suggest_paths(values::JsonObject& response,
+                                                 const models::Repository& repository,
+                                                 std::string_view wanted, std::string_view action);
 
 }  // namespace vantrex::tool_handlers::next_steps

@@ -1,0 +1,26 @@
+# Installs the library as a CMake package and for pkg-config, and the program.
+include(CMakePackageConfigHelpers)
+include(GNUInstallDirs)
+
+set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/next_steps)
+install(TARGETS next_steps EXPORT next_steps
+  ARCHIVE COMPONENT dev
+  LIBRARY COMPONENT dev
+  FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT dev)
+install(EXPORT next_steps NAMESPACE vantrex:: FILE next_steps-targets.cmake DESTINATION ${package_dir} COMPONENT dev)
+
+configure_package_config_file(cmake/next_steps-config.cmake.in next_steps-config.cmake
+  INSTALL_DESTINATION ${package_dir} NO_SET_AND_CHECK_MACRO)
+write_basic_package_version_file(next_steps-config-version.cmake COMPATIBILITY SameMajorVersion)
+install(FILES ${PROJECT_BINARY_DIR}/next_steps-config.cmake ${PROJECT_BINARY_DIR}/next_steps-config-version.cmake
+  DESTINATION ${package_dir} COMPONENT dev)
+
+# Found from the file's own place, so that the whole may be moved.
+set(pkgconfig_dir ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+file(RELATIVE_PATH prefix_from_pkgconfig /prefix/${pkgconfig_dir} /prefix)
+configure_file(cmake/next_steps.pc.in next_steps.pc @ONLY)
+install(FILES ${PROJECT_BINARY_DIR}/next_steps.pc DESTINATION ${pkgconfig_dir} COMPONENT dev)
+
+if(TARGET next-steps)
+  install(TARGETS next-steps RUNTIME COMPONENT program)
+endif()

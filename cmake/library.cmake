@@ -1,0 +1,58 @@
+# What authors of tool handlers include; only these headers are installed.
+set(next_steps_public_headers
+  vantrex/adapters/nlohmann_json.h
+  vantrex/adapters/nlohmann_json_inl.h
+  vantrex/export.h
+  vantrex/logging/logger.h
+  vantrex/models/repository.h
+  vantrex/models/symbol.h
+  vantrex/tool_handlers/freshness.h
+  vantrex/tool_handlers/next_steps.h
+  vantrex/tool_handlers/next_steps/catalogue.h
+  vantrex/tool_handlers/next_steps/explanation.h
+  vantrex/tool_handlers/next_steps/finishing.h
+  vantrex/tool_handlers/next_steps/optional_text.h
+  vantrex/tool_handlers/next_steps/suggestions.h
+  vantrex/tool_handlers/tool_result.h
+  vantrex/values/container_block.h
+  vantrex/values/escapes.h
+  vantrex/values/foreign.h
+  vantrex/values/integer.h
+  vantrex/values/json_value.h
+  vantrex/values/json_value_inl.h
+  vantrex/values/text.h
+  vantrex/values/text_forms.h
+  vantrex/workers/name_lookup.h)
+list(TRANSFORM next_steps_public_headers PREPEND ${PROJECT_SOURCE_DIR}/src/)
+
+# Sources are globbed: a file belongs to the target of its folder, and
+# CONFIGURE_DEPENDS has every build look for new ones.
+file(GLOB_RECURSE library_sources CONFIGURE_DEPENDS src/vantrex/*.cpp)
+file(GLOB_RECURSE internal_headers CONFIGURE_DEPENDS src/vantrex/*.h)
+list(REMOVE_ITEM internal_headers ${next_steps_public_headers})
+find_package(Threads REQUIRED)
+
+# Makes `target` the library; a `kind` may be given as add_library takes it.
+function(next_steps_library target)
+  add_library(${target} ${ARGN} ${library_sources})
+  target_compile_features(${target} PUBLIC cxx_std_20)
+  target_sources(${target} PUBLIC FILE_SET HEADERS BASE_DIRS src FILES ${next_steps_public_headers})
+  target_link_libraries(${target} PUBLIC Threads::Threads)
+  next_steps_warnings(${target})
+endfunction()
+
+next_steps_library(next_steps)
+add_library(vantrex::next_steps ALIAS next_steps)
+set_target_properties(next_steps PROPERTIES
+  VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR}
+  CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON)
+
+# The library with what a shared one hides, for the program and the tests.
+add_library(next_steps_internals INTERFACE)
+target_sources(next_steps_internals INTERFACE FILE_SET HEADERS BASE_DIRS src FILES ${internal_headers})
+if(BUILD_SHARED_LIBS)
+  next_steps_library(next_steps_static STATIC EXCLUDE_FROM_ALL)
+  target_link_libraries(next_steps_internals INTERFACE next_steps_static)
+else()
+  target_link_libraries(next_steps_internals INTERFACE next_steps)
+endif()
