@@ -1,3 +1,5 @@
+#include <iterator>
+#include <regex>
 #include <string>
 #include <vector>
 
@@ -8,25 +10,45 @@
 namespace vantrex::tests {
 namespace {
 
-// The contents of the blocks of `language` in the README.
-std::vector<std::string> blocks(const std::string& language) {
-  const std::string readme = read_file(NEXT_STEPS_ROOT "/README.md");
+// The contents of the blocks of `language` in a document.
+std::vector<std::string> blocks(const std::string& document, const std::string& language) {
+  const std::string text = read_file(NEXT_STEPS_ROOT "/" + document);
   const std::string opening = "```" + language + "\n";
   std::vector<std::string> found;
-  for (std::size_t at = readme.find(opening); at != std::string::npos; at = readme.find(opening, at)) {
+  for (std::size_t at = text.find(opening); at != std::string::npos; at = text.find(opening, at)) {
     at += opening.size();
-    found.push_back(readme.substr(at, readme.find("```", at) - at));
+    found.push_back(text.substr(at, text.find("```", at) - at));
   }
   return found;
 }
 
-TEST(Readme, ShowsTheExampleAndWhatItPrints) {
-  EXPECT_EQ(blocks("cpp"), std::vector{read_file(NEXT_STEPS_ROOT "/examples/finish_an_answer.cpp")});
-  EXPECT_EQ(blocks("json"), std::vector{run(NEXT_STEPS_EXAMPLE).out});
+// What a document shows of an example: what stands between each two marks
+// "// [name]", or all of it when there are none.
+std::vector<std::string> shown(const std::string& example) {
+  static const std::regex mark(R"(// \[\w+\]\n)");
+  std::sregex_token_iterator part(example.begin(), example.end(), mark, -1);
+  const std::sregex_token_iterator end;
+  if (std::next(part) == end) return {example};
+  std::vector<std::string> parts;
+  for (; part != end && ++part != end; ++part) parts.push_back(*part);
+  return parts;
+}
+
+TEST(Documents, ShowTheirExamplesAndWhatTheyPrint) {
+  struct Row {
+    std::string document, example, output;  // the language of the blocks of output
+  };
+  for (const Row& row : {Row{"README.md", "finish_an_answer", "json"}, {"docs/guide.md", "guide", "text"}}) {
+    const std::string source = read_file(NEXT_STEPS_ROOT "/examples/" + row.example + ".cpp");
+    EXPECT_EQ(blocks(row.document, "cpp"), shown(source));
+    std::string printed;
+    for (const std::string& block : blocks(row.document, row.output)) printed += block;
+    EXPECT_EQ(printed, run(NEXT_STEPS_EXAMPLES "/" + row.example).out);
+  }
 }
 
 TEST(Readme, ShowsWhatTheCommandsPrint) {
-  const std::vector<std::string> sessions = blocks("console");
+  const std::vector<std::string> sessions = blocks("README.md", "console");
   ASSERT_FALSE(sessions.empty());
   for (const std::string& session : sessions) {
     std::string printed;

@@ -1,0 +1,145 @@
+// The C++ of docs/guide.md, which shows what stands between two marks of a
+// name, in this order, and what the program prints.
+#include <iostream>
+#include <mutex>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "vantrex/adapters/nlohmann_json.h"
+#include "vantrex/logging/logger.h"
+#include "vantrex/models/repository.h"
+#include "vantrex/tool_handlers/freshness.h"
+#include "vantrex/tool_handlers/next_steps.h"
+#include "vantrex/tool_handlers/next_steps/explanation.h"
+#include "vantrex/tool_handlers/tool_result.h"
+
+namespace logging = vantrex::logging;
+namespace models = vantrex::models;
+namespace tool_handlers = vantrex::tool_handlers;
+namespace next_steps = vantrex::tool_handlers::next_steps;
+using vantrex::values::ForeignValue, vantrex::values::InvalidUtf8, vantrex::values::JsonList;
+using vantrex::values::JsonObject, vantrex::values::Text;
+
+namespace {
+
+// [finishing]
+JsonObject callers(const JsonObject& request, const models::Repository& index) {
+  const JsonObject caller{{"fqn", "pkg.cli.main"}, {"file", "pkg/cli.py"}, {"doc", nullptr}};
+  const JsonObject answer{{"fqn", request["fqn"]}, {"callers", JsonList::of(caller)}, {"total_count", 12}};
+  return next_steps::finish_answer(
+      answer, "symbol",
+      {.action = "callers", .arguments = &request, .freshness = tool_handlers::freshness_block(index)});
+}
+// [finishing]
+
+// [own]
+JsonObject explore(std::string_view query) {
+  JsonObject answer{{"query", Text::lossy(query)}, {"route", JsonList::of("pkg.cli.main", "pkg.mod.parse")}};
+  const JsonObject detail{{"action", "detail"}, {"fqn", "pkg.mod.parse"}};
+  answer.set("next_steps", JsonList::of(next_steps::step("symbol", "Where the route ends", detail)));
+  return next_steps::finish_answer(answer, "explore");
+}
+// [own]
+
+// [misses]
+JsonObject not_found(const JsonObject& request, const models::Repository& index) {
+  JsonObject answer;
+  next_steps::suggest_symbols(answer, index, request["fqn"].string().value_or(""), "detail");
+  return next_steps::finish_answer(answer, "symbol", {.action = "detail", .arguments = &request});
+}
+// [misses]
+
+// [index]
+class OwnIndex final : public models::Repository {
+ public:
+  void visit_symbols(const models::SymbolVisitor& visit) const override {
+    if (is_locked) throw std::runtime_error("the index is locked");
+    visit({.fqn = "pkg.mod.parse", .name = "parse", .kind = "function", .file = "pkg/mod.py", .line = 7});
+  }
+  void visit_paths(const models::PathVisitor& visit) const override { visit("pkg/mod.py"); }
+  std::string indexed_revision() const override { return "4f1c2d9"; }
+  std::string present_revision() const override { return "8a0be31"; }
+  bool is_locked = false;
+};
+// [index]
+
+// [budget]
+JsonList verdicts(const JsonObject& answer) {
+  const auto explained = next_steps::explain_answer(answer, "symbol", {.action = "detail"});
+  JsonList lines;
+  for (const next_steps::CandidateStep& each : explained.candidates) lines.push_back(each.why());
+  return lines;
+}
+// [budget]
+
+// [values]
+JsonObject row(const std::vector<std::string>& tags, const std::optional<int>& line) {
+  return {{"tags", tags}, {"line", line}, {"size", tags.size()}};
+}
+
+std::string first_tag(const JsonObject& row) {
+  const JsonList* tags = row["tags"].list();
+  return std::string(tags == nullptr || tags->empty() ? "" : (*tags)[0].string().value_or(""));
+}
+// [values]
+
+// [foreign]
+struct Revision {
+  int number;
+};
+
+JsonObject status(Revision revision) {
+  return {{"revision", ForeignValue::of(revision, "r" + std::to_string(revision.number))}};
+}
+// [foreign]
+
+// [nlohmann]
+nlohmann::ordered_json search(const nlohmann::ordered_json& answer, const nlohmann::ordered_json& request) {
+  return vantrex::adapters::finish_answer(answer, "search", {.action = "symbols", .arguments = &request});
+}
+// [nlohmann]
+
+// [logging]
+void log_to(std::ostream& out) {
+  logging::set_sink([&out](const logging::Record& record) {
+    static std::mutex one_at_a_time;
+    const std::scoped_lock lock(one_at_a_time);
+    out << record.logger << ": " << record.message << '\n';
+  });
+}
+// [logging]
+
+// [thrown]
+JsonObject named(const std::string& name) {
+  try {
+    return {{"name", name}};
+  } catch (const InvalidUtf8& error) {
+    return {{"name", Text::lossy(name)}, {"bad_byte", error.byte_offset()}};
+  }
+}
+// [thrown]
+
+}  // namespace
+
+int main() {
+  const auto print = [](const JsonObject& answer) {
+    std::cout << tool_handlers::tool_result_text(answer) << '\n';
+  };
+  OwnIndex index;
+  print(callers({{"fqn", "pkg.mod.parse"}}, index));
+  print(explore("how is a file read?"));
+  print(not_found({{"fqn", "pkg.parser"}}, index));
+  print({{"why",
+          verdicts({{"fqn", "pkg.mod.parse"}, {"file", "pkg/mod.py"}, {"note", std::string(150, '.')}})}});
+  print({{"row", row({"io", "text"}, std::nullopt)}, {"first tag", first_tag(row({"io"}, 7))}});
+  const JsonObject answer = status({42});
+  print({{"answer", answer}, {"carried", answer["revision"].foreign()->as<Revision>()->number}});
+  std::cout << search({{"results", nlohmann::ordered_json::array()}}, {{"query", "parse"}}) << '\n';
+  log_to(std::cout);
+  index.is_locked = true;
+  print(not_found({{"fqn", "pkg.parser"}}, index));
+  print(named("caf\xE9"));
+}
