@@ -22,6 +22,7 @@
 
 namespace vantrex::logging {
 
+// How grave a record is, from the least on.
 enum class Level : std::uint8_t { debug, info, warning, error };
 
 // "WARNING" and so on.
@@ -35,6 +36,7 @@ struct Record {
   std::exception_ptr error;  // what led to it, with its nested causes; may be null
 };
 
+// What records are sent to. It may be called on several threads at once.
 using Sink = std::function<void(const Record& record)>;
 
 // Sends all further records to `sink`; an empty one restores the default. A
@@ -46,11 +48,13 @@ NEXT_STEPS_API void set_sink(Sink sink);
 // for the error and for each of its nested causes. Throws std::bad_alloc.
 NEXT_STEPS_API void write_to_standard_error(const Record& record);
 
+// What speaks to the log, under a name of its own. Immutable.
 class NEXT_STEPS_API Logger {
  public:
   // `name` must outlive the logger; a literal does.
   constexpr explicit Logger(std::string_view name) noexcept : name_(name) {}
 
+  // The name that the logger was made with.
   constexpr std::string_view name() const noexcept { return name_; }
 
   // Sends a warning to the sink. Whatever the sink throws ends here.

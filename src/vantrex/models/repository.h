@@ -26,6 +26,7 @@ namespace vantrex::models {
 using SymbolVisitor = std::function<void(const SymbolView& symbol)>;
 using PathVisitor = std::function<void(std::string_view path)>;
 
+// The handle of an index, to be derived from by whoever has one.
 class NEXT_STEPS_API Repository {
  public:
   virtual ~Repository() = default;
@@ -41,6 +42,7 @@ class NEXT_STEPS_API Repository {
   virtual std::string present_revision() const = 0;
 
  protected:
+  // A handle is copied and moved as a part of what is derived from it.
   Repository() = default;
   Repository(const Repository&) = default;
   Repository(Repository&&) = default;
@@ -51,10 +53,12 @@ class NEXT_STEPS_API Repository {
 // An index that is filled by hand and visited in the order of filling.
 class NEXT_STEPS_API InMemoryRepository final : public Repository {
  public:
+  // An empty index; it is current unless two revisions say otherwise.
   InMemoryRepository() = default;
   InMemoryRepository(std::string indexed_revision, std::string present_revision)
       : indexed_revision_(std::move(indexed_revision)), present_revision_(std::move(present_revision)) {}
 
+  // Adds what later visits show, repeats included. Throws std::bad_alloc.
   void add_symbol(Symbol symbol) { symbols_.push_back(std::move(symbol)); }
   void add_path(std::string path) { paths_.push_back(std::move(path)); }
 

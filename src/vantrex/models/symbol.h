@@ -23,17 +23,20 @@ struct SymbolView {
   std::string_view file = {};  // "pkg/mod.py"
   std::size_t line = 0;        // from 1
 
+  // Field by field, in the order above.
   friend auto operator<=>(const SymbolView&, const SymbolView&) = default;
 };
 
 // The same, to keep.
 struct Symbol {
+  // As those of SymbolView.
   std::string fqn = {};
   std::string name = {};
   std::string kind = {};
   std::string file = {};
   std::size_t line = 0;
 
+  // Borrows the texts: it is valid until this object changes.
   SymbolView view() const noexcept { return {fqn, name, kind, file, line}; }
 };
 

@@ -20,6 +20,7 @@
 
 namespace vantrex::values {
 
+// A handle of one shared object and its text form; never without one.
 class ForeignValue {
  public:
   // Carries `object`. `text_form` is what every text of the answer shows for
@@ -38,9 +39,11 @@ class ForeignValue {
   template <typename T>
   const T* as() const&& = delete;
 
+  // What is written for it, valid as long as any copy.
   const Text& text_form() const& noexcept { return box_->text_form; }
   const Text& text_form() const&& = delete;
 
+  // Copies share the object and never fail.
   ForeignValue(const ForeignValue& other) noexcept : box_(other.box_) { retain(box_); }
   ForeignValue& operator=(const ForeignValue& other) noexcept {
     ForeignValue copy(other);

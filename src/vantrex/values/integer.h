@@ -27,8 +27,10 @@ concept CountingInteger =
     std::integral<T> && !std::same_as<T, bool> && !std::same_as<T, char> && !std::same_as<T, wchar_t> &&
     !std::same_as<T, char8_t> && !std::same_as<T, char16_t> && !std::same_as<T, char32_t>;
 
+// A whole number: 0 unless made of another.
 class NEXT_STEPS_API Integer {
  public:
+  // The number 0.
   Integer() noexcept = default;
 
   // Never fails for a type of up to 64 signed bits; a larger unsigned value may
@@ -57,6 +59,7 @@ class NEXT_STEPS_API Integer {
   // The decimal digits, with a leading "-" when negative.
   std::string digits() const;
 
+  // By their numbers, however they are held.
   friend bool operator==(const Integer& a, const Integer& b) noexcept { return (a <=> b) == 0; }
   friend NEXT_STEPS_API std::strong_ordering operator<=>(const Integer& a, const Integer& b) noexcept;
 

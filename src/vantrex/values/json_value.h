@@ -49,6 +49,7 @@ class JsonObject;
 class JsonValue;
 struct JsonField;
 
+// The kinds of a value. An integer is one of any size, a float is a double.
 enum class Kind : std::uint8_t { null, boolean, integer, floating, string, list, object, foreign };
 
 namespace detail {
@@ -94,6 +95,7 @@ class NEXT_STEPS_API JsonList {
   template <typename... Items>
   static JsonList of(Items&&... items);
 
+  // A copy takes one pass and few allocations. What is moved from is empty.
   JsonList(const JsonList& other);
   JsonList(JsonList&& other) noexcept : block_(std::exchange(other.block_, nullptr)) {}
   JsonList& operator=(JsonList other) noexcept {
@@ -104,9 +106,11 @@ class NEXT_STEPS_API JsonList {
     if (block_ != nullptr) dispose();
   }
 
+  // The number of items, and whether it is 0.
   std::size_t size() const noexcept { return block_ == nullptr ? 0 : block_->size; }
   bool empty() const noexcept { return size() == 0; }
 
+  // The items: for (const JsonValue& item : list).
   const JsonValue* begin() const noexcept;
   const JsonValue* end() const noexcept;
 
@@ -123,6 +127,7 @@ class NEXT_STEPS_API JsonList {
   // Makes room for `capacity` items in all.
   void reserve(std::size_t capacity);
 
+  // Lists are equal when they hold equal items in the same order.
   friend NEXT_STEPS_API bool operator==(const JsonList& a, const JsonList& b);
 
  private:
@@ -152,6 +157,7 @@ class NEXT_STEPS_API JsonObject {
   template <detail::StringKeyedMap Map>
   explicit JsonObject(const Map& map);
 
+  // A copy takes one pass and few allocations. What is moved from is empty.
   JsonObject(const JsonObject& other);
   JsonObject(JsonObject&& other) noexcept : block_(std::exchange(other.block_, nullptr)) {}
   JsonObject& operator=(JsonObject other) noexcept {
@@ -162,6 +168,7 @@ class NEXT_STEPS_API JsonObject {
     if (block_ != nullptr) dispose();
   }
 
+  // The number of fields, and whether it is 0.
   std::size_t size() const noexcept { return block_ == nullptr ? 0 : block_->size; }
   bool empty() const noexcept { return size() == 0; }
 
@@ -180,6 +187,7 @@ class NEXT_STEPS_API JsonObject {
   const JsonValue& operator[](std::string_view key) const& noexcept;
   const JsonValue& operator[](std::string_view key) const&& = delete;
 
+  // Whether there is a field `key`, be its value null or not.
   bool contains(std::string_view key) const noexcept { return position_of(key) != size(); }
 
   // Replaces the value of the field `key` in its place, or adds the field after
@@ -212,23 +220,29 @@ class NEXT_STEPS_API JsonObject {
   detail::ContainerBlock* block_ = nullptr;  // null for an object that never held a field
 };
 
+// One value of any kind.
 class NEXT_STEPS_API JsonValue {
  public:
   // NOLINTBEGIN(google-explicit-constructor): what has a JSON form is a value.
+  // Null.
   JsonValue() noexcept : JsonValue(nullptr) {}
   JsonValue(std::nullptr_t) noexcept : plain_{detail::Tag::null, {}} {}
 
+  // A boolean, of nothing but a bool.
   template <std::same_as<bool> Boolean>
   JsonValue(Boolean value) noexcept : plain_{detail::Tag::boolean, {.boolean = value}} {}
 
+  // An integer. Of a type of up to 64 signed bits it never fails.
   template <CountingInteger Number>
   JsonValue(Number value) : JsonValue(Integer(value)) {}
   JsonValue(Integer value) noexcept;
 
+  // A float, rounded to a double.
   template <std::floating_point Number>
   JsonValue(Number value) noexcept
       : plain_{detail::Tag::floating, {.floating = static_cast<double>(value)}} {}
 
+  // A string. Of bytes it throws InvalidUtf8 when they are no well-formed UTF-8.
   JsonValue(Text text) noexcept : text_(std::move(text)) {}
   JsonValue(TextLiteral text) noexcept : text_(text) {}
   JsonValue(std::string_view text) : text_(text) {}
@@ -236,10 +250,13 @@ class NEXT_STEPS_API JsonValue {
   // A null pointer is no text: it throws std::invalid_argument.
   JsonValue(const char* text) : text_(text) {}
 
+  // A list, an object or a foreign value, taken over as it is.
   JsonValue(JsonList list) noexcept : plain_{detail::Tag::list, {.list = std::move(list)}} {}
   JsonValue(JsonObject object) noexcept : plain_{detail::Tag::object, {.object = std::move(object)}} {}
   JsonValue(const ForeignValue& value) noexcept : plain_{detail::Tag::foreign, {.foreign = value}} {}
 
+  // The value of an optional, or null; the list of a sequence or a tuple; the
+  // object of a string-keyed map. Throws as making what they hold does.
   template <typename T>
   requires std::is_constructible_v<JsonValue, const T&> JsonValue(const std::optional<T>& value)
       : JsonValue() {
@@ -258,6 +275,8 @@ class NEXT_STEPS_API JsonValue {
   requires(!std::same_as<std::remove_cv_t<T>, char>) JsonValue(T* pointer)
   = delete;
 
+  // Copies as its list or object does, else without allocation. What is moved from
+  // is null.
   JsonValue(const JsonValue& other) : JsonValue() { copy_from(other); }
   JsonValue(JsonValue&& other) noexcept {
     std::memcpy(static_cast<void*>(this), static_cast<const void*>(&other), sizeof(JsonValue));
@@ -271,8 +290,10 @@ class NEXT_STEPS_API JsonValue {
     if (detail::owns_block(tag())) dispose();
   }
 
+  // Exchanges the two values.
   void swap(JsonValue& other) noexcept;
 
+  // The kind of the value, and whether it is null.
   Kind kind() const noexcept;
   bool is_null() const noexcept { return tag() == detail::Tag::null; }
 
@@ -280,12 +301,12 @@ class NEXT_STEPS_API JsonValue {
   // an empty object.
   bool is_empty() const noexcept;
 
-  // Each accessor gives the value when it is of that kind, else nothing. What
-  // points into the value is valid until the value changes.
+  // Each accessor gives the value when it is of that kind, else nothing. A boolean
+  // qualifies as an integer, too: true is 1, false is 0. What points into the value
+  // is valid until the value changes.
   std::optional<bool> boolean() const noexcept {
     return tag() == detail::Tag::boolean ? std::optional(plain_.as.boolean) : std::nullopt;
   }
-  // A boolean qualifies as an integer: true is 1, false is 0.
   std::optional<Integer> integer() const noexcept;
   std::optional<double> floating() const noexcept {
     return tag() == detail::Tag::floating ? std::optional(plain_.as.floating) : std::nullopt;
@@ -352,14 +373,14 @@ static_assert(sizeof(JsonValue) == 16);
 
 // One field of an object.
 struct JsonField {
-  Text key;
-  JsonValue value;
+  Text key;         // unique in its object
+  JsonValue value;  // any, null included
 };
 
 // A field to build an object from; the object takes the value out of it.
 struct JsonObject::FieldInit {
-  Text key;
-  mutable JsonValue value;
+  Text key;                 // of the field
+  mutable JsonValue value;  // moved out by the object
 };
 
 }  // namespace vantrex::values

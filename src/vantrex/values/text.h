@@ -41,6 +41,7 @@ struct ValueAccess;
 // Thrown when bytes that are no well-formed UTF-8 are made a text.
 class NEXT_STEPS_API InvalidUtf8 : public std::invalid_argument {
  public:
+  // `byte_offset` as below.
   explicit InvalidUtf8(std::size_t byte_offset);
 
   // Offset, in bytes from 0, of the first byte that belongs to no well-formed
@@ -147,6 +148,8 @@ class ShortKey {
 // costs nothing to make a Text of it.
 class TextLiteral {
  public:
+  // Refers to `text`, which ends with a NUL. Any other text than described above
+  // does not compile.
   // NOLINTNEXTLINE(google-explicit-constructor): a literal is a text.
   consteval TextLiteral(const char* text) {
     std::size_t gain = 0;
@@ -163,9 +166,11 @@ class TextLiteral {
     std::copy_n(text, size, inside_.characters);
   }
 
+  // The characters of the literal.
   constexpr std::string_view view() const noexcept { return {in_place_.text, in_place_.size}; }
   // NOLINTNEXTLINE(google-explicit-constructor): as const char* does.
   constexpr operator std::string_view() const noexcept { return view(); }
+  // Literals are equal when their characters are.
   friend constexpr bool operator==(TextLiteral a, TextLiteral b) noexcept { return a.view() == b.view(); }
 
  private:
@@ -177,6 +182,7 @@ class TextLiteral {
   detail::InlineText inside_{};
 };
 
+// A text of any length, immutable but for assignment.
 class NEXT_STEPS_API Text {
  public:
   // The empty text.
@@ -202,6 +208,7 @@ class NEXT_STEPS_API Text {
   // from outside that must not fail: it throws only std::bad_alloc.
   static Text lossy(std::string_view bytes);
 
+  // Copies share a long text and never fail; what is moved from is empty.
   Text(const Text& other) noexcept : Text(other, NoCount{}) {
     if (tag() == detail::Tag::shared_text) detail::retain(shared_.block);
   }
@@ -214,6 +221,7 @@ class NEXT_STEPS_API Text {
     if (tag() == detail::Tag::shared_text) detail::release(shared_.block);
   }
 
+  // Exchanges the two texts.
   void swap(Text& other) noexcept;
 
   // The bytes, valid until this object is assigned to or destroyed.
@@ -224,10 +232,12 @@ class NEXT_STEPS_API Text {
   }
   std::string_view view() const&& = delete;
 
+  // The number of bytes.
   std::size_t size() const noexcept {
     if (tag() >= detail::Tag::inline_text) return inline_size();
     return tag() == detail::Tag::literal_text ? literal_.size : shared_.block->size;
   }
+  // Whether there is no byte.
   bool empty() const noexcept { return size() == 0; }
 
   // Bytes that the text gains when it is escaped inside a JSON string.
@@ -290,6 +300,7 @@ static_assert(sizeof(Text) == 16);
 // does it, so that only std::bad_alloc can be thrown.
 class LossyText {
  public:
+  // The text of what a caller has at hand.
   // NOLINTBEGIN(google-explicit-constructor): stands for what it is made of.
   LossyText(Text text) noexcept : text_(std::move(text)) {}
   LossyText(TextLiteral literal) noexcept : text_(literal) {}
@@ -299,6 +310,7 @@ class LossyText {
   LossyText(const char* bytes) : text_(Text::lossy(bytes == nullptr ? std::string_view() : bytes)) {}
   // NOLINTEND(google-explicit-constructor)
 
+  // Hands the text over.
   Text take() && noexcept { return std::move(text_); }
 
  private:

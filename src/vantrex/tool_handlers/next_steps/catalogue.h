@@ -50,6 +50,7 @@ constexpr values::TextLiteral text(Takes takes) {
 // One usual follow-up. Immutable; its texts are literals and so never dangle.
 class Hint {
  public:
+  // The parts are those below. A tool without actions and arguments takes two.
   consteval Hint(values::TextLiteral tool_name, values::TextLiteral why) : tool(tool_name), reason(why) {}
   consteval Hint(values::TextLiteral tool_name, values::TextLiteral why, values::TextLiteral tool_action)
       : tool(tool_name), reason(why), action(tool_action) {}
@@ -67,9 +68,11 @@ class Hint {
   // to give gets no such step.
   const std::optional<Takes> takes;
 
+  // Hints are equal when all their parts are.
   friend constexpr bool operator==(const Hint&, const Hint&) = default;
 };
 
+// The hints that several rows share.
 inline constexpr Hint _DETAIL{"symbol", "Details of the best hit", "detail", Takes::fqn};
 inline constexpr Hint _CALLERS{"symbol", "Who calls the best hit", "callers", Takes::fqn};
 inline constexpr Hint _REFERENCES{"symbol", "Every use of it", "references", Takes::fqn};
@@ -120,14 +123,18 @@ constexpr bool has_unique_keys(const Table& table) noexcept {
 // a colon, and the hints of its answers in order.
 class FollowUps {
  public:
+  // Most hints that a row has.
   static constexpr std::size_t kMostHints = 3;
 
+  // At most kMostHints hints, none of them null. The row refers to what it is given.
   consteval FollowUps(std::string_view row_key, std::initializer_list<const Hint*> hints)
       : key(row_key), count_(hints.size()) {
     std::copy(hints.begin(), hints.end(), hints_.begin());
   }
 
-  const std::string_view key;
+  const std::string_view key;  // "symbol" or "symbol:callers"
+
+  // The hints in the order in which they become steps; none is null.
   constexpr std::span<const Hint* const> hints() const noexcept { return {hints_.data(), count_}; }
 
  private:
@@ -138,10 +145,13 @@ class FollowUps {
 // The usual follow-ups. Iterated in the order of the rows.
 class Catalogue {
  public:
+  // The number of rows.
   static constexpr std::size_t kRows = 20;
 
+  // Of the rows, whose keys are unique.
   consteval explicit Catalogue(const std::array<FollowUps, kRows>& rows) : rows_(rows) {}
 
+  // The rows, each a FollowUps.
   constexpr auto begin() const noexcept { return rows_.begin(); }
   constexpr auto end() const noexcept { return rows_.end(); }
 
@@ -155,6 +165,7 @@ class Catalogue {
   std::array<FollowUps, kRows> rows_;
 };
 
+// The catalogue that answers get their usual steps from.
 inline constexpr Catalogue NEXT_STEPS{{{
     {"status", {&detail::kComponents}},
     {"search", {&_DETAIL, &_CALLERS}},

@@ -46,11 +46,11 @@ enum class Verdict : std::uint8_t {
 
 // A step that the answer could have got.
 struct NEXT_STEPS_API CandidateStep {
-  values::JsonValue step;
-  Source source;
-  std::string_view row;  // the key of the table's row; empty for the tool's own
-  std::size_t bytes;     // of the step
-  Verdict verdict;
+  values::JsonValue step;    // {"tool", "args", "reason"}, or whatever the tool itself gave
+  Source source;             // where it came from
+  std::string_view row;      // the key of the table's row; empty for the tool's own
+  std::size_t bytes;         // of the step
+  Verdict verdict;           // what became of it
   std::size_t repeated = 0;  // for a repeat: the position of the step it repeats, from 0
   // By how many bytes the hints up to this step and with it are over the room,
   // 0 or less when they fit. For a step that the budget never saw it is 0.
@@ -64,10 +64,11 @@ struct NEXT_STEPS_API CandidateStep {
 
 // A hint of the catalogue's row of which no step could be made.
 struct AbsentHint {
-  const Hint* hint;
-  std::string why;  // "no hits", "no files and no base branch"
+  const Hint* hint;  // in a constant table, never null
+  std::string why;   // "no hits", "no files and no base branch"
 };
 
+// Everything that decided on the steps of one answer.
 struct NEXT_STEPS_API Explanation {
   // Of the answer with its freshness block, before it got steps.
   std::size_t bytes = 0;

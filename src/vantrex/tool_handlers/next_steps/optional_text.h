@@ -12,9 +12,12 @@
 
 namespace vantrex::tool_handlers::next_steps {
 
+// A borrowed text, or its absence.
 class OptionalText {
  public:
+  // Absent.
   constexpr OptionalText() noexcept = default;
+  // Absent for null and for an empty optional, else the text itself, "" included.
   // NOLINTBEGIN(google-explicit-constructor): a text or its absence.
   constexpr OptionalText(std::nullptr_t) noexcept {}
   constexpr OptionalText(std::nullopt_t /*absent*/) noexcept {}
@@ -28,6 +31,7 @@ class OptionalText {
   }
   constexpr OptionalText(std::optional<std::string_view> text) noexcept : text_(text) {}
 
+  // The text as a view, valid as long as what it was made of.
   constexpr operator std::optional<std::string_view>() const noexcept { return text_; }
   // NOLINTEND(google-explicit-constructor)
 
