@@ -1,29 +1,7 @@
 # What authors of tool handlers include; only these headers are installed.
-set(next_steps_public_headers
-  vantrex/adapters/nlohmann_json.h
-  vantrex/adapters/nlohmann_json_inl.h
-  vantrex/export.h
-  vantrex/logging/logger.h
-  vantrex/models/repository.h
-  vantrex/models/symbol.h
-  vantrex/tool_handlers/freshness.h
-  vantrex/tool_handlers/next_steps.h
-  vantrex/tool_handlers/next_steps/catalogue.h
-  vantrex/tool_handlers/next_steps/explanation.h
-  vantrex/tool_handlers/next_steps/finishing.h
-  vantrex/tool_handlers/next_steps/optional_text.h
-  vantrex/tool_handlers/next_steps/suggestions.h
-  vantrex/tool_handlers/tool_result.h
-  vantrex/values/container_block.h
-  vantrex/values/escapes.h
-  vantrex/values/foreign.h
-  vantrex/values/integer.h
-  vantrex/values/json_value.h
-  vantrex/values/json_value_inl.h
-  vantrex/values/text.h
-  vantrex/values/text_forms.h
-  vantrex/workers/name_lookup.h)
-list(TRANSFORM next_steps_public_headers PREPEND ${PROJECT_SOURCE_DIR}/src/)
+set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS cmake/public_headers.txt)
+file(STRINGS cmake/public_headers.txt next_steps_public_headers)
+list(TRANSFORM next_steps_public_headers PREPEND ${PROJECT_SOURCE_DIR}/)
 
 # Sources are globbed: a file belongs to the target of its folder, and
 # CONFIGURE_DEPENDS has every build look for new ones.
