@@ -2,6 +2,7 @@
 # build gets the library alone.
 option(NEXT_STEPS_BUILD_APPS "Build the command-line program" ${PROJECT_IS_TOP_LEVEL})
 option(NEXT_STEPS_BUILD_TESTS "Build the tests" ${PROJECT_IS_TOP_LEVEL})
+option(NEXT_STEPS_INSTALL "Install the library, and the program when it is built" ${PROJECT_IS_TOP_LEVEL})
 option(NEXT_STEPS_BUILD_BENCH "Build the benchmarks" OFF)
 option(NEXT_STEPS_BUILD_FUZZ "Build the tests' fuzz targets as fuzzers, too; needs clang" OFF)
 option(NEXT_STEPS_WARNINGS_AS_ERRORS "Treat warnings as errors" OFF)
