@@ -23,7 +23,7 @@ configure_file(cmake/debian/changelog.in changelog)
 execute_process(COMMAND gzip -9nf ${PROJECT_BINARY_DIR}/changelog COMMAND_ERROR_IS_FATAL ANY)
 foreach(component DEV PROGRAM)
   string(TOLOWER ${component} of_component)
-  install(FILES cmake/debian/copyright ${PROJECT_BINARY_DIR}/changelog.gz COMPONENT ${of_component}
+  install(FILES cmake/debian/copyright ${PROJECT_BINARY_DIR}/changelog.gz COMPONENT ${of_component} EXCLUDE_FROM_ALL
     DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/${CPACK_DEBIAN_${component}_PACKAGE_NAME})
 endforeach()
 
