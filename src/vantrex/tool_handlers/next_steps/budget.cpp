@@ -18,7 +18,6 @@ using values::JsonField;
 using values::JsonList;
 using values::JsonObject;
 using values::JsonValue;
-using values::Text;
 
 namespace {
 
@@ -40,18 +39,15 @@ class HintWalk {
 
   void open(const JsonObject& object) { walk_.push({object.begin(), object.end(), nullptr, nullptr}); }
   void open(const JsonList& list) { walk_.push({nullptr, nullptr, list.begin(), list.end()}); }
-  // Whether there was anything to open.
+  // Whether there was anything to open; only a list or an object may hold hints.
   [[gnu::always_inline]] bool open(const JsonValue& value) {
     if (!values::may_hold(value, kHintKeys)) return false;
     if (const JsonObject* object = value.object()) {
       open(*object);
       return true;
     }
-    if (const JsonList* list = value.list()) {
-      open(*list);
-      return true;
-    }
-    return false;
+    open(*value.list());
+    return true;
   }
 
   void finish() {
@@ -126,10 +122,6 @@ std::string path_text(const Levels& levels) {
 }
 
 }  // namespace
-
-bool is_hint_key(const Text& key) noexcept {
-  return kHintKeys.contains(key);
-}
 
 std::size_t _encoded_size(const JsonValue& value) {
   return compact_size(value);

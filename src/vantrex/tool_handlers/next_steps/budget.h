@@ -38,9 +38,6 @@ using HintVisitor = std::function<void(const std::string& path, const values::Js
 // what `visit` throws.
 void visit_hints(const values::JsonObject& object, const HintVisitor& visit);
 
-// Whether a field of this name is a hint.
-bool is_hint_key(const values::Text& key) noexcept;
-
 // The bytes that the hints of an answer of `answer_bytes` may take.
 constexpr double hint_room(std::size_t answer_bytes) noexcept {
   return std::max(HINT_SHARE * static_cast<double>(answer_bytes), static_cast<double>(HINT_FLOOR_BYTES));
