@@ -22,8 +22,12 @@ std::string Random::text() {
   return text;
 }
 
+std::string Random::long_text() {
+  return std::string(4095 + below(3), 'x');
+}
+
 std::string Random::name() {
-  if (chance(20)) return text();
+  if (chance(20)) return chance(3) ? long_text() : text();
   return pick({"note", "tip", "tips", "hint", "hints", "notes", "next_steps", "Note", "a", "b", "path", "fqn",
                "name", "kind", "tool", "args", "reason", "line"});
 }
@@ -75,7 +79,7 @@ JsonValue Random::value(std::size_t depth) {
     case 3:
       return number();
     case 4:
-      if (chance(3)) return std::string(4095 + below(3), 'x');  // where copies begin to share a text
+      if (chance(3)) return long_text();
       return chance(20) ? "" : name();
     case 5:
       return text();

@@ -56,6 +56,8 @@ class Random {
   Request request();
 
  private:
+  // Of about the size from which on copies share a text.
+  std::string long_text();
   std::string name();
   std::string path();
   values::JsonValue number();
