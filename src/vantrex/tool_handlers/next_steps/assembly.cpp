@@ -13,7 +13,6 @@
 namespace vantrex::tool_handlers::next_steps {
 
 using values::canonical_text;
-using values::compact_size;
 using values::JsonList;
 using values::JsonObject;
 using values::JsonValue;
@@ -36,30 +35,45 @@ const JsonValue& required(const JsonObject& step, std::string_view field, std::s
 
 // The call that a step makes.
 struct Call {
-  const JsonValue& tool;
-  const JsonValue& args;
+  const JsonValue* tool = nullptr;
+  const JsonValue* args = nullptr;
 
   // Equal for two calls exactly when they are the same.
-  std::string key() const { return canonical_text(tool) + ',' + canonical_text(args); }
+  std::string key() const { return canonical_text(*tool) + ',' + canonical_text(*args); }
 };
 
 Call call_of(const JsonList& steps, std::size_t position) {
   const JsonObject* step = steps[position].object();
   if (step == nullptr) throw MalformedStep(position, "");
-  return {required(*step, "tool", position), required(*step, "args", position)};
+  return {&required(*step, "tool", position), &required(*step, "args", position)};
 }
 
-// Whether no two of the calls can be the same, since their arguments differ in
-// the size of their text.
-bool all_differ_in_size(const JsonList& steps) {
+bool are_other_texts(const JsonValue& a, const JsonValue& b) noexcept {
+  return a.text() != nullptr && b.text() != nullptr && *a.text() != *b.text();
+}
+
+// Whether the calls name other tools, or other texts for the same argument.
+bool differ_in_text(const Call& a, const Call& b) noexcept {
+  if (are_other_texts(*a.tool, *b.tool)) return true;
+  const JsonObject* given = a.args->object();
+  const JsonObject* others = b.args->object();
+  return given != nullptr && others != nullptr &&
+         std::any_of(given->begin(), given->end(), [&](const auto& field) {
+           return are_other_texts(field.value, (*others)[field.key.view()]);
+         });
+}
+
+// Whether a look at their texts tells every two of a few calls apart.
+bool all_differ_in_text(const JsonList& steps) {
   constexpr std::size_t kFew = 2 * MAX_STEPS;
   if (steps.size() > kFew) return false;
-  std::array<std::size_t, kFew> sizes;
-  auto* end = sizes.begin();
+  std::array<Call, kFew> calls;
+  auto* end = calls.begin();
   for (std::size_t position = 0; position < steps.size(); ++position) {
-    const std::size_t size = compact_size(call_of(steps, position).args);
-    if (std::find(sizes.begin(), end, size) != end) return false;
-    *end++ = size;
+    const Call call = call_of(steps, position);
+    if (!std::all_of(calls.begin(), end, [&](const Call& other) { return differ_in_text(call, other); }))
+      return false;
+    *end++ = call;
   }
   return true;
 }
@@ -78,7 +92,7 @@ MalformedStep::MalformedStep(std::size_t position, std::string_view field)
     : std::invalid_argument(malformed(position, field)) {}
 
 JsonList _deduplicated(JsonList steps) {
-  if (all_differ_in_size(steps)) return steps;
+  if (all_differ_in_text(steps)) return steps;
   std::unordered_set<std::string> seen;
   JsonList kept;
   for (std::size_t position = 0; position < steps.size(); ++position) {

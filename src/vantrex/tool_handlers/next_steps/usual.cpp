@@ -61,9 +61,8 @@ const JsonValue* taken_from_hits(const JsonObject& response, Takes takes) {
 }  // namespace
 
 std::optional<Integer> _hit_count(const JsonObject& response) {
-  for (const std::string_view name : {"total_count", "total"}) {
-    if (auto count = response[name].integer()) return count;
-  }
+  if (auto count = response["total_count"].integer()) return count;
+  if (auto count = response["total"].integer()) return count;
   const HitLists lists = hit_lists(response);
   const auto* first =
       std::find_if(lists.begin(), lists.end(), [](const JsonList* list) { return list != nullptr; });
