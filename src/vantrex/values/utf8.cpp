@@ -1,5 +1,6 @@
 #include "vantrex/values/utf8.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <cstring>
 
@@ -24,6 +25,19 @@ constexpr bool is_plain(std::uint64_t word) noexcept {
   const std::uint64_t quotes = zero_bytes(word ^ (kEveryByte * '"'));
   const std::uint64_t backslashes = zero_bytes(word ^ (kEveryByte * '\\'));
   return ((word | below_space | quotes | backslashes) & kHighBits) == 0;
+}
+
+// The first eight bytes of `bytes`, or all of them, when they are plain; else 0.
+std::size_t plain_bytes(std::string_view bytes) noexcept {
+  constexpr std::uint64_t kSpaces = kEveryByte * ' ';
+  std::uint64_t word = kSpaces;
+  const std::size_t taken = std::min(bytes.size(), sizeof word);
+  if (taken == sizeof word) {
+    std::memcpy(&word, bytes.data(), sizeof word);
+  } else {
+    std::memcpy(&word, bytes.data(), taken);
+  }
+  return is_plain(word) ? taken : 0;
 }
 
 constexpr bool in_range(char byte, unsigned low, unsigned high) noexcept {
@@ -81,13 +95,10 @@ std::size_t utf8_sequence_length(std::string_view bytes) noexcept {
 Utf8Scan scan_utf8(std::string_view bytes) noexcept {
   Utf8Scan scan;
   while (scan.well_formed < bytes.size()) {
-    std::uint64_t word = 0;
-    if (bytes.size() - scan.well_formed >= sizeof word) {
-      std::memcpy(&word, bytes.data() + scan.well_formed, sizeof word);
-      if (is_plain(word)) {
-        scan.well_formed += sizeof word;
-        continue;
-      }
+    const std::size_t plain = plain_bytes(bytes.substr(scan.well_formed));
+    if (plain > 0) {
+      scan.well_formed += plain;
+      continue;
     }
     const std::size_t length = utf8_sequence_length(bytes.substr(scan.well_formed));
     if (length == 0) break;
