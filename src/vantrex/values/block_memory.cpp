@@ -89,7 +89,7 @@ class DyingBlocks {
  public:
   template <typename Item>
   void add(ContainerBlock* block) noexcept {
-    ::operator delete(block->index);
+    if (block->index != nullptr) ::operator delete(block->index);
     ContainerBlock*& chain = std::is_same_v<Item, JsonField> ? objects_ : lists_;
     block->next_dying = std::exchange(chain, block);
   }
@@ -108,20 +108,19 @@ class DyingBlocks {
   template <typename Item>
   void take_apart(ContainerBlock*& chain) noexcept {
     ContainerBlock* block = std::exchange(chain, chain->next_dying);
-    for (std::size_t position = 0; position < block->size; ++position) {
-      Item& item = block->items<Item>()[position];
+    Item* const end = block->items<Item>() + block->size;
+    for (Item* item = block->items<Item>(); item != end; ++item) {
       if constexpr (std::is_same_v<Item, JsonField>) {
-        take_apart_text(item.key);
-        take_apart_value(item.value);
+        if (owns_block(ValueAccess::tag(item->key))) take_apart_text(item->key);
+        if (owns_block(ValueAccess::tag(item->value))) take_apart_value(item->value);
       } else {
-        take_apart_value(item);
+        if (owns_block(ValueAccess::tag(*item))) take_apart_value(*item);
       }
     }
     ::operator delete(block);
   }
 
   void take_apart_text(Text& text) noexcept {
-    if (!owns_block(ValueAccess::tag(text))) return;
     if (Arena* arena = ValueAccess::arena(text)) {
       releases_.add(arena);
     } else {
@@ -130,7 +129,6 @@ class DyingBlocks {
   }
 
   void take_apart_value(JsonValue& value) noexcept {
-    if (!owns_block(ValueAccess::tag(value))) return;
     if (Arena* arena = ValueAccess::arena(value)) {
       releases_.add(arena);
     } else if (!ValueAccess::has_own_block(value)) {
@@ -166,8 +164,8 @@ ContainerBlock* new_block(std::size_t capacity) {
 template <typename Item>
 ContainerBlock* changeable_block(ContainerBlock* block, std::size_t capacity) {
   if (block == nullptr) return new_block<Item>(std::max(capacity, kFewestItems));
+  if (has_own_room(block, capacity)) return block;
   const bool own = block->arena == nullptr;
-  if (own && capacity <= block->capacity) return block;
 
   // A block that outgrows its own memory doubles. One that is copied out of an
   // arena seldom gets more than a few items, and would pay for a field index.

@@ -43,5 +43,10 @@ struct ContainerBlock {
   }
 };
 
+// Whether `block` is of its own, with room for `capacity` items.
+inline bool has_own_room(const ContainerBlock* block, std::size_t capacity) noexcept {
+  return block != nullptr && block->arena == nullptr && capacity <= block->capacity;
+}
+
 }  // namespace detail
 }  // namespace vantrex::values

@@ -21,19 +21,13 @@ void JsonList::dispose() noexcept {
 }
 
 void JsonList::make_changeable(std::size_t capacity) {
-  if (block_ != nullptr && block_->arena == nullptr && capacity <= block_->capacity) return;
+  if (detail::has_own_room(block_, capacity)) return;
   block_ = detail::changeable_block<JsonValue>(block_, capacity);
 }
 
 JsonValue& JsonList::mutable_item(std::size_t position) & {
   make_changeable(size());
   return block_->items<JsonValue>()[position];
-}
-
-void JsonList::push_back(JsonValue item) {
-  make_changeable(size() + 1);
-  new (block_->items<JsonValue>() + block_->size) JsonValue(std::move(item));
-  ++block_->size;
 }
 
 void JsonList::truncate(std::size_t count) {

@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <cassert>
 #include <utility>
 
 #include "vantrex/values/block_memory.h"
@@ -28,39 +27,42 @@ void JsonObject::dispose() noexcept {
 }
 
 void JsonObject::make_changeable(std::size_t capacity) {
-  if (block_ != nullptr && block_->arena == nullptr && capacity <= block_->capacity) return;
+  if (detail::has_own_room(block_, capacity)) return;
   block_ = detail::changeable_block<JsonField>(block_, capacity);
 }
 
-std::size_t JsonObject::position_of(std::string_view key) const noexcept {
-  if (block_ == nullptr) return 0;
-  if (block_->index != nullptr) return block_->index->find(key, begin(), size());
-  const JsonField* found =
-      key.size() <= detail::kInlineCapacity
-          ? std::find_if(begin(), end(),
-                         [wanted = detail::ShortKey(key)](const JsonField& field) {
-                           return wanted.matches(field.key);
-                         })
-          : std::find_if(begin(), end(), [&](const JsonField& field) { return field.key.view() == key; });
-  return static_cast<std::size_t>(found - begin());
+const JsonField* JsonObject::field_of(const detail::WantedKey& key) const noexcept {
+  if (block_ == nullptr) return nullptr;
+  if (block_->index != nullptr || !key.is_short()) return long_field_of(key.view());
+  for (const JsonField& field : *this) {
+    if (key.matches(field.key)) return &field;
+  }
+  return nullptr;
 }
 
-const JsonValue* JsonObject::find(std::string_view key) const& noexcept {
-  const std::size_t position = position_of(key);
-  return position == size() ? nullptr : &begin()[position].value;
+// The field of a key that is long, or of an object that is.
+const JsonField* JsonObject::long_field_of(std::string_view key) const noexcept {
+  if (block_->index != nullptr) {
+    const std::size_t position = block_->index->find(key, begin(), size());
+    return position == size() ? nullptr : begin() + position;
+  }
+  const auto* found =
+      std::find_if(begin(), end(), [&](const JsonField& field) { return field.key.view() == key; });
+  return found == end() ? nullptr : found;
+}
+
+const JsonValue& JsonObject::value_of(const detail::WantedKey& key) const noexcept {
+  static const JsonValue absent;
+  const JsonField* field = field_of(key);
+  return field == nullptr ? absent : field->value;
 }
 
 JsonValue* JsonObject::find_mutable(std::string_view key) & {
-  const std::size_t position = position_of(key);
-  if (position == size()) return nullptr;
+  const JsonField* field = field_of(detail::WantedKey(key));
+  if (field == nullptr) return nullptr;
+  const auto position = field - begin();
   make_changeable(size());
   return &block_->items<JsonField>()[position].value;
-}
-
-const JsonValue& JsonObject::operator[](std::string_view key) const& noexcept {
-  static const JsonValue absent;
-  const JsonValue* value = find(key);
-  return value == nullptr ? absent : *value;
 }
 
 void JsonObject::set(Text key, JsonValue value) {
@@ -71,18 +73,16 @@ void JsonObject::set(Text key, JsonValue value) {
   append(std::move(key), std::move(value));
 }
 
-void JsonObject::append(Text key, JsonValue value) {
-  assert(!contains(key.view()));
-  make_changeable(size() + 1);
-  new (block_->items<JsonField>() + block_->size) JsonField{std::move(key), std::move(value)};
-  if (block_->index != nullptr)
-    block_->index->add(block_->items<JsonField>()[block_->size].key, block_->size);
-  ++block_->size;
+// Adds the last field to the index.
+void JsonObject::index_last() noexcept {
+  const std::size_t last = size() - 1;
+  block_->index->add(begin()[last].key, last);
 }
 
 std::optional<JsonValue> JsonObject::remove(std::string_view key) {
-  const std::size_t position = position_of(key);
-  if (position == size()) return std::nullopt;
+  const JsonField* field = field_of(detail::WantedKey(key));
+  if (field == nullptr) return std::nullopt;
+  const auto position = field - begin();
   make_changeable(size());
   auto* fields = block_->items<JsonField>();
   std::optional<JsonValue> removed(std::move(fields[position].value));

@@ -188,7 +188,7 @@ class NEXT_STEPS_API JsonObject {
   const JsonValue& operator[](std::string_view key) const&& = delete;
 
   // Whether there is a field `key`, be its value null or not.
-  bool contains(std::string_view key) const noexcept { return position_of(key) != size(); }
+  bool contains(std::string_view key) const noexcept { return find(key) != nullptr; }
 
   // Replaces the value of the field `key` in its place, or adds the field after
   // the last one. Amortised constant time on average.
@@ -214,8 +214,11 @@ class NEXT_STEPS_API JsonObject {
 
   explicit JsonObject(detail::ContainerBlock* block) noexcept : block_(block) {}
   void dispose() noexcept;
-  std::size_t position_of(std::string_view key) const noexcept;
+  const JsonField* field_of(const detail::WantedKey& key) const noexcept;
+  const JsonField* long_field_of(std::string_view key) const noexcept;
+  const JsonValue& value_of(const detail::WantedKey& key) const noexcept;
   void make_changeable(std::size_t capacity);
+  void index_last() noexcept;
 
   detail::ContainerBlock* block_ = nullptr;  // null for an object that never held a field
 };

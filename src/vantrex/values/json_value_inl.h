@@ -1,6 +1,8 @@
 // The parts of json_value.h that need every type complete. Include that one.
 #pragma once
 
+#include <cassert>
+
 #include "vantrex/values/json_value.h"
 
 namespace vantrex::values {
@@ -41,11 +43,33 @@ inline const JsonValue& JsonList::operator[](std::size_t position) const& noexce
   return begin()[position];
 }
 
+inline void JsonList::push_back(JsonValue item) {
+  if (!detail::has_own_room(block_, size() + 1)) make_changeable(size() + 1);
+  new (block_->items<JsonValue>() + block_->size) JsonValue(std::move(item));
+  ++block_->size;
+}
+
 inline const JsonField* JsonObject::begin() const noexcept {
   return block_ == nullptr ? nullptr : block_->items<JsonField>();
 }
 inline const JsonField* JsonObject::end() const noexcept {
   return begin() + size();
+}
+
+inline const JsonValue* JsonObject::find(std::string_view key) const& noexcept {
+  const JsonField* field = field_of(detail::WantedKey(key));
+  return field == nullptr ? nullptr : &field->value;
+}
+inline const JsonValue& JsonObject::operator[](std::string_view key) const& noexcept {
+  return value_of(detail::WantedKey(key));
+}
+
+inline void JsonObject::append(Text key, JsonValue value) {
+  assert(!contains(key.view()));
+  if (!detail::has_own_room(block_, size() + 1)) make_changeable(size() + 1);
+  new (block_->items<JsonField>() + block_->size) JsonField{std::move(key), std::move(value)};
+  ++block_->size;
+  if (block_->index != nullptr) index_last();
 }
 
 }  // namespace vantrex::values

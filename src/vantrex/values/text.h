@@ -117,16 +117,22 @@ struct LiteralText {
   const char* text;
 };
 
-// A key of at most kInlineCapacity bytes to be compared with many texts: the 16
-// bytes that an equal text has, less its gain.
-class ShortKey {
+// A key that is looked for among texts: its bytes and, when they fit in a text,
+// the 16 that an equal text has, less its gain. The compiler lays out those of a
+// literal.
+class WantedKey {
  public:
-  explicit ShortKey(std::string_view key) noexcept {
+  explicit WantedKey(std::string_view key) noexcept : view_(key) {
+    if (!is_short()) return;
     InlineText text{inline_tag(key.size()), 0, {}};
     if (!key.empty()) std::memcpy(text.characters, key.data(), key.size());
     words_ = std::bit_cast<Words>(text);
   }
 
+  std::string_view view() const noexcept { return view_; }
+  bool is_short() const noexcept { return view_.size() <= kInlineCapacity; }
+
+  // Whether `text` has the bytes of this key, which is short.
   bool matches(const Text& text) const noexcept {
     Words words;
     std::memcpy(&words, static_cast<const void*>(&text), sizeof words);
@@ -138,7 +144,8 @@ class ShortKey {
   static constexpr Words kGain = std::bit_cast<Words>(InlineText{Tag::null, 0xFF, {}});
   static constexpr Words kCompared = {~kGain[0], ~kGain[1]};
 
-  Words words_;
+  std::string_view view_;
+  Words words_{};
 };
 
 }  // namespace detail
