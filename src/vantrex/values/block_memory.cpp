@@ -60,30 +60,6 @@ class ArenaReleases {
   std::size_t counts_ = 0;
 };
 
-// Makes raw memory copies of `size` items that lie in `arena`, which they count.
-template <typename Item>
-void copy_out(const Item* items, std::size_t size, Item* copies, Arena* arena) noexcept {
-  std::memcpy(static_cast<void*>(copies), static_cast<const void*>(items), size * sizeof(Item));
-  std::size_t counts = 0;
-  const auto count = [&](const auto& copy) {
-    if (!owns_block(ValueAccess::tag(copy))) return;
-    if (ValueAccess::arena(copy) == arena) {
-      ++counts;
-    } else {
-      ValueAccess::count(copy);
-    }
-  };
-  for (const Item* copy = copies; copy != copies + size; ++copy) {
-    if constexpr (std::is_same_v<Item, JsonField>) {
-      count(copy->key);
-      count(copy->value);
-    } else {
-      count(*copy);
-    }
-  }
-  arena->retain(counts);
-}
-
 // Blocks that still have to be taken apart, chained through themselves.
 class DyingBlocks {
  public:
@@ -108,8 +84,13 @@ class DyingBlocks {
   template <typename Item>
   void take_apart(ContainerBlock*& chain) noexcept {
     ContainerBlock* block = std::exchange(chain, chain->next_dying);
-    Item* const end = block->items<Item>() + block->size;
-    for (Item* item = block->items<Item>(); item != end; ++item) {
+    Item* item = block->items<Item>();
+    Item* const end = item + block->size;
+    if (block->lender != nullptr) {
+      item += block->lender->size;
+      releases_.add(block->lender->arena);
+    }
+    for (; item != end; ++item) {
       if constexpr (std::is_same_v<Item, JsonField>) {
         if (owns_block(ValueAccess::tag(item->key))) take_apart_text(item->key);
         if (owns_block(ValueAccess::tag(item->value))) take_apart_value(item->value);
@@ -158,31 +139,53 @@ ContainerBlock* new_block(std::size_t capacity) {
     }
   }
   return new (memory.release())
-      ContainerBlock{nullptr, {index}, 0, {static_cast<std::uint32_t>(capacity)}, 0};
+      ContainerBlock{nullptr, {index}, 0, {static_cast<std::uint32_t>(capacity)}, {.lender = nullptr}};
 }
 
 template <typename Item>
-ContainerBlock* changeable_block(ContainerBlock* block, std::size_t capacity) {
+ContainerBlock* roomy_block(ContainerBlock* block, std::size_t capacity) {
   if (block == nullptr) return new_block<Item>(std::max(capacity, kFewestItems));
   if (has_own_room(block, capacity)) return block;
-  const bool own = block->arena == nullptr;
 
   // A block that outgrows its own memory doubles. One that is copied out of an
   // arena seldom gets more than a few items, and would pay for a field index.
+  const bool own = block->arena == nullptr;
   const std::size_t grown = own ? std::size_t{2} * block->capacity : block->size + kFewestItems;
-  ContainerBlock* changed = new_block<Item>(std::max(capacity, std::min(grown, kMostItems)));
-  changed->size = block->size;
-  if (own) {
-    std::memcpy(static_cast<void*>(changed->items<Item>()), static_cast<const void*>(block->items<Item>()),
-                block->size * sizeof(Item));
-    rebuild_index<Item>(changed);
-    delete_memory(block);
-  } else {
-    copy_out(block->items<Item>(), block->size, changed->items<Item>(), block->arena);
-    rebuild_index<Item>(changed);
-    block->arena->release();
+  ContainerBlock* roomy = new_block<Item>(std::max(capacity, std::min(grown, kMostItems)));
+  std::memcpy(static_cast<void*>(roomy->items<Item>()), static_cast<const void*>(block->items<Item>()),
+              block->size * sizeof(Item));
+  roomy->size = block->size;
+  roomy->lender = own ? block->lender : block;
+  rebuild_index<Item>(roomy);
+  if (own) delete_memory(block);
+  return roomy;
+}
+
+template <typename Item>
+void keep_borrowed(ContainerBlock* block) noexcept {
+  if (block->lender == nullptr) return;
+  Arena* const arena = block->lender->arena;
+  std::size_t counts = 0;
+  const auto count = [&](const auto& value) {
+    if (!owns_block(ValueAccess::tag(value))) return;
+    if (ValueAccess::arena(value) == arena) {
+      ++counts;
+    } else {
+      ValueAccess::count(value);
+    }
+  };
+  const Item* const end = block->items<Item>() + block->lender->size;
+  for (const Item* item = block->items<Item>(); item != end; ++item) {
+    if constexpr (std::is_same_v<Item, JsonField>) {
+      count(item->key);
+      count(item->value);
+    } else {
+      count(*item);
+    }
   }
-  return changed;
+  block->lender = nullptr;
+  arena->retain(counts);
+  arena->release();
 }
 
 bool share(const ContainerBlock* block) noexcept {
@@ -204,8 +207,10 @@ void give_up(ContainerBlock* block) noexcept {
 
 template ContainerBlock* new_block<JsonValue>(std::size_t);
 template ContainerBlock* new_block<JsonField>(std::size_t);
-template ContainerBlock* changeable_block<JsonValue>(ContainerBlock*, std::size_t);
-template ContainerBlock* changeable_block<JsonField>(ContainerBlock*, std::size_t);
+template ContainerBlock* roomy_block<JsonValue>(ContainerBlock*, std::size_t);
+template ContainerBlock* roomy_block<JsonField>(ContainerBlock*, std::size_t);
+template void keep_borrowed<JsonValue>(ContainerBlock*) noexcept;
+template void keep_borrowed<JsonField>(ContainerBlock*) noexcept;
 template void give_up<JsonValue>(ContainerBlock*) noexcept;
 template void give_up<JsonField>(ContainerBlock*) noexcept;
 

@@ -15,11 +15,16 @@ inline constexpr std::size_t kMostItems = std::size_t{1} << 31;
 template <typename Item>
 ContainerBlock* new_block(std::size_t capacity);
 
-// The block to change instead of `block`: of its own, with room for `capacity`
+// The block to append to instead of `block`: of its own, with room for `capacity`
 // items, holding the items of `block` (none when that is null). The caller gives
 // up `block` for it; when this throws, `block` is unchanged.
 template <typename Item>
-ContainerBlock* changeable_block(ContainerBlock* block, std::size_t capacity);
+ContainerBlock* roomy_block(ContainerBlock* block, std::size_t capacity);
+
+// Counts what `block`, one of its own, has borrowed, so that its items can be
+// changed and destroyed.
+template <typename Item>
+void keep_borrowed(ContainerBlock* block) noexcept;
 
 // Takes another reference to `block` when it lies in an arena; false for a block
 // of its own, which is never shared.

@@ -3,7 +3,8 @@
 // A block is either of its own, held by exactly one list or object that may
 // change it, or lies in an arena together with the whole tree it belongs to.
 // What lies in an arena never changes; lists and objects outside refer to it by
-// counting the arena, and copy the one block they are asked to change.
+// counting the arena, and copy the one block they are asked to change. Until an
+// item of it is changed, the copy only borrows the items, by one count for all.
 #pragma once
 
 #include <cstddef>
@@ -29,9 +30,14 @@ struct ContainerBlock {
     // Of a block in an arena: whether a field in it, at any depth, has a marked key.
     std::uint32_t holds_marked;
   };
-  // Of a block in an arena: the bytes of its compact text, or 0 when they were
-  // not measured.
-  std::size_t text_bytes;
+  union {
+    // Of a block in an arena: the bytes of its compact text, or 0 when they were
+    // not measured.
+    std::size_t text_bytes;
+    // Of a block of its own: the one in an arena whose items its first ones are,
+    // uncounted, or null. That arena is counted once.
+    const ContainerBlock* lender;
+  };
 
   template <typename Item>
   Item* items() noexcept {

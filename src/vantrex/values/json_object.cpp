@@ -26,9 +26,15 @@ void JsonObject::dispose() noexcept {
   detail::give_up<JsonField>(block_);
 }
 
-void JsonObject::make_changeable(std::size_t capacity) {
-  if (detail::has_own_room(block_, capacity)) return;
-  block_ = detail::changeable_block<JsonField>(block_, capacity);
+// Has the block be one to append to, with room for `capacity` items in all.
+void JsonObject::make_room(std::size_t capacity) {
+  if (!detail::has_own_room(block_, capacity)) block_ = detail::roomy_block<JsonField>(block_, capacity);
+}
+
+// Has the block be one whose items can be changed.
+void JsonObject::make_changeable() {
+  make_room(size());
+  detail::keep_borrowed<JsonField>(block_);
 }
 
 const JsonField* JsonObject::field_of(const detail::WantedKey& key) const noexcept {
@@ -61,7 +67,7 @@ JsonValue* JsonObject::find_mutable(std::string_view key) & {
   const JsonField* field = field_of(detail::WantedKey(key));
   if (field == nullptr) return nullptr;
   const auto position = field - begin();
-  make_changeable(size());
+  make_changeable();
   return &block_->items<JsonField>()[position].value;
 }
 
@@ -83,7 +89,7 @@ std::optional<JsonValue> JsonObject::remove(std::string_view key) {
   const JsonField* field = field_of(detail::WantedKey(key));
   if (field == nullptr) return std::nullopt;
   const auto position = field - begin();
-  make_changeable(size());
+  make_changeable();
   auto* fields = block_->items<JsonField>();
   std::optional<JsonValue> removed(std::move(fields[position].value));
   std::move(fields + position + 1, fields + block_->size, fields + position);
@@ -93,7 +99,7 @@ std::optional<JsonValue> JsonObject::remove(std::string_view key) {
 }
 
 void JsonObject::reserve(std::size_t capacity) {
-  if (capacity > size()) make_changeable(capacity);
+  if (capacity > size()) make_room(capacity);
 }
 
 }  // namespace vantrex::values

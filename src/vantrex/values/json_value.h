@@ -135,7 +135,8 @@ class NEXT_STEPS_API JsonList {
 
   explicit JsonList(detail::ContainerBlock* block) noexcept : block_(block) {}
   void dispose() noexcept;
-  void make_changeable(std::size_t capacity);
+  void make_room(std::size_t capacity);
+  void make_changeable();
 
   detail::ContainerBlock* block_ = nullptr;  // null for a list that never held an item
 };
@@ -217,7 +218,8 @@ class NEXT_STEPS_API JsonObject {
   const JsonField* field_of(const detail::WantedKey& key) const noexcept;
   const JsonField* long_field_of(std::string_view key) const noexcept;
   const JsonValue& value_of(const detail::WantedKey& key) const noexcept;
-  void make_changeable(std::size_t capacity);
+  void make_room(std::size_t capacity);
+  void make_changeable();
   void index_last() noexcept;
 
   detail::ContainerBlock* block_ = nullptr;  // null for an object that never held a field

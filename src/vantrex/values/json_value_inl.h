@@ -44,7 +44,7 @@ inline const JsonValue& JsonList::operator[](std::size_t position) const& noexce
 }
 
 inline void JsonList::push_back(JsonValue item) {
-  if (!detail::has_own_room(block_, size() + 1)) make_changeable(size() + 1);
+  if (!detail::has_own_room(block_, size() + 1)) make_room(size() + 1);
   new (block_->items<JsonValue>() + block_->size) JsonValue(std::move(item));
   ++block_->size;
 }
@@ -66,7 +66,7 @@ inline const JsonValue& JsonObject::operator[](std::string_view key) const& noex
 
 inline void JsonObject::append(Text key, JsonValue value) {
   assert(!contains(key.view()));
-  if (!detail::has_own_room(block_, size() + 1)) make_changeable(size() + 1);
+  if (!detail::has_own_room(block_, size() + 1)) make_room(size() + 1);
   new (block_->items<JsonField>() + block_->size) JsonField{std::move(key), std::move(value)};
   ++block_->size;
   if (block_->index != nullptr) index_last();

@@ -96,8 +96,8 @@ class SnapshotBuilder {
     const std::size_t size = source == nullptr ? 0 : count(source, kind);
     if (size == 0) return nullptr;
     void* memory = arena_->allocate(sizeof(ContainerBlock) + size * item_bytes(kind));
-    return new (memory)
-        ContainerBlock{arena_.get(), {nullptr}, 0, {0}, kMeasures ? detail::punctuation_size(size, kind) : 0};
+    return new (memory) ContainerBlock{
+        arena_.get(), {nullptr}, 0, {0}, {kMeasures ? detail::punctuation_size(size, kind) : 0}};
   }
 
   // Both go on with a container until it is done, or until one of its items is

@@ -19,11 +19,11 @@ namespace vantrex::values::detail {
 template <typename Container>
 std::size_t measured_size(const Container& container) noexcept {
   const ContainerBlock* block = ValueAccess::block(container);
-  return block == nullptr ? 0 : block->text_bytes;
+  return block == nullptr || block->arena == nullptr ? 0 : block->text_bytes;
 }
 inline std::size_t measured_size(const JsonValue& value) noexcept {
   const ContainerBlock* block = ValueAccess::is_container(value) ? ValueAccess::block(value) : nullptr;
-  return block == nullptr ? 0 : block->text_bytes;
+  return block == nullptr || block->arena == nullptr ? 0 : block->text_bytes;
 }
 
 // Takes the number of the bytes alone.
