@@ -63,8 +63,8 @@ const JsonValue& JsonObject::value_of(const detail::WantedKey& key) const noexce
   return field == nullptr ? absent : field->value;
 }
 
-JsonValue* JsonObject::find_mutable(std::string_view key) & {
-  const JsonField* field = field_of(detail::WantedKey(key));
+JsonValue* JsonObject::mutable_value_of(const detail::WantedKey& key) {
+  const JsonField* field = field_of(key);
   if (field == nullptr) return nullptr;
   const auto position = field - begin();
   make_changeable();
@@ -72,7 +72,7 @@ JsonValue* JsonObject::find_mutable(std::string_view key) & {
 }
 
 void JsonObject::set(Text key, JsonValue value) {
-  if (JsonValue* present = find_mutable(key.view())) {
+  if (JsonValue* present = mutable_value_of(detail::WantedKey(key))) {
     *present = std::move(value);
     return;
   }

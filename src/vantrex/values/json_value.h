@@ -216,6 +216,7 @@ class NEXT_STEPS_API JsonObject {
   explicit JsonObject(detail::ContainerBlock* block) noexcept : block_(block) {}
   void dispose() noexcept;
   const JsonField* field_of(const detail::WantedKey& key) const noexcept;
+  JsonValue* mutable_value_of(const detail::WantedKey& key);
   const JsonField* long_field_of(std::string_view key) const noexcept;
   const JsonValue& value_of(const detail::WantedKey& key) const noexcept;
   void make_room(std::size_t capacity);

@@ -60,6 +60,9 @@ inline const JsonValue* JsonObject::find(std::string_view key) const& noexcept {
   const JsonField* field = field_of(detail::WantedKey(key));
   return field == nullptr ? nullptr : &field->value;
 }
+inline JsonValue* JsonObject::find_mutable(std::string_view key) & {
+  return mutable_value_of(detail::WantedKey(key));
+}
 inline const JsonValue& JsonObject::operator[](std::string_view key) const& noexcept {
   return value_of(detail::WantedKey(key));
 }

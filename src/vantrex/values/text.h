@@ -129,6 +129,8 @@ class WantedKey {
     words_ = std::bit_cast<Words>(text);
   }
 
+  explicit WantedKey(const Text& key) noexcept;
+
   std::string_view view() const noexcept { return view_; }
   bool is_short() const noexcept { return view_.size() <= kInlineCapacity; }
 
@@ -302,6 +304,12 @@ class NEXT_STEPS_API Text {
 };
 
 static_assert(sizeof(Text) == 16);
+
+// The bytes of a short text are there already.
+inline detail::WantedKey::WantedKey(const Text& key) noexcept : view_(key.view()) {
+  std::memcpy(&words_, static_cast<const void*>(&key), sizeof words_);
+  words_[0] &= kCompared[0];
+}
 
 // A parameter that takes any text: ill-formed bytes are repaired as Text::lossy
 // does it, so that only std::bad_alloc can be thrown.
