@@ -126,25 +126,21 @@ class SnapshotBuilder {
     const auto* const end = source.items<JsonField>() + source.size;
     auto* copy = frame.copy->template items<JsonField>() + frame.copy->size;
     CountingSink sink;
-    std::uint32_t holds_marked = 0;
     Frame nested{};
     for (; nested.copy == nullptr && field != end; ++field) {
       if (dropped(*field)) continue;
       ValueAccess::place_uncounted(copy, *field);
-      if (is_owning(field->key)) copy_text(field->key, &copy->key);
+      if (ValueAccess::tag(field->key) == Tag::shared_text) copy_text(field->key, &copy->key);
       if (kMeasures) {
         detail::put_text(field->key, sink);
-        holds_marked |= marked_->contains(field->key) ? 1U : 0U;
+        if (marked_->contains(field->key)) frame.copy->holds_marked = 1;
       }
       nested = finish_value(field->value, &copy->value, sink);
       ++copy;
     }
     frame.next = static_cast<std::uint32_t>(field - source.items<JsonField>());
     frame.copy->size = static_cast<std::uint32_t>(copy - frame.copy->template items<JsonField>());
-    if (kMeasures) {
-      frame.copy->text_bytes += sink.size();
-      frame.copy->holds_marked |= holds_marked;
-    }
+    if (kMeasures) frame.copy->text_bytes += sink.size();
     if (nested.copy == nullptr && frame.copy->size > FieldIndex::kUnindexedFields) add_index(frame.copy);
     return nested;
   }
@@ -186,11 +182,6 @@ class SnapshotBuilder {
   void add_index(ContainerBlock* object) {
     void* memory = arena_->allocate(FieldIndex::bytes_for(object->size));
     object->index = FieldIndex::create(memory, object->size, object->items<JsonField>(), object->size);
-  }
-
-  template <typename Value>
-  static bool is_owning(const Value& value) noexcept {
-    return detail::owns_block(ValueAccess::tag(value));
   }
 
   void copy_text(const Text& source, void* copy) {

@@ -243,7 +243,8 @@ class NEXT_STEPS_API Text {
 
   // The number of bytes.
   std::size_t size() const noexcept {
-    if (tag() >= detail::Tag::inline_text) return inline_size();
+    if (tag() >= detail::Tag::inline_text) [[likely]]
+      return inline_size();
     return tag() == detail::Tag::literal_text ? literal_.size : shared_.block->size;
   }
   // Whether there is no byte.
