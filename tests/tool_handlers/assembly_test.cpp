@@ -1,6 +1,7 @@
 #include "vantrex/tool_handlers/next_steps/assembly.h"
 
 #include <string>
+#include <utility>
 
 #include <gtest/gtest.h>
 
@@ -20,6 +21,7 @@ TEST(Deduplicated, KeepsTheFirstStepOfEachCall) {
 [{"tool":"a","args":{"x":[1,2]},"reason":0},{"tool":"a","args":{"x":[2,1]},"reason":1}] | 0 1
 [{"tool":"a","args":1,"reason":0},{"tool":"a","args":1.0,"reason":1},{"tool":"a","args":true,"reason":2}] | 0 1 2
 [{"tool":"a","args":0.0,"reason":0},{"tool":"a","args":-0.0,"reason":1},{"tool":"a","args":-0.0}] | 0 1
+[{"tool":"a","args":"y","reason":0},{"tool":"a","args":{"x":"y"},"reason":1},{"tool":"a","args":"y"}] | 0 1
 [{"tool":"a","args":{"x":null},"reason":0},{"tool":"a","args":{},"reason":1},{"tool":null,"args":{},"reason":2}] | 0 1 2
 [{"tool":"a,b","args":"c","reason":0},{"tool":"a","args":"b,c","reason":1}] | 0 1
 [{"tool":"a","args":{}},"text"] | steps[1] is no object
@@ -36,6 +38,9 @@ TEST(Deduplicated, KeepsTheFirstStepOfEachCall) {
     }
     EXPECT_EQ(kept, row.at(1)) << row.at(0);
   }
+  JsonList many;
+  for (const char* tool : {"a", "b", "c", "d", "c", "b", "a"}) many.push_back(step(tool, ""));
+  EXPECT_EQ(_deduplicated(std::move(many)).size(), 4U);
   const JsonValue foreign = values::ForeignValue::of(7, "x");
   const JsonList steps = JsonList::of(step("a", "", {{"p", foreign}}), step("a", "", {{"p", "x"}}));
   EXPECT_EQ(_deduplicated(steps).size(), 1U);

@@ -87,9 +87,12 @@ class FromNlohmann {
         fail("binary data has no JSON form");
       case Type::discarded:
         fail("a value that the parser discarded has no JSON form");
-      default:
-        return nullptr;
+      case Type::null:
+      case Type::object:
+      case Type::array:
+        break;
     }
+    return nullptr;
   }
 
   values::Text text(const std::string& bytes, const std::string& what) const {

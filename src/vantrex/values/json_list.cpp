@@ -22,7 +22,7 @@ void JsonList::dispose() noexcept {
 
 // Has the block be one to append to, with room for `capacity` items in all.
 void JsonList::make_room(std::size_t capacity) {
-  if (!detail::has_own_room(block_, capacity)) block_ = detail::roomy_block<JsonValue>(block_, capacity);
+  block_ = detail::roomy_block<JsonValue>(block_, capacity);
 }
 
 // Has the block be one whose items can be changed.

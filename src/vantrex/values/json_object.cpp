@@ -28,7 +28,7 @@ void JsonObject::dispose() noexcept {
 
 // Has the block be one to append to, with room for `capacity` items in all.
 void JsonObject::make_room(std::size_t capacity) {
-  if (!detail::has_own_room(block_, capacity)) block_ = detail::roomy_block<JsonField>(block_, capacity);
+  block_ = detail::roomy_block<JsonField>(block_, capacity);
 }
 
 // Has the block be one whose items can be changed.

@@ -55,21 +55,17 @@ struct ValueAccess {
   static JsonList list_of(ContainerBlock* block) noexcept { return JsonList(block); }
   static JsonObject object_of(ContainerBlock* block) noexcept { return JsonObject(block); }
 
-  // The arena that what `value` refers to lies in; null when it refers to nothing
-  // or to something outside arenas.
-  static Arena* arena(const Text& text) noexcept {
-    return tag(text) == Tag::shared_text ? text_block(text)->arena : nullptr;
-  }
+  // The arena that the block of `text` or `value`, which owns one, lies in; null
+  // when that is outside arenas.
+  static Arena* arena(const Text& text) noexcept { return text_block(text)->arena; }
   static Arena* arena(const JsonValue& value) noexcept {
-    if (!owns_block(tag(value)) || tag(value) == Tag::foreign) return nullptr;
+    if (tag(value) == Tag::foreign) return nullptr;
     if (!is_container(value)) return value.plain_.as.digits->arena;  // where a text has its block, too
     return block(value) == nullptr ? nullptr : block(value)->arena;
   }
 
-  // Counts one more reference to what `text` refers to.
-  static void count(const Text& text) noexcept {
-    if (tag(text) == Tag::shared_text) retain(text.shared_.block);
-  }
+  // Counts one more reference to the block of `text`, which owns one.
+  static void count(const Text& text) noexcept { retain(text.shared_.block); }
   // Counts one more reference to what `value` refers to, which must not be a
   // list or an object with a block of its own.
   static void count(const JsonValue& value) noexcept {
