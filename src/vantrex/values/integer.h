@@ -21,11 +21,12 @@
 
 namespace vantrex::values {
 
-// The integer types that count, as against `bool` and the character types.
+// The integer types that count, as against `bool` and the character types; none
+// of more than 64 bits.
 template <typename T>
-concept CountingInteger =
-    std::integral<T> && !std::same_as<T, bool> && !std::same_as<T, char> && !std::same_as<T, wchar_t> &&
-    !std::same_as<T, char8_t> && !std::same_as<T, char16_t> && !std::same_as<T, char32_t>;
+concept CountingInteger = std::integral<T> && sizeof(T) <= sizeof(std::int64_t) && !std::same_as<T, bool> &&
+                          !std::same_as<T, char> && !std::same_as<T, wchar_t> && !std::same_as<T, char8_t> &&
+                          !std::same_as<T, char16_t> && !std::same_as<T, char32_t>;
 
 // A whole number: 0 unless made of another.
 class NEXT_STEPS_API Integer {
