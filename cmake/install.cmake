@@ -15,11 +15,18 @@ write_basic_package_version_file(next_steps-config-version.cmake COMPATIBILITY S
 install(FILES ${PROJECT_BINARY_DIR}/next_steps-config.cmake ${PROJECT_BINARY_DIR}/next_steps-config-version.cmake
   DESTINATION ${package_dir} COMPONENT dev)
 
-# Found from the file's own place, so that the whole may be moved.
-set(pkgconfig_dir ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
-file(RELATIVE_PATH prefix_from_pkgconfig /prefix/${pkgconfig_dir} /prefix)
+# The directories are found from the file's own place, so that the whole may be
+# moved, unless they were given as absolute ones.
+set(pkgconfig_dir ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig)
+file(RELATIVE_PATH prefix_from_pkgconfig ${pkgconfig_dir} ${CMAKE_INSTALL_PREFIX})
+cmake_path(APPEND libdir_of_pc "\${prefix}" ${CMAKE_INSTALL_LIBDIR})
+cmake_path(APPEND includedir_of_pc "\${prefix}" ${CMAKE_INSTALL_INCLUDEDIR})
+get_target_property(definitions next_steps INTERFACE_COMPILE_DEFINITIONS)
+if(definitions)
+  list(TRANSFORM definitions PREPEND -D OUTPUT_VARIABLE cflags_of_pc)
+endif()
 configure_file(cmake/next_steps.pc.in next_steps.pc @ONLY)
-install(FILES ${PROJECT_BINARY_DIR}/next_steps.pc DESTINATION ${pkgconfig_dir} COMPONENT dev)
+install(FILES ${PROJECT_BINARY_DIR}/next_steps.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT dev)
 
 if(TARGET next-steps)
   install(TARGETS next-steps RUNTIME COMPONENT program)

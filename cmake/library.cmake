@@ -23,12 +23,14 @@ next_steps_library(next_steps)
 add_library(vantrex::next_steps ALIAS next_steps)
 set_target_properties(next_steps PROPERTIES
   VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR}
-  CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON)
+  CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON
+  POSITION_INDEPENDENT_CODE ON)  # a static one may become a part of a plugin
 
 # The library with what a shared one hides, for the program and the tests.
 add_library(next_steps_internals INTERFACE)
 target_sources(next_steps_internals INTERFACE FILE_SET HEADERS BASE_DIRS src FILES ${internal_headers})
 if(BUILD_SHARED_LIBS)
+  target_compile_definitions(next_steps PUBLIC NEXT_STEPS_SHARED)
   next_steps_library(next_steps_static STATIC EXCLUDE_FROM_ALL)
   target_link_libraries(next_steps_internals INTERFACE next_steps_static)
 else()

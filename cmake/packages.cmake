@@ -1,5 +1,5 @@
-# The Debian packages of the development files and of the program; their names
-# are those of the components in install.cmake.
+# The Debian packages of the development files, with the static library, and of the
+# program; their names are those of the components in install.cmake.
 set(CPACK_GENERATOR DEB)
 set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)

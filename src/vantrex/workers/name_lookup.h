@@ -3,9 +3,8 @@
 //
 // Purpose: the did-you-mean lists of answers about a miss. At most five
 // candidates are given, the best first, each once, and none rather than a
-// guess; what counts as near is said in symbol_match.h and path_match.h. Names
-// and paths may be any bytes. The result depends on what the index holds, not
-// on the order in which it is visited.
+// guess. Names and paths may be any bytes. The result depends on what the index
+// holds, not on the order in which it is visited.
 //
 // Ownership: results own their texts. Threads: nothing is kept between calls;
 // one repository may be asked on several threads as far as it bears that.
