@@ -102,6 +102,8 @@ class NEXT_STEPS_API JsonList {
     std::swap(block_, other.block_);
     return *this;
   }
+
+  // Allocates nothing, and takes no more stack for deeper values.
   ~JsonList() {
     if (block_ != nullptr) dispose();
   }
@@ -165,6 +167,8 @@ class NEXT_STEPS_API JsonObject {
     std::swap(block_, other.block_);
     return *this;
   }
+
+  // Allocates nothing, and takes no more stack for deeper values.
   ~JsonObject() {
     if (block_ != nullptr) dispose();
   }
@@ -292,6 +296,8 @@ class NEXT_STEPS_API JsonValue {
     swap(other);
     return *this;
   }
+
+  // Allocates nothing, and takes no more stack for deeper values.
   ~JsonValue() {
     if (detail::owns_block(tag())) dispose();
   }
