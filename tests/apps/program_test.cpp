@@ -78,8 +78,12 @@ TEST(Program, BearsDepthAndSizeOnASmallStack) {
   // The sanitizers' frames are larger, and so is what they keep of each thread.
   const std::string stack = NEXT_STEPS_SANITIZED ? "ulimit -s 1024\n" : "ulimit -s 256\n";
   const std::string steps = repeated(R"({"tool":"t","args":{},"reason":"r"},)", 10'000);
+  std::string fields;
+  for (int each = 0; each < 1'000'000; ++each) fields += '"' + std::to_string(each) + "\":1,";
+  const std::string deep = repeated(R"({"a":[)", 500'000) + "1" + repeated("]}", 500'000);
+  EXPECT_EQ(run(stack + "next-steps explain --tool x", deep).status, 0);
   for (const std::string& answer :
-       {repeated(R"({"a":[)", 500'000) + "1" + repeated("]}", 500'000),
+       {deep, "{" + fields + R"("a":1})",
         R"({"a":")" + std::string(3'000'000, 'a') + R"(","next_steps":[)" + steps + "{}]}"}) {
     const Ran ran = run(stack + "next-steps finish --tool x", answer);
     EXPECT_TRUE(ran.out == answer + "\n") << answer.substr(0, 20) << ": " << ran.status << " " << ran.err;

@@ -1,6 +1,7 @@
 // Indexes to look names up in.
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <string>
 #include <utility>
@@ -18,26 +19,39 @@ inline models::InMemoryRepository small_index() {
   return index;
 }
 
-// An index that shows what the small one holds, and then fails.
+// An index that shows `shown` of what the small one holds, or all, and then fails.
 class FailingIndex final : public models::Repository {
  public:
-  explicit FailingIndex(std::function<void()> fail) : fail_(std::move(fail)) {}
+  explicit FailingIndex(std::function<void()> fail, std::size_t shown = 3)
+      : fail_(std::move(fail)), shown_(shown) {}
   void visit_symbols(const models::SymbolVisitor& visit) const override {
-    small_index().visit_symbols(visit);
+    small_index().visit_symbols(failing(visit));
     fail_();
   }
   void visit_paths(const models::PathVisitor& visit) const override {
-    small_index().visit_paths(visit);
+    small_index().visit_paths(failing(visit));
     fail_();
   }
-  std::string indexed_revision() const override { return "r1"; }
+  std::string indexed_revision() const override {
+    if (shown_ == 0) fail_();
+    return "r1";
+  }
   std::string present_revision() const override {
     fail_();
     return "r2";
   }
 
  private:
+  template <typename Visitor>
+  Visitor failing(const Visitor& visit) const {
+    return [this, &visit, left = shown_](const auto& each) mutable {
+      if (left-- == 0) fail_();
+      visit(each);
+    };
+  }
+
   std::function<void()> fail_;
+  std::size_t shown_;
 };
 
 }  // namespace vantrex::tests

@@ -73,12 +73,16 @@ TEST(Memory, MayRunOutAtAnyPointOfEveryCall) {
       if (seed > 0 && name == "freshness") break;  // what follows is the same for each request
       SCOPED_TRACE(testing::Message() << name << ", seed " << seed);
       const std::string expected = call();
-      // A lookup that lacks memory is one that finds nothing, and goes on.
-      tests::fail_each_allocation(
-          [&, &call = call] {
-            if (call() != expected) throw std::bad_alloc();
-          },
-          [&, &call = call] { ASSERT_EQ(call(), expected); });
+      for (const bool once : {false, true}) {
+        tests::fail_each_allocation(
+            [&, &call = call, &name = name] {
+              const std::string given = call();
+              // A lookup that lacks memory is one that finds nothing, and goes on.
+              if (given != expected && (name == "symbol" || name == "path")) throw std::bad_alloc();
+              ASSERT_EQ(given, expected);
+            },
+            [&, &call = call] { ASSERT_EQ(call(), expected); }, once);
+      }
     }
   }
   logging::set_sink({});

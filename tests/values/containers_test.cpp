@@ -27,7 +27,7 @@ TEST(JsonObject, KeepsItsFieldsLikeAListOfPairs) {
     JsonObject object;
     std::vector<std::pair<std::string, int>> expected;
     for (int round = 0; round < 200; ++round) {
-      const std::string key = "some key" + std::to_string(random.below(keys));
+      const std::string key = "a key of some length " + std::to_string(random.below(keys));
       const auto found =
           std::find_if(expected.begin(), expected.end(), [&](auto& each) { return each.first == key; });
       ASSERT_EQ(object.contains(key), found != expected.end()) << "seed " << seed;
@@ -64,6 +64,7 @@ TEST(JsonObject, HoldsAMillionFields) {
   for (int each = 0; each < kFields; ++each) {
     ASSERT_EQ(copy[std::to_string(each)], JsonValue(each % 3 == 0 ? -each : each));
   }
+  EXPECT_TRUE(JsonObject(copy) == object && compact_text(copy).size() == compact_size(object));
   EXPECT_FALSE(copy.contains("1000000"));
   EXPECT_EQ(copy.begin()[77'777].key.view(), "77777");
 }
@@ -166,6 +167,7 @@ TEST(Containers, AreAsTheyWereWhenMemoryRunsOut) {
       [&](JsonObject& o) { o.set(key, JsonList::of(key)); },
       [&](JsonObject& o) { o.set("list", Text(key)); },
       [&](JsonObject& o) { o.reserve(200); },
+      [&](JsonObject& o) { o.remove("object"); },
       [&](JsonObject& o) { o.set("copies", JsonList::of(o, packed, shared)); },
   };
   for (std::size_t place = 0; place < kChanges.size(); ++place) {

@@ -10,8 +10,9 @@
 // Ownership: value types; a copy is deep as far as anyone can tell. Copying a
 // list or an object takes one pass and few allocations: the copy lies packed in
 // one arena, and copying that copy again is free. Changing a list or an object
-// that lies in an arena first copies that one level out; memory of the arena is
-// given back when nothing refers into it any more.
+// that lies in an arena first copies that one level out, and what only gets further
+// items goes on referring to the arena; the arena's memory is given back when
+// nothing refers to it any more.
 //
 // Threads: like an int. Any number of threads may read or copy one value at
 // once; a value that one thread changes must not be used by another meanwhile.
