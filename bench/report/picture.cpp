@@ -20,7 +20,7 @@ constexpr int kHeight = kTop + kGroupHeight * static_cast<int>(kAnswers.size()) 
 constexpr int kLongestBar = 480;
 
 struct Bar {
-  std::string_view library;
+  std::string_view contender;
   std::string_view colour;
 };
 constexpr std::array<Bar, 4> kBars = {{{kOwnName, "#1a7f5a"},
@@ -42,7 +42,7 @@ void draw_legend(std::ostream& out) {
   int x = kLeft;
   for (const Bar& bar : kBars) {
     box(out, x, 34, 11, bar.colour);
-    text(out, x + 16, 44, "start", bar.library);
+    text(out, x + 16, 44, "start", bar.contender);
     x += 120;
   }
 }
@@ -55,10 +55,10 @@ void draw_time(std::ostream& out, int y, double nanoseconds, double width) {
 
 void draw_answer(std::ostream& out, const Results& results, std::string_view answer, int y) {
   double longest = 0;
-  for (const Bar& bar : kBars) longest = std::max(longest, time_of(results, "finish", answer, bar.library));
+  for (const Bar& bar : kBars) longest = std::max(longest, time_of(results, "finish", answer, bar.contender));
   text(out, kLeft - 10, y + 2 * kBarHeight + 3, "end", answer);
   for (const Bar& bar : kBars) {
-    const double time = time_of(results, "finish", answer, bar.library);
+    const double time = time_of(results, "finish", answer, bar.contender);
     const double width = kLongestBar * time / longest;
     box(out, kLeft, y, width, bar.colour);
     draw_time(out, y + kBarHeight - 4, time, width);
