@@ -15,10 +15,10 @@ using values::Kind;
 
 namespace {
 
-module::FinishOptions options_of(const Request& request) {
-  return {.action = request.action,
+module::FinishOptions options_of(Request& request) {
+  return {.action = std::move(request.action),
           .arguments = request.arguments ? &*request.arguments : nullptr,
-          .freshness = request.freshness};
+          .freshness = std::move(request.freshness)};
 }
 
 }  // namespace
@@ -42,12 +42,12 @@ Request read_request(std::string_view line) {
   return request;
 }
 
-JsonObject finished(const Request& request) {
-  return module::finish_answer(request.response, request.tool, options_of(request));
+JsonObject finished(Request request) {
+  return module::finish_answer(std::move(request.response), request.tool, options_of(request));
 }
 
-module::Explanation explanation(const Request& request) {
-  return module::explain_answer(request.response, request.tool, options_of(request));
+module::Explanation explanation(Request request) {
+  return module::explain_answer(std::move(request.response), request.tool, options_of(request));
 }
 
 }  // namespace next_steps_program

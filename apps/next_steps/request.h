@@ -26,7 +26,7 @@ Request read_request(std::string_view line);
 
 // The finished answer to `request`, and why it got its steps. Throw
 // std::bad_alloc.
-vantrex::values::JsonObject finished(const Request& request);
-vantrex::tool_handlers::next_steps::Explanation explanation(const Request& request);
+vantrex::values::JsonObject finished(Request request);
+vantrex::tool_handlers::next_steps::Explanation explanation(Request request);
 
 }  // namespace next_steps_program

@@ -1,8 +1,11 @@
 #include <optional>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include <gtest/gtest.h>
 
+#include "fuzz/support/random_tree.h"
 #include "support/table.h"
 #include "vantrex/tool_handlers/next_steps.h"
 #include "vantrex/tool_handlers/tool_result.h"
@@ -74,6 +77,34 @@ symbol | - | - | {"note":"LONG"} | {"fqn":"f"} | {"fqn":"f","freshness":{"note":
                                                .arguments = has_arguments ? &arguments : nullptr,
                                                .freshness = parse(expanded(row.at(3)))});
     EXPECT_EQ(tool_result_text(finished), expanded(row.at(5))) << row.at(4);
+  }
+}
+
+// Where the items of the lists and objects in `value` lie.
+void add_addresses(const values::JsonValue& value, std::vector<const void*>& addresses) {
+  if (const auto* list = value.list()) {
+    addresses.push_back(list->begin());
+    for (const auto& item : *list) add_addresses(item, addresses);
+  } else if (const auto* object = value.object()) {
+    addresses.push_back(object->begin());
+    for (const auto& field : *object) add_addresses(field.value, addresses);
+  }
+}
+
+std::vector<const void*> addresses(const values::JsonValue& value) {
+  std::vector<const void*> all;
+  add_addresses(value, all);
+  return all;
+}
+
+TEST(FinishAnswer, CopiesNothingOfAnAnswerThatIsGivenUp) {
+  for (std::uint64_t seed = 0; seed < 500; ++seed) {
+    JsonObject answer{{"fqn", "f"}, {"inner", fuzz::Random(seed).request().answer}};
+    const auto before = addresses(answer["inner"]);
+    const JsonObject finished = finish_answer(std::move(answer), "symbol");
+    EXPECT_TRUE(answer.empty());  // NOLINT(bugprone-use-after-move): it is consumed
+    ASSERT_NE(finished["next_steps"].list(), nullptr);
+    EXPECT_EQ(addresses(finished["inner"]), before);
   }
 }
 

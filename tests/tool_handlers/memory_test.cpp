@@ -37,6 +37,11 @@ std::vector<std::pair<std::string, std::function<std::string()>>> calls(const fu
        [=, &request] {
          return tool_result_text(finish_answer(request.answer, request.tool, request.options())) + given();
        }},
+      {"finish given up",
+       [&request] {
+         JsonObject answer = request.answer;
+         return tool_result_text(finish_answer(std::move(answer), request.tool, request.options()));
+       }},
       {"explain",
        [=, &request] {
          const Explanation told = explain_answer(request.answer, request.tool, request.options());

@@ -57,8 +57,9 @@ TEST(Integer, IsOrderedByValue) {
 }
 
 std::string text_of(double value) {
-  NumberBuffer buffer;
-  return std::string(float_text(value, buffer));
+  char text[kMaxNumberBytes];
+  EXPECT_EQ(float_text_size(value), static_cast<std::size_t>(write_float(value, text) - text));
+  return {text, write_float(value, text)};
 }
 
 TEST(FloatText, IsTheShortestThatReadsBack) {

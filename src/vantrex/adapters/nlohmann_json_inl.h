@@ -255,14 +255,14 @@ Json to_nlohmann(const values::JsonValue& value) {
 
 inline nlohmann::ordered_json finish_answer(const nlohmann::ordered_json& response,
                                             std::string_view tool_name, FinishOptions options) {
-  const values::JsonObject answer = detail::object_from(response, "the answer");
+  values::JsonObject answer = detail::object_from(response, "the answer");
   std::optional<values::JsonObject> arguments;
   if (options.arguments != nullptr) {
     arguments = detail::object_from(*options.arguments, "the request's arguments");
   }
   values::JsonValue finished =
-      tool_handlers::next_steps::finish_answer(answer, tool_name,
-                                               {.action = options.action,
+      tool_handlers::next_steps::finish_answer(std::move(answer), tool_name,
+                                               {.action = std::move(options.action),
                                                 .arguments = arguments ? &*arguments : nullptr,
                                                 .freshness = std::move(options.freshness)});
   return detail::ToNlohmann<nlohmann::ordered_json>("the finished answer").convert(finished);

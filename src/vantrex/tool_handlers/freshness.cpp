@@ -8,21 +8,20 @@ namespace vantrex::tool_handlers {
 using values::JsonObject;
 using values::JsonValue;
 using values::Text;
-using values::TextLiteral;
 
 JsonValue freshness_block(const models::Repository& repository) {
   const std::string indexed = repository.indexed_revision();
   const std::string present = repository.present_revision();
   if (indexed == present) return nullptr;
   return JsonObject{
-      {TextLiteral("current"), false},
-      {TextLiteral("indexed_revision"), Text::lossy(indexed)},
-      {TextLiteral("present_revision"), Text::lossy(present)},
+      {"current", false},
+      {"indexed_revision", Text::lossy(indexed)},
+      {"present_revision", Text::lossy(present)},
   };
 }
 
 void add_freshness(JsonObject& answer, JsonValue block) {
-  if (!block.is_null()) answer.set(TextLiteral("freshness"), std::move(block));
+  if (!block.is_null()) answer.set("freshness", std::move(block));
 }
 
 }  // namespace vantrex::tool_handlers

@@ -1,55 +1,54 @@
+#include <algorithm>
 #include <bit>
 #include <cmath>
 
 #include "vantrex/values/json_value.h"
+#include "vantrex/values/value_access.h"
 #include "vantrex/values/walk_stack.h"
 
 namespace vantrex::values {
 
 namespace {
 
+using detail::Values;
+
 // Compares two trees side by side, container by container.
 class EqualityWalk {
  public:
-  bool equal(const JsonList& a, const JsonList& b) { return open(a, b) && finish(); }
-  bool equal(const JsonObject& a, const JsonObject& b) { return open(a, b) && finish(); }
-  bool equal(const JsonValue& a, const JsonValue& b) { return values_match(a, b) && finish(); }
-
- private:
-  // What is left to compare of two containers of equal size.
-  struct Frame {
-    const JsonValue* items = nullptr;
-    const JsonField* fields = nullptr;
-    const JsonValue* other_items = nullptr;
-    const JsonField* other_fields = nullptr;
-    std::size_t left = 0;
-  };
-
-  bool open(const JsonList& a, const JsonList& b) {
-    if (a.size() != b.size()) return false;
-    if (a.begin() != b.begin()) walk_.push({a.begin(), nullptr, b.begin(), nullptr, a.size()});
-    return true;
-  }
-
-  bool open(const JsonObject& a, const JsonObject& b) {
-    if (a.size() != b.size()) return false;
-    if (a.begin() != b.begin()) walk_.push({nullptr, a.begin(), nullptr, b.begin(), a.size()});
-    return true;
-  }
-
-  bool finish() {
+  template <typename T>
+  bool equal(const T& a, const T& b) {
+    if (!match(a, b)) return false;
     while (!walk_.empty()) {
-      Frame& frame = walk_.top();
-      if (frame.left-- == 0) {
+      Level& level = walk_.top();
+      if (level.values.done()) {
         walk_.pop();
-      } else if (frame.items != nullptr) {
-        if (!values_match(*frame.items++, *frame.other_items++)) return false;
-      } else {
-        const JsonField& field = *frame.fields++;
-        const JsonField& other = *frame.other_fields++;
-        if (field.key != other.key || !values_match(field.value, other.value)) return false;
+      } else if (!match(level.values.take(), level.others.take())) {
+        return false;
       }
     }
+    return true;
+  }
+
+ private:
+  // Two containers of equal size and keys, whose values up to here are equal.
+  struct Level {
+    Values<const JsonValue> values;
+    Values<const JsonValue> others;
+  };
+
+  // Whether the two are equal but for the values in containers, which are put on
+  // the stack.
+  bool match(const JsonList& a, const JsonList& b) {
+    if (a.size() != b.size()) return false;
+    walk_.push({Values<const JsonValue>(a), Values<const JsonValue>(b)});
+    return true;
+  }
+  bool match(const JsonObject& a, const JsonObject& b) {
+    const auto same_key = [](const JsonField& field, const JsonField& other) {
+      return field.key == other.key;
+    };
+    if (!std::equal(a.begin(), a.end(), b.begin(), b.end(), same_key)) return false;
+    walk_.push({Values<const JsonValue>(a), Values<const JsonValue>(b)});
     return true;
   }
 
@@ -58,9 +57,7 @@ class EqualityWalk {
            std::bit_cast<std::uint64_t>(a) == std::bit_cast<std::uint64_t>(b);
   }
 
-  // Whether two values are equal but for what containers hold, which is put on
-  // the stack.
-  bool values_match(const JsonValue& a, const JsonValue& b) {
+  bool match(const JsonValue& a, const JsonValue& b) {
     if (a.kind() != b.kind()) return false;
     switch (a.kind()) {
       case Kind::null:
@@ -76,14 +73,14 @@ class EqualityWalk {
       case Kind::foreign:
         return *a.foreign() == *b.foreign();
       case Kind::list:
-        return open(*a.list(), *b.list());
+        return match(*a.list(), *b.list());
       case Kind::object:
-        return open(*a.object(), *b.object());
+        return match(*a.object(), *b.object());
     }
     return false;
   }
 
-  WalkStack<Frame> walk_;
+  WalkStack<Level> walk_;
 };
 
 }  // namespace

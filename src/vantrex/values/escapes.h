@@ -1,8 +1,7 @@
-// What a JSON string costs beyond its own bytes.
+// What a byte gains when it is written inside a JSON string.
 //
-// One table says how many bytes a byte of text gains when it is written inside
-// a JSON string. The scan of a new text adds these up, the writer tells by the
-// same table which bytes it must replace, so the two cannot disagree.
+// The scan of a new text adds these gains up, and the writer takes its escapes
+// from the same function, so the two cannot disagree.
 #pragma once
 
 #include <array>
@@ -36,20 +35,11 @@ constexpr char short_escape(unsigned char byte) noexcept {
   }
 }
 
-inline constexpr std::array<std::uint8_t, 256> kEscapeGain = [] {
-  std::array<std::uint8_t, 256> gain{};
-  for (std::size_t byte = 0; byte < gain.size(); ++byte) {
-    if (short_escape(static_cast<unsigned char>(byte)) != 0) {
-      gain[byte] = kShortEscapeGain;
-    } else if (byte < 0x20) {
-      gain[byte] = kUnicodeEscapeGain;
-    }
-  }
-  return gain;
-}();
-
+// 0 for a byte that is written as it is.
 constexpr std::size_t escape_gain(char byte) noexcept {
-  return kEscapeGain[static_cast<unsigned char>(byte)];
+  const auto value = static_cast<unsigned char>(byte);
+  if (short_escape(value) != 0) return kShortEscapeGain;
+  return value < 0x20 ? kUnicodeEscapeGain : 0;
 }
 
 }  // namespace vantrex::values::detail

@@ -18,10 +18,10 @@ std::uint64_t mixed(std::uint64_t a, std::uint64_t b) noexcept {
 
 }  // namespace
 
-FieldIndex* FieldIndex::create(void* memory, std::size_t capacity, const JsonField* fields,
-                               std::size_t size) noexcept {
-  auto* index = new (memory) FieldIndex(slots_for(capacity));
-  index->rebuild(fields, size);
+FieldIndex* FieldIndex::create(std::size_t capacity) {
+  const std::size_t slots = slots_for(capacity);
+  auto* index = new (::operator new(sizeof(FieldIndex) + slots * sizeof(std::uint32_t))) FieldIndex(slots);
+  index->rebuild(nullptr, 0);
   return index;
 }
 

@@ -19,16 +19,9 @@ class FieldIndex {
   // Objects of up to this many fields are searched without an index.
   static constexpr std::size_t kUnindexedFields = 32;
 
-  // Bytes of memory, aligned for a JsonValue, that an index of up to `capacity`
-  // fields takes.
-  static std::size_t bytes_for(std::size_t capacity) noexcept {
-    return sizeof(FieldIndex) + slots_for(capacity) * sizeof(std::uint32_t);
-  }
-
-  // Makes an index for up to `capacity` fields in `memory`, holding the first
-  // `size` of `fields`, whose keys differ.
-  static FieldIndex* create(void* memory, std::size_t capacity, const JsonField* fields,
-                            std::size_t size) noexcept;
+  // An empty index for up to `capacity` fields, to be given back by operator delete.
+  // Throws std::bad_alloc.
+  static FieldIndex* create(std::size_t capacity);
 
   // The position of the field `key`, or `none` when there is no such field.
   std::size_t find(std::string_view key, const JsonField* fields, std::size_t none) const noexcept;

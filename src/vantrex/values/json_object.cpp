@@ -1,105 +1,93 @@
 #include <algorithm>
+#include <cassert>
+#include <new>
 #include <utility>
 
-#include "vantrex/values/block_memory.h"
-#include "vantrex/values/field_index.h"
+#include "vantrex/values/block.h"
 #include "vantrex/values/json_value.h"
-#include "vantrex/values/snapshot.h"
 
 namespace vantrex::values {
 
+using detail::FieldIndex;
+
+namespace {
+
+constinit const JsonValue kAbsent(nullptr);
+
+}  // namespace
+
+// The fields are compared among themselves alone, and their block is exactly large
+// enough.
 JsonObject::JsonObject(std::initializer_list<FieldInit> fields) : JsonObject() {
   reserve(fields.size());
-  for (const FieldInit& field : fields) set(field.key, std::move(field.value));
-}
-
-JsonObject::JsonObject(const JsonObject& other) {
-  if (other.block_ == nullptr) return;
-  if (detail::share(other.block_)) {
-    block_ = other.block_;
-  } else {
-    *this = snapshot(other, NullFields::keep);
+  for (const FieldInit& field : fields) {
+    Text key = field.key.text();
+    if (JsonValue* present = find_mutable(key.view())) {
+      *present = std::move(field.value);
+    } else {
+      append_new(std::move(key), std::move(field.value));
+    }
   }
 }
 
 void JsonObject::dispose() noexcept {
-  detail::give_up<JsonField>(block_);
+  detail::destroy(*this);
 }
 
-// Has the block be one to append to, with room for `capacity` items in all.
-void JsonObject::make_room(std::size_t capacity) {
-  block_ = detail::roomy_block<JsonField>(block_, capacity);
-}
-
-// Has the block be one whose items can be changed.
-void JsonObject::make_changeable() {
-  make_room(size());
-  detail::keep_borrowed<JsonField>(block_);
-}
-
-const JsonField* JsonObject::field_of(const detail::WantedKey& key) const noexcept {
-  if (block_ == nullptr) return nullptr;
-  if (block_->index != nullptr || !key.is_short()) return long_field_of(key.view());
-  for (const JsonField& field : *this) {
-    if (key.matches(field.key)) return &field;
+const JsonValue* JsonObject::find(std::string_view key) const& noexcept {
+  if (size_ > FieldIndex::kUnindexedFields) {
+    const std::size_t position = detail::header_of(fields_).index->find(key, fields_, size_);
+    return position == size_ ? nullptr : &fields_[position].value;
+  }
+  for (const auto& field : *this) {
+    if (field.key.view() == key) return &field.value;
   }
   return nullptr;
 }
 
-// The field of a key that is long, or of an object that is.
-const JsonField* JsonObject::long_field_of(std::string_view key) const noexcept {
-  if (block_->index != nullptr) {
-    const std::size_t position = block_->index->find(key, begin(), size());
-    return position == size() ? nullptr : begin() + position;
-  }
-  const auto* found =
-      std::find_if(begin(), end(), [&](const JsonField& field) { return field.key.view() == key; });
-  return found == end() ? nullptr : found;
+JsonValue* JsonObject::find_mutable(std::string_view key) & noexcept {
+  return const_cast<JsonValue*>(find(key));  // NOLINT(*-const-cast): of this object, which may be changed
 }
 
-const JsonValue& JsonObject::value_of(const detail::WantedKey& key) const noexcept {
-  static const JsonValue absent;
-  const JsonField* field = field_of(key);
-  return field == nullptr ? absent : field->value;
+const JsonValue& JsonObject::operator[](std::string_view key) const& noexcept {
+  const JsonValue* value = find(key);
+  return value == nullptr ? kAbsent : *value;
 }
 
-JsonValue* JsonObject::mutable_value_of(const detail::WantedKey& key) {
-  const JsonField* field = field_of(key);
-  if (field == nullptr) return nullptr;
-  const auto position = field - begin();
-  make_changeable();
-  return &block_->items<JsonField>()[position].value;
-}
-
-void JsonObject::set(Text key, JsonValue value) {
-  if (JsonValue* present = mutable_value_of(detail::WantedKey(key))) {
+void JsonObject::set(const TextArgument& key, JsonValue value) {
+  if (JsonValue* present = find_mutable(key.view())) {
     *present = std::move(value);
-    return;
+  } else {
+    append_new(key.text(), std::move(value));
   }
-  append(std::move(key), std::move(value));
 }
 
-// Adds the last field to the index.
-void JsonObject::index_last() noexcept {
-  const std::size_t last = size() - 1;
-  block_->index->add(begin()[last].key, last);
+void JsonObject::append(const TextArgument& key, JsonValue value) {
+  assert(!contains(key.view()));
+  append_new(key.text(), std::move(value));
 }
 
-std::optional<JsonValue> JsonObject::remove(std::string_view key) {
-  const JsonField* field = field_of(detail::WantedKey(key));
-  if (field == nullptr) return std::nullopt;
-  const auto position = field - begin();
-  make_changeable();
-  auto* fields = block_->items<JsonField>();
-  std::optional<JsonValue> removed(std::move(fields[position].value));
-  std::move(fields + position + 1, fields + block_->size, fields + position);
-  fields[--block_->size].~JsonField();
-  if (block_->index != nullptr) block_->index->rebuild(fields, block_->size);
+void JsonObject::append_new(Text key, JsonValue value) {
+  detail::make_room(*this);
+  auto* field = new (fields_ + size_) JsonField{std::move(key), std::move(value)};
+  if (FieldIndex* index = detail::header_of(fields_).index) index->add(field->key, size_);
+  ++size_;
+}
+
+std::optional<JsonValue> JsonObject::remove(std::string_view key) noexcept {
+  JsonValue* found = find_mutable(key);
+  if (found == nullptr) return std::nullopt;
+  auto* field =
+      std::find_if(fields_, fields_ + size_, [&](const JsonField& each) { return &each.value == found; });
+  std::optional<JsonValue> removed(std::move(*found));
+  std::move(field + 1, fields_ + size_, field);
+  fields_[--size_].~JsonField();
+  detail::rebuild_index(*this);
   return removed;
 }
 
 void JsonObject::reserve(std::size_t capacity) {
-  if (capacity > size()) make_room(capacity);
+  detail::reserve(*this, capacity);
 }
 
 }  // namespace vantrex::values

@@ -2,7 +2,6 @@
 
 #include <utility>
 
-#include "vantrex/values/snapshot.h"
 #include "vantrex/values/value_access.h"
 
 namespace vantrex::values {
@@ -20,33 +19,47 @@ JsonValue::JsonValue(Integer value) noexcept : JsonValue(nullptr) {
 
 void JsonValue::swap(JsonValue& other) noexcept {
   JsonValue held(std::move(other));
-  std::memcpy(static_cast<void*>(&other), static_cast<const void*>(this), sizeof(JsonValue));
-  std::memcpy(static_cast<void*>(this), static_cast<const void*>(&held), sizeof(JsonValue));
+  other.take_bits(*this);
+  take_bits(held);
   held.plain_.tag = Tag::null;
 }
 
 void JsonValue::copy_from(const JsonValue& other) {
-  if (detail::ValueAccess::has_own_block(other)) {
-    *this = snapshot(other, NullFields::keep);
-  } else {
-    detail::ValueAccess::place_uncounted(this, other);
-    detail::ValueAccess::count(*this);
+  switch (other.tag()) {
+    case Tag::list:
+      new (&list_) JsonList(other.list_);
+      break;
+    case Tag::object:
+      new (&object_) JsonObject(other.object_);
+      break;
+    case Tag::foreign:
+      new (&foreign_) Foreign(other.foreign_);
+      break;
+    case Tag::big_integer:
+      detail::ValueAccess::copy_big_integer(*this, other);
+      break;
+    default:
+      new (&text_) Text(other.text_);
+      break;
   }
 }
 
 void JsonValue::dispose() noexcept {
   switch (tag()) {
     case Tag::list:
-      plain_.as.list.~JsonList();
+      list_.~JsonList();
       break;
     case Tag::object:
-      plain_.as.object.~JsonObject();
+      object_.~JsonObject();
       break;
     case Tag::foreign:
-      plain_.as.foreign.~ForeignValue();
+      foreign_.~Foreign();
       break;
-    default:  // a long text or the digits of a big integer
-      detail::release(plain_.as.digits);
+    case Tag::big_integer:
+      detail::ValueAccess::release_big_integer(*this);
+      break;
+    default:
+      text_.~Text();
       break;
   }
 }
@@ -84,9 +97,9 @@ bool JsonValue::is_empty() const noexcept {
     case Tag::floating:
       return plain_.as.floating == 0.0;
     case Tag::list:
-      return plain_.as.list.empty();
+      return list_.empty();
     case Tag::object:
-      return plain_.as.object.empty();
+      return object_.empty();
     case Tag::foreign:
     case Tag::big_integer:
       return false;

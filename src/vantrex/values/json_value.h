@@ -7,12 +7,10 @@
 // fails on a type: each accessor gives the value of its own kind or nothing,
 // and an absent field reads as null. No operation recurses on depth.
 //
-// Ownership: value types; a copy is deep as far as anyone can tell. Copying a
-// list or an object takes one pass and few allocations: the copy lies packed in
-// one arena, and copying that copy again is free. Changing a list or an object
-// that lies in an arena first copies that one level out, and what only gets further
-// items goes on referring to the arena; the arena's memory is given back when
-// nothing refers to it any more.
+// Ownership: value types. A list or an object owns the memory of its items and
+// shares it with nobody. Moving takes constant time and moves no item; copying is
+// deep, with one allocation for each list and object. Long texts, foreign values
+// and integers beyond 64 bits are immutable, and copies share them by count.
 //
 // Threads: like an int. Any number of threads may read or copy one value at
 // once; a value that one thread changes must not be used by another meanwhile.
@@ -38,7 +36,6 @@
 #include <vector>
 
 #include "vantrex/export.h"
-#include "vantrex/values/container_block.h"
 #include "vantrex/values/foreign.h"
 #include "vantrex/values/integer.h"
 #include "vantrex/values/text.h"
@@ -96,37 +93,39 @@ class NEXT_STEPS_API JsonList {
   template <typename... Items>
   static JsonList of(Items&&... items);
 
-  // A copy takes one pass and few allocations. What is moved from is empty.
+  // A copy is deep. A moved-from list is empty.
   JsonList(const JsonList& other);
-  JsonList(JsonList&& other) noexcept : block_(std::exchange(other.block_, nullptr)) {}
+  JsonList(JsonList&& other) noexcept
+      : size_(std::exchange(other.size_, 0)), items_(std::exchange(other.items_, nullptr)) {}
   JsonList& operator=(JsonList other) noexcept {
-    std::swap(block_, other.block_);
+    std::swap(size_, other.size_);
+    std::swap(items_, other.items_);
     return *this;
   }
 
-  // Allocates nothing, and takes no more stack for deeper values.
+  // Allocates nothing, and needs no more stack for deeper values.
   ~JsonList() {
-    if (block_ != nullptr) dispose();
+    if (items_ != nullptr) dispose();
   }
 
   // The number of items, and whether it is 0.
-  std::size_t size() const noexcept { return block_ == nullptr ? 0 : block_->size; }
+  std::size_t size() const noexcept { return size_; }
   bool empty() const noexcept { return size() == 0; }
 
   // The items: for (const JsonValue& item : list).
-  const JsonValue* begin() const noexcept;
+  const JsonValue* begin() const noexcept { return items_; }
   const JsonValue* end() const noexcept;
 
   // The item at `position`, which must be less than size().
   const JsonValue& operator[](std::size_t position) const& noexcept;
   const JsonValue& operator[](std::size_t position) const&& = delete;
   // The same, to be changed.
-  JsonValue& mutable_item(std::size_t position) &;
+  JsonValue& mutable_item(std::size_t position) & noexcept;
 
   // Adds `item` after the last one, in amortised constant time.
   void push_back(JsonValue item);
   // Keeps the first `count` items; does nothing when there are no more.
-  void truncate(std::size_t count);
+  void truncate(std::size_t count) noexcept;
   // Makes room for `capacity` items in all.
   void reserve(std::size_t capacity);
 
@@ -136,12 +135,11 @@ class NEXT_STEPS_API JsonList {
  private:
   friend struct detail::ValueAccess;
 
-  explicit JsonList(detail::ContainerBlock* block) noexcept : block_(block) {}
   void dispose() noexcept;
-  void make_room(std::size_t capacity);
-  void make_changeable();
 
-  detail::ContainerBlock* block_ = nullptr;  // null for a list that never held an item
+  detail::Tag tag_ = detail::Tag::list;
+  std::uint32_t size_ = 0;
+  JsonValue* items_ = nullptr;  // null until there is room for one
 };
 
 // String-keyed fields in the order in which they were added. Pointers,
@@ -153,33 +151,35 @@ class NEXT_STEPS_API JsonObject {
 
   JsonObject() noexcept = default;
 
-  // JsonObject{{"fqn", fqn}, {"note", nullptr}}. Of repeated keys the last
-  // value stands at the first place.
+  // JsonObject{{"fqn", fqn}, {"note", nullptr}}. A repeated key keeps its first
+  // position and its last value.
   JsonObject(std::initializer_list<FieldInit> fields);
 
   // The fields of a string-keyed map, in the map's order.
   template <detail::StringKeyedMap Map>
   explicit JsonObject(const Map& map);
 
-  // A copy takes one pass and few allocations. What is moved from is empty.
+  // A copy is deep. A moved-from object is empty.
   JsonObject(const JsonObject& other);
-  JsonObject(JsonObject&& other) noexcept : block_(std::exchange(other.block_, nullptr)) {}
+  JsonObject(JsonObject&& other) noexcept
+      : size_(std::exchange(other.size_, 0)), fields_(std::exchange(other.fields_, nullptr)) {}
   JsonObject& operator=(JsonObject other) noexcept {
-    std::swap(block_, other.block_);
+    std::swap(size_, other.size_);
+    std::swap(fields_, other.fields_);
     return *this;
   }
 
-  // Allocates nothing, and takes no more stack for deeper values.
+  // Allocates nothing, and needs no more stack for deeper values.
   ~JsonObject() {
-    if (block_ != nullptr) dispose();
+    if (fields_ != nullptr) dispose();
   }
 
   // The number of fields, and whether it is 0.
-  std::size_t size() const noexcept { return block_ == nullptr ? 0 : block_->size; }
+  std::size_t size() const noexcept { return size_; }
   bool empty() const noexcept { return size() == 0; }
 
   // The fields: for (const auto& [key, value] : object).
-  const JsonField* begin() const noexcept;
+  const JsonField* begin() const noexcept { return fields_; }
   const JsonField* end() const noexcept;
 
   // The value of the field `key`, or null when there is none. Constant time on
@@ -187,7 +187,7 @@ class NEXT_STEPS_API JsonObject {
   const JsonValue* find(std::string_view key) const& noexcept;
   const JsonValue* find(std::string_view key) const&& = delete;
   // The same, to be changed.
-  JsonValue* find_mutable(std::string_view key) &;
+  JsonValue* find_mutable(std::string_view key) & noexcept;
 
   // The value of the field `key`; an absent field reads as null.
   const JsonValue& operator[](std::string_view key) const& noexcept;
@@ -197,17 +197,18 @@ class NEXT_STEPS_API JsonObject {
   bool contains(std::string_view key) const noexcept { return find(key) != nullptr; }
 
   // Replaces the value of the field `key` in its place, or adds the field after
-  // the last one. Amortised constant time on average.
-  void set(Text key, JsonValue value);
+  // the last one. Amortised constant time on average. Of bytes as a key it throws
+  // InvalidUtf8 when they are no well-formed UTF-8, as append does.
+  void set(const TextArgument& key, JsonValue value);
 
   // Adds a field after the last one without looking whether there is one of that
   // key, which the caller vouches for. Amortised constant time.
-  void append(Text key, JsonValue value);
+  void append(const TextArgument& key, JsonValue value);
 
   // Removes the field `key` and closes the gap; the other fields keep their
   // order. Gives the removed value, or nothing when there was no such field.
   // Takes time linear in the fields.
-  std::optional<JsonValue> remove(std::string_view key);
+  std::optional<JsonValue> remove(std::string_view key) noexcept;
 
   // Makes room for `capacity` fields in all.
   void reserve(std::size_t capacity);
@@ -218,17 +219,12 @@ class NEXT_STEPS_API JsonObject {
  private:
   friend struct detail::ValueAccess;
 
-  explicit JsonObject(detail::ContainerBlock* block) noexcept : block_(block) {}
   void dispose() noexcept;
-  const JsonField* field_of(const detail::WantedKey& key) const noexcept;
-  JsonValue* mutable_value_of(const detail::WantedKey& key);
-  const JsonField* long_field_of(std::string_view key) const noexcept;
-  const JsonValue& value_of(const detail::WantedKey& key) const noexcept;
-  void make_room(std::size_t capacity);
-  void make_changeable();
-  void index_last() noexcept;
+  void append_new(Text key, JsonValue value);
 
-  detail::ContainerBlock* block_ = nullptr;  // null for an object that never held a field
+  detail::Tag tag_ = detail::Tag::object;
+  std::uint32_t size_ = 0;
+  JsonField* fields_ = nullptr;  // null until there is room for one
 };
 
 // One value of any kind.
@@ -237,7 +233,7 @@ class NEXT_STEPS_API JsonValue {
   // NOLINTBEGIN(google-explicit-constructor): what has a JSON form is a value.
   // Null.
   JsonValue() noexcept : JsonValue(nullptr) {}
-  JsonValue(std::nullptr_t) noexcept : plain_{detail::Tag::null, {}} {}
+  constexpr JsonValue(std::nullptr_t) noexcept : plain_{detail::Tag::null, {}} {}
 
   // A boolean, of nothing but a bool.
   template <std::same_as<bool> Boolean>
@@ -245,7 +241,9 @@ class NEXT_STEPS_API JsonValue {
 
   // An integer. Of a type of up to 64 signed bits it never fails.
   template <CountingInteger Number>
-  JsonValue(Number value) : JsonValue(Integer(value)) {}
+  JsonValue(Number value) : plain_{detail::Tag::integer, {.integer = static_cast<std::int64_t>(value)}} {
+    if (!std::in_range<std::int64_t>(value)) *this = JsonValue(Integer(value));
+  }
   JsonValue(Integer value) noexcept;
 
   // A float, rounded to a double.
@@ -255,16 +253,16 @@ class NEXT_STEPS_API JsonValue {
 
   // A string. Of bytes it throws InvalidUtf8 when they are no well-formed UTF-8.
   JsonValue(Text text) noexcept : text_(std::move(text)) {}
-  JsonValue(TextLiteral text) noexcept : text_(text) {}
+  JsonValue(const TextLiteral& text) noexcept : text_(text) {}
   JsonValue(std::string_view text) : text_(text) {}
   JsonValue(const std::string& text) : text_(text) {}
   // A null pointer is no text: it throws std::invalid_argument.
   JsonValue(const char* text) : text_(text) {}
 
   // A list, an object or a foreign value, taken over as it is.
-  JsonValue(JsonList list) noexcept : plain_{detail::Tag::list, {.list = std::move(list)}} {}
-  JsonValue(JsonObject object) noexcept : plain_{detail::Tag::object, {.object = std::move(object)}} {}
-  JsonValue(const ForeignValue& value) noexcept : plain_{detail::Tag::foreign, {.foreign = value}} {}
+  JsonValue(JsonList list) noexcept : list_(std::move(list)) {}
+  JsonValue(JsonObject object) noexcept : object_(std::move(object)) {}
+  JsonValue(ForeignValue value) noexcept : foreign_{detail::Tag::foreign, std::move(value)} {}
 
   // The value of an optional, or null; the list of a sequence or a tuple; the
   // object of a string-keyed map. Throws as making what they hold does.
@@ -286,11 +284,16 @@ class NEXT_STEPS_API JsonValue {
   requires(!std::same_as<std::remove_cv_t<T>, char>) JsonValue(T* pointer)
   = delete;
 
-  // Copies as its list or object does, else without allocation. What is moved from
-  // is null.
-  JsonValue(const JsonValue& other) : JsonValue() { copy_from(other); }
+  // A copy is deep; that of a scalar allocates nothing. A moved-from value is null.
+  JsonValue(const JsonValue& other) : JsonValue() {
+    if (detail::may_own(other.tag())) {
+      copy_from(other);
+    } else {
+      take_bits(other);
+    }
+  }
   JsonValue(JsonValue&& other) noexcept {
-    std::memcpy(static_cast<void*>(this), static_cast<const void*>(&other), sizeof(JsonValue));
+    take_bits(other);
     other.plain_.tag = detail::Tag::null;
   }
   JsonValue& operator=(JsonValue other) noexcept {
@@ -298,9 +301,9 @@ class NEXT_STEPS_API JsonValue {
     return *this;
   }
 
-  // Allocates nothing, and takes no more stack for deeper values.
+  // Allocates nothing, and needs no more stack for deeper values.
   ~JsonValue() {
-    if (detail::owns_block(tag())) dispose();
+    if (detail::may_own(tag())) dispose();
   }
 
   // Exchanges the two values.
@@ -328,14 +331,12 @@ class NEXT_STEPS_API JsonValue {
     return detail::is_text(tag()) ? std::optional(text_.view()) : std::nullopt;
   }
   const Text* text() const& noexcept { return detail::is_text(tag()) ? &text_ : nullptr; }
-  const JsonList* list() const& noexcept { return tag() == detail::Tag::list ? &plain_.as.list : nullptr; }
-  JsonList* list() & noexcept { return tag() == detail::Tag::list ? &plain_.as.list : nullptr; }
-  const JsonObject* object() const& noexcept {
-    return tag() == detail::Tag::object ? &plain_.as.object : nullptr;
-  }
-  JsonObject* object() & noexcept { return tag() == detail::Tag::object ? &plain_.as.object : nullptr; }
+  const JsonList* list() const& noexcept { return tag() == detail::Tag::list ? &list_ : nullptr; }
+  JsonList* list() & noexcept { return tag() == detail::Tag::list ? &list_ : nullptr; }
+  const JsonObject* object() const& noexcept { return tag() == detail::Tag::object ? &object_ : nullptr; }
+  JsonObject* object() & noexcept { return tag() == detail::Tag::object ? &object_ : nullptr; }
   const ForeignValue* foreign() const& noexcept {
-    return tag() == detail::Tag::foreign ? &plain_.as.foreign : nullptr;
+    return tag() == detail::Tag::foreign ? &foreign_.value : nullptr;
   }
   std::optional<std::string_view> string() const&& = delete;
   const Text* text() const&& = delete;
@@ -352,33 +353,36 @@ class NEXT_STEPS_API JsonValue {
  private:
   friend struct detail::ValueAccess;
 
-  union Payload {
-    std::nullptr_t nothing = nullptr;
-    bool boolean;
-    std::int64_t integer;
-    double floating;
-    detail::TextBlock* digits;
-    JsonList list;
-    JsonObject object;
-    ForeignValue foreign;
-
-    // What is held is known to the value alone, which destroys it.
-    ~Payload() {}  // NOLINT(modernize-use-equals-default): it would be deleted.
-  };
   struct Plain {
     detail::Tag tag;
-    Payload as;
+    union {
+      std::nullptr_t nothing;
+      bool boolean;
+      std::int64_t integer;
+      double floating;
+    } as;
+  };
+  struct Foreign {
+    detail::Tag tag;
+    ForeignValue value;
   };
 
   // NOLINTNEXTLINE(clang-analyzer-core.uninitialized.UndefReturn): every constructor sets the tag.
   detail::Tag tag() const noexcept { return plain_.tag; }
+  // The 16 bytes of `other`, counting nothing.
+  void take_bits(const JsonValue& other) noexcept {
+    std::memcpy(static_cast<void*>(this), static_cast<const void*>(&other), sizeof(JsonValue));
+  }
   void copy_from(const JsonValue& other);
   void dispose() noexcept;
 
-  // Both begin with the tag, so it may be read through either.
+  // All begin with the tag, so it may be read through any.
   union {
-    Text text_;
     Plain plain_;
+    Text text_;  // also the digits of an integer beyond 64 bits, with a tag of their own
+    JsonList list_;
+    JsonObject object_;
+    Foreign foreign_;
   };
 };
 
@@ -392,7 +396,7 @@ struct JsonField {
 
 // A field to build an object from; the object takes the value out of it.
 struct JsonObject::FieldInit {
-  Text key;                 // of the field
+  TextArgument key;         // of the field
   mutable JsonValue value;  // moved out by the object
 };
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <string_view>
 
 namespace vantrex::values {
 
@@ -12,7 +13,7 @@ namespace {
 // point and six after it; null for any other. Most floats of answers are scores
 // rounded to a few places. At most 15 digits make it the shortest form: no other
 // decimal of so few reads back as the same double.
-char* put_rounded(double magnitude, char* out) noexcept {
+char* write_rounded(double magnitude, char* out) noexcept {
   constexpr int kPlaces = 6;
   constexpr std::int64_t kScale = 1'000'000;
   if (!(magnitude < 1e9)) return nullptr;
@@ -30,36 +31,37 @@ char* put_rounded(double magnitude, char* out) noexcept {
   return out;
 }
 
-}  // namespace
-
-std::string_view float_text(double value, NumberBuffer& buffer) noexcept {
-  if (std::isnan(value)) return "NaN";
-  if (std::isinf(value)) return value < 0 ? "-Infinity" : "Infinity";
-
-  constexpr double kLeastPositional = 1e-4;
-  constexpr double kLeastLarge = 1e16;
-  const double magnitude = std::abs(value);
-  const bool positional = value == 0 || (kLeastPositional <= magnitude && magnitude < kLeastLarge);
-  char* const begin = buffer.data();
-  if (positional) {
-    char* digits = begin;
-    if (std::signbit(value)) *digits++ = '-';
-    if (const char* end = put_rounded(magnitude, digits))
-      return {begin, static_cast<std::size_t>(end - begin)};
-  }
-  char* end = std::to_chars(begin, begin + buffer.size(), value,
-                            positional ? std::chars_format::fixed : std::chars_format::scientific)
-                  .ptr;
-  if (positional && std::find(begin, end, '.') == end) {
-    *end++ = '.';
-    *end++ = '0';
-  }
-  return {begin, static_cast<std::size_t>(end - begin)};
+char* copied(std::string_view text, char* out) noexcept {
+  return std::copy(text.begin(), text.end(), out);
 }
 
-std::string_view integer_text(std::int64_t value, NumberBuffer& buffer) noexcept {
-  const char* end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value).ptr;
-  return {buffer.data(), static_cast<std::size_t>(end - buffer.data())};
+}  // namespace
+
+char* write_float(double value, char* out) noexcept {
+  if (std::isnan(value)) return copied("NaN", out);
+  if (std::isinf(value)) return copied(value < 0 ? "-Infinity" : "Infinity", out);
+
+  constexpr double kMinPositional = 1e-4;
+  constexpr double kMinExponential = 1e16;
+  if (std::signbit(value)) *out++ = '-';
+  const double magnitude = std::abs(value);
+  const bool is_positional = value == 0 || (kMinPositional <= magnitude && magnitude < kMinExponential);
+  if (is_positional) {
+    if (char* end = write_rounded(magnitude, out)) return end;
+  }
+  char* end = std::to_chars(out, out + kMaxNumberBytes, magnitude,
+                            is_positional ? std::chars_format::fixed : std::chars_format::scientific)
+                  .ptr;
+  return is_positional && std::find(out, end, '.') == end ? copied(".0", end) : end;
+}
+
+char* write_integer(std::int64_t value, char* out) noexcept {
+  return std::to_chars(out, out + kMaxNumberBytes, value).ptr;
+}
+
+std::size_t float_text_size(double value) noexcept {
+  std::array<char, kMaxNumberBytes> text;
+  return static_cast<std::size_t>(write_float(value, text.data()) - text.data());
 }
 
 }  // namespace vantrex::values

@@ -7,20 +7,24 @@
 #include <bit>
 #include <cstddef>
 #include <cstdint>
-#include <string_view>
 
 namespace vantrex::values {
 
-// Room for the text of any float or 64-bit integer.
-using NumberBuffer = std::array<char, 32>;
+// The longest text of a float, "-2.2250738585072014e-308", and more than that of
+// a 64-bit integer.
+inline constexpr std::size_t kMaxNumberBytes = 24;
 
-// The text of `value`, in `buffer`: the shortest digits that read back as the
-// same double; positional with a point from 0.0001 to below 1e16, with an
-// exponent of at least two digits otherwise; NaN, Infinity and -Infinity.
-std::string_view float_text(double value, NumberBuffer& buffer) noexcept;
+// Writes the shortest digits that read back as the same double: positional with a
+// point from 0.0001 to below 1e16, with an exponent of at least two digits
+// otherwise; NaN, Infinity and -Infinity. `out` has room for kMaxNumberBytes;
+// returns the end of the text.
+char* write_float(double value, char* out) noexcept;
 
-// The decimal digits of `value`, in `buffer`, with a "-" when negative.
-std::string_view integer_text(std::int64_t value, NumberBuffer& buffer) noexcept;
+// Writes the decimal digits of `value`, with a "-" when negative, likewise.
+char* write_integer(std::int64_t value, char* out) noexcept;
+
+// The bytes of the text of a float, which is written to find out.
+std::size_t float_text_size(double value) noexcept;
 
 namespace detail {
 
@@ -33,7 +37,7 @@ inline constexpr auto kPowersOfTen = [] {
 
 }  // namespace detail
 
-// The bytes of that text.
+// The bytes of the text of an integer.
 constexpr std::size_t integer_text_size(std::int64_t value) noexcept {
   const auto bits = static_cast<std::uint64_t>(value);
   const std::uint64_t magnitude = (value < 0 ? 0 - bits : bits) | 1;  // which has as many digits

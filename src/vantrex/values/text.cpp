@@ -1,58 +1,68 @@
 #include "vantrex/values/text.h"
 
+#include <atomic>
+#include <limits>
 #include <new>
-#include <utility>
-
-#include "vantrex/values/arena.h"
-#include "vantrex/values/utf8.h"
 
 namespace vantrex::values {
+
+namespace {
+
+// What stands before the characters of a shared text.
+struct SharedHeader {
+  std::atomic<std::size_t> references;
+  std::size_t escape_gain;
+};
+
+SharedHeader* header_of(const detail::TextBits& shared) noexcept {
+  return reinterpret_cast<SharedHeader*>(const_cast<char*>(shared.out.characters)) -
+         1;  // NOLINT(*-const-cast)
+}
+
+std::uint32_t checked_size(std::size_t size) {
+  if (size > std::numeric_limits<std::uint32_t>::max()) {
+    throw std::length_error("a text holds at most 2^32 - 1 bytes");
+  }
+  return static_cast<std::uint32_t>(size);
+}
+
+std::size_t checked_gain(std::string_view bytes) {
+  const Utf8Scan scan = scan_utf8(bytes);
+  if (scan.well_formed != bytes.size()) throw InvalidUtf8(scan.well_formed);
+  return scan.escape_gain;
+}
+
+std::string_view non_null_text(const char* characters) {
+  if (characters == nullptr) throw std::invalid_argument("a null pointer is no text");
+  return characters;
+}
+
+}  // namespace
 
 InvalidUtf8::InvalidUtf8(std::size_t byte_offset)
     : std::invalid_argument("the text is not valid UTF-8 at byte " + std::to_string(byte_offset)),
       byte_offset_(byte_offset) {}
 
-namespace detail {
-
-void retain(TextBlock* block) noexcept {
-  if (block->arena != nullptr) {
-    block->arena->retain();
-  } else {
-    block->references.fetch_add(1, std::memory_order_relaxed);
-  }
-}
-
-void release(TextBlock* block) noexcept {
-  if (block->arena != nullptr) {
-    block->arena->release();
+Text::Text(std::string_view well_formed, std::size_t escape_gain) : bits_(detail::kEmptyText) {
+  using detail::Tag;
+  const std::size_t size = well_formed.size();
+  const auto gain = static_cast<std::uint8_t>(std::min<std::size_t>(escape_gain, detail::kLargeGain));
+  if (size <= detail::kInlineCapacity) {
+    bits_.in.tag = detail::inline_tag(size);
+    bits_.in.escape_gain = gain;
+    std::copy_n(well_formed.data(), size, bits_.in.characters);
     return;
   }
-  if (block->references.fetch_sub(1, std::memory_order_acq_rel) == 1) ::operator delete(block);
+  const std::uint32_t held_size = checked_size(size);
+  void* memory = ::operator new(sizeof(SharedHeader) + size);
+  auto* characters = reinterpret_cast<char*>(new (memory) SharedHeader{{1}, escape_gain} + 1);
+  std::memcpy(characters, well_formed.data(), size);
+  bits_.out = {Tag::shared_text, gain, 0, held_size, characters};
 }
 
-}  // namespace detail
+Text::Text(std::string_view bytes) : Text(bytes, checked_gain(bytes)) {}
 
-Text::Text(std::string_view well_formed, std::size_t escape_gain) : Text() {
-  if (well_formed.size() <= detail::kInlineCapacity) {
-    set_inline(well_formed, escape_gain);
-    return;
-  }
-  void* memory = ::operator new(sizeof(detail::TextBlock) + well_formed.size());
-  auto* block = new (memory) detail::TextBlock{nullptr, {1}, well_formed.size(), escape_gain};
-  std::memcpy(block->characters(), well_formed.data(), well_formed.size());
-  shared_ = {detail::Tag::shared_text, 0, block};
-}
-
-Text::Text(std::string_view bytes) : Text() {
-  const Utf8Scan scan = scan_utf8(bytes);
-  if (scan.well_formed != bytes.size()) throw InvalidUtf8(scan.well_formed);
-  *this = Text(bytes, scan.escape_gain);
-}
-
-Text::Text(const char* bytes) : Text() {
-  if (bytes == nullptr) throw std::invalid_argument("a null pointer is no text");
-  *this = Text(std::string_view(bytes));
-}
+Text::Text(const char* bytes) : Text(non_null_text(bytes)) {}
 
 Text Text::lossy(std::string_view bytes) {
   const Utf8Scan scan = scan_utf8(bytes);
@@ -60,11 +70,35 @@ Text Text::lossy(std::string_view bytes) {
   return repaired_utf8(bytes);
 }
 
-void Text::swap(Text& other) noexcept {
-  Text held(other, NoCount{});
-  std::memcpy(static_cast<void*>(&other), static_cast<const void*>(this), sizeof(Text));
-  std::memcpy(static_cast<void*>(this), static_cast<const void*>(&held), sizeof(Text));
-  held.inline_ = {detail::Tag::inline_text, 0, {}};
+void Text::retain() const noexcept {
+  header_of(bits_)->references.fetch_add(1, std::memory_order_relaxed);
+}
+
+void Text::release() const noexcept {
+  SharedHeader* header = header_of(bits_);
+  // The only owner need not write the count, which would cost an atomic operation.
+  if (header->references.load(std::memory_order_acquire) == 1 ||
+      header->references.fetch_sub(1, std::memory_order_acq_rel) == 1) {
+    ::operator delete(header);
+  }
+}
+
+std::size_t Text::large_gain() const noexcept {
+  return header_of(bits_)->escape_gain;
+}
+
+TextArgument::TextArgument(std::string_view bytes)
+    : bits_{.out = {kUnchecked, 0, 0, checked_size(bytes.size()), bytes.data()}} {}
+
+std::string_view TextArgument::non_null(const char* characters) {
+  return non_null_text(characters);
+}
+
+Text TextArgument::checked() const noexcept {
+  Text text;
+  text.bits_ = bits_;
+  if (text.is_shared()) text.retain();
+  return text;
 }
 
 }  // namespace vantrex::values

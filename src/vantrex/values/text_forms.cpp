@@ -1,64 +1,21 @@
 #include "vantrex/values/text_forms.h"
 
 #include <algorithm>
+#include <limits>
 #include <vector>
 
-#include "vantrex/values/escapes.h"
-#include "vantrex/values/number_text.h"
-#include "vantrex/values/text_sink.h"
+#include "vantrex/values/text_sinks.h"
 #include "vantrex/values/walk_stack.h"
 
 namespace vantrex::values {
 
 using detail::CountingSink;
+using detail::FloatSizes;
+using detail::MemorySink;
+using detail::Tag;
+using detail::ValueAccess;
 
 namespace {
-
-// Takes the bytes themselves.
-class StringSink {
- public:
-  explicit StringSink(std::size_t size) { out_.reserve(size); }
-
-  void put(char byte) { out_ += byte; }
-  void put(std::string_view bytes) { out_ += bytes; }
-  void put_integer(std::int64_t value) {
-    NumberBuffer buffer;
-    put(integer_text(value, buffer));
-  }
-  void put_float(double value) {
-    NumberBuffer buffer;
-    put(float_text(value, buffer));
-  }
-  void put_escaped(const Text& text) {
-    std::string_view rest = text.view();
-    for (std::size_t left = text.escape_gain(); left > 0;) {
-      const auto* special = std::find_if(rest.begin(), rest.end(), detail::escape_gain);
-      out_.append(rest.begin(), special);
-      left -= detail::escape_gain(*special);
-      put_escape(*special);
-      rest.remove_prefix(static_cast<std::size_t>(special - rest.begin()) + 1);
-    }
-    out_ += rest;
-  }
-
-  static bool put_measured(const JsonValue& /*container*/) noexcept { return false; }
-
-  std::string take() && { return std::move(out_); }
-
- private:
-  void put_escape(char byte) {
-    constexpr std::string_view kHexDigits = "0123456789abcdef";
-    const auto value = static_cast<unsigned char>(byte);
-    if (const char letter = detail::short_escape(value)) {
-      out_ += {'\\', letter};
-    } else {
-      out_ += "\\u00";
-      out_ += {kHexDigits[value >> 4], kHexDigits[value & 15]};
-    }
-  }
-
-  std::string out_;
-};
 
 // In which order an object's fields are written. next() gives each field once,
 // then null; objects are opened and finished like the levels of a stack.
@@ -97,99 +54,133 @@ class KeyOrder {
   std::vector<const JsonField*> fields_;
 };
 
+// Puts anything but a list or an object that holds something; false for these.
+template <typename Sink>
+[[gnu::always_inline]] inline bool put_whole(const JsonValue& value, Sink& sink) {
+  switch (ValueAccess::tag(value)) {
+    case Tag::list:
+      if (!value.list()->empty()) return false;
+      sink.put("[]");
+      break;
+    case Tag::object:
+      if (!value.object()->empty()) return false;
+      sink.put("{}");
+      break;
+    case Tag::null:
+      sink.put("null");
+      break;
+    case Tag::boolean:
+      sink.put(*value.boolean() ? std::string_view("true") : std::string_view("false"));
+      break;
+    case Tag::integer:
+      sink.put_integer(ValueAccess::small_integer(value));
+      break;
+    case Tag::big_integer:
+      sink.put(ValueAccess::digits(value));
+      break;
+    case Tag::floating:
+      sink.put_float(*value.floating());
+      break;
+    case Tag::foreign:
+      sink.put_string(value.foreign()->text_form());
+      break;
+    default:
+      sink.put_string(*value.text());
+      break;
+  }
+  return true;
+}
+
 template <typename Sink, typename Order>
 class Writer {
  public:
-  explicit Writer(Sink sink) noexcept : sink_(std::move(sink)) {}
+  explicit Writer(Sink sink) noexcept : sink_(sink) {}
 
-  // Writes `value` and gives the sink back.
-  Sink write(const JsonValue& value) && {
-    if (!detail::put_scalar(value, sink_)) open(value);
-    return finish();
-  }
-  template <typename Container>
-  Sink write(const Container& container) && {
-    open(container);
-    return finish();
-  }
-
- private:
-  // A list or an object that is partly written.
-  struct Level {
-    bool is_object;
-    bool has_items;
-    const JsonValue* item;
-    const JsonValue* items_end;
-    typename Order::Cursor fields;
-
-    void separate(Sink& sink) {
-      if (has_items) sink.put(',');
-      has_items = true;
-    }
-  };
-
-  void open(const JsonList& list) {
-    sink_.put('[');
-    walk_.push({false, false, list.begin(), list.end(), {}});
-  }
-  void open(const JsonObject& object) {
-    sink_.put('{');
-    walk_.push({true, false, nullptr, nullptr, order_.open(object)});
-  }
-  void open(const JsonValue& container) {
-    if (const JsonList* list = container.list()) {
-      open(*list);
-    } else {
-      open(*container.object());
-    }
-  }
-
-  Sink finish() {
-    while (!walk_.empty()) {
+  // Puts `value` and returns the sink.
+  template <typename Value>
+  Sink write(const Value& value) && {
+    open(value);
+    while (!walk_.empty() && !sink_.is_full()) {
       Level& level = walk_.top();
       const JsonValue* nested = level.is_object ? put_fields(level) : put_items(level);
       if (nested == nullptr) {
         walk_.pop();
+        if (!walk_.empty()) sink_.put(',');
       } else {
         open(*nested);
       }
     }
-    return std::move(sink_);
+    return sink_;
   }
 
-  // Both go on with a level until it is done, or until one of its values is a
-  // list or an object, which they return. Their sink is a local one, which can
-  // stay in registers.
+ private:
+  // A list or an object that holds something and is partly put.
+  struct Level {
+    bool is_object;
+    const JsonValue* item;
+    const JsonValue* items_end;
+    typename Order::Cursor fields;
+  };
+
+  void open(const JsonList& list) {
+    sink_.put('[');
+    if (list.empty()) return sink_.put(']');
+    walk_.push({false, list.begin(), list.end(), {}});
+  }
+  void open(const JsonObject& object) {
+    sink_.put('{');
+    if (object.empty()) return sink_.put('}');
+    walk_.push({true, nullptr, nullptr, order_.open(object)});
+  }
+  void open(const JsonValue& value) {
+    if (const JsonList* list = value.list()) {
+      open(*list);
+    } else if (const JsonObject* object = value.object()) {
+      open(*object);
+    } else {
+      put_whole(value, sink_);
+    }
+  }
+
+  // Both go on with a level until it is done, or until one of its values is a list
+  // or an object to be opened, which they return. A comma follows each value; the
+  // bracket takes the place of the last. The local sink stays in registers.
   const JsonValue* put_fields(Level& level) {
-    Sink sink = std::move(sink_);
+    Sink sink = sink_;
     const JsonValue* nested = nullptr;
-    while (nested == nullptr) {
+    while (nested == nullptr && !sink.is_full()) {
       const JsonField* field = order_.next(level.fields);
       if (field == nullptr) {
-        sink.put('}');
+        sink.replace_last('}');
         break;
       }
-      level.separate(sink);
-      detail::put_text(field->key, sink);
+      sink.put_string(field->key);
       sink.put(':');
-      if (!detail::put_scalar(field->value, sink)) nested = &field->value;
+      if (!put_whole(field->value, sink)) {
+        nested = &field->value;
+      } else {
+        sink.put(',');
+      }
     }
-    sink_ = std::move(sink);
+    sink_ = sink;
     return nested;
   }
   const JsonValue* put_items(Level& level) {
-    Sink sink = std::move(sink_);
+    Sink sink = sink_;
     const JsonValue* nested = nullptr;
-    while (nested == nullptr) {
+    while (nested == nullptr && !sink.is_full()) {
       if (level.item == level.items_end) {
-        sink.put(']');
+        sink.replace_last(']');
         break;
       }
       const JsonValue& item = *level.item++;
-      level.separate(sink);
-      if (!detail::put_scalar(item, sink)) nested = &item;
+      if (!put_whole(item, sink)) {
+        nested = &item;
+      } else {
+        sink.put(',');
+      }
     }
-    sink_ = std::move(sink);
+    sink_ = sink;
     return nested;
   }
 
@@ -198,15 +189,18 @@ class Writer {
   WalkStack<Level> walk_;
 };
 
-template <typename Value>
-std::size_t size_of(const Value& value) {
-  if (const std::size_t measured = detail::measured_size(value)) return measured;
-  return Writer<CountingSink, InsertionOrder>(CountingSink()).write(value).size();
+template <FloatSizes kFloatSizes, typename Value>
+std::size_t count_bytes(const Value& value, std::size_t enough = std::numeric_limits<std::size_t>::max()) {
+  using Sink = CountingSink<kFloatSizes>;
+  return Writer<Sink, InsertionOrder>(Sink(enough)).write(value).size();
 }
 
 template <typename Order, typename Value>
 std::string text_of(const Value& value) {
-  return Writer<StringSink, Order>(StringSink(size_of(value))).write(value).take();
+  std::string text(count_bytes<FloatSizes::maximal>(value) + MemorySink::kSlack, '\0');
+  const char* end = Writer<MemorySink, Order>(MemorySink(text.data())).write(value).end();
+  text.resize(static_cast<std::size_t>(end - text.data()));
+  return text;
 }
 
 }  // namespace
@@ -222,13 +216,13 @@ std::string canonical_text(const JsonValue& value) {
 }
 
 std::size_t compact_size(const JsonValue& value) {
-  return size_of(value);
+  return count_bytes<FloatSizes::exact>(value);
 }
 std::size_t compact_size(const JsonList& list) {
-  return size_of(list);
+  return count_bytes<FloatSizes::exact>(list);
 }
-std::size_t compact_size(const JsonObject& object) {
-  return size_of(object);
+std::size_t compact_size(const JsonObject& object, std::size_t enough) {
+  return count_bytes<FloatSizes::exact>(object, enough);
 }
 
 }  // namespace vantrex::values

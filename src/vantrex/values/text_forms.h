@@ -15,6 +15,7 @@
 #pragma once
 
 #include <cstddef>
+#include <limits>
 #include <string>
 
 #include "vantrex/export.h"
@@ -29,9 +30,12 @@ NEXT_STEPS_API std::string compact_text(const JsonObject& object);
 // The canonical form: fields in the order of their keys' bytes.
 NEXT_STEPS_API std::string canonical_text(const JsonValue& value);
 
-// The bytes of the compact form (and as many has the canonical one).
+// The bytes of the compact form; the canonical form has the same length.
 NEXT_STEPS_API std::size_t compact_size(const JsonValue& value);
 NEXT_STEPS_API std::size_t compact_size(const JsonList& list);
-NEXT_STEPS_API std::size_t compact_size(const JsonObject& object);
+// Counts as far as `enough`: returns the size when it is less, else any number
+// from `enough` to the size.
+NEXT_STEPS_API std::size_t compact_size(const JsonObject& object,
+                                        std::size_t enough = std::numeric_limits<std::size_t>::max());
 
 }  // namespace vantrex::values

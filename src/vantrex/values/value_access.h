@@ -1,103 +1,78 @@
 // ValueAccess: what the files of this folder may see of a value's 16 bytes.
 #pragma once
 
-#include <cstring>
-#include <new>
+#include <cstddef>
+#include <cstdint>
 #include <utility>
 
-#include "vantrex/values/block_memory.h"
 #include "vantrex/values/json_value.h"
 
 namespace vantrex::values::detail {
 
 struct ValueAccess {
   static Tag tag(const JsonValue& value) noexcept { return value.tag(); }
-  static Tag tag(const Text& text) noexcept { return text.tag(); }
+  static const TextBits& bits(const Text& text) noexcept { return text.bits_; }
 
-  static bool is_container(const JsonValue& value) noexcept {
-    return value.tag() == Tag::list || value.tag() == Tag::object;
-  }
-
-  // The block of a list or an object; null when it never held anything.
-  static ContainerBlock* block(const JsonList& list) noexcept { return list.block_; }
-  static ContainerBlock* block(const JsonObject& object) noexcept { return object.block_; }
-  static ContainerBlock* block(const JsonValue& container) noexcept {
-    return container.tag() == Tag::list ? block(container.plain_.as.list) : block(container.plain_.as.object);
-  }
-
-  // Whether the value is a list or an object that a copy cannot share.
-  static bool has_own_block(const JsonValue& value) noexcept {
-    return is_container(value) && block(value) != nullptr && block(value)->arena == nullptr;
-  }
-
-  // The block of a long text.
-  static const TextBlock* text_block(const Text& text) noexcept { return text.shared_.block; }
+  // The memory of a container's items, null when it has none, and their number.
+  static JsonValue*& items(JsonList& list) noexcept { return list.items_; }
+  static JsonField*& items(JsonObject& object) noexcept { return object.fields_; }
+  static std::uint32_t& size(JsonList& list) noexcept { return list.size_; }
+  static std::uint32_t& size(JsonObject& object) noexcept { return object.size_; }
 
   static std::int64_t small_integer(const JsonValue& value) noexcept { return value.plain_.as.integer; }
-  static std::string_view digits(const JsonValue& value) noexcept {
-    return {value.plain_.as.digits->characters(), value.plain_.as.digits->size};
-  }
 
-  // An integer beyond 64 bits is held as the text of its digits, always a
-  // counted one, since it is longer than what lies inside a text.
+  // An integer beyond 64 bits is held as the text of its digits, which is shared,
+  // since it is longer than what lies inside a text.
+  static std::string_view digits(const JsonValue& value) noexcept { return value.text_.view(); }
   static void place_big_integer(JsonValue& value, Integer integer) noexcept {
-    value.text_ = std::move(integer.digits_);
+    value.text_.bits_ = std::exchange(integer.digits_.bits_, kEmptyText);
     value.plain_.tag = Tag::big_integer;
   }
-  static Integer big_integer(const JsonValue& value) noexcept {
+  static Integer big_integer(const JsonValue& value) noexcept { return Integer(shared_digits(value)); }
+  static void copy_big_integer(JsonValue& copy, const JsonValue& value) noexcept {
+    place_big_integer(copy, big_integer(value));
+  }
+  static void release_big_integer(JsonValue& value) noexcept { value.text_.release(); }
+
+ private:
+  static Text shared_digits(const JsonValue& value) noexcept {
     Text digits;
-    digits.shared_ = {Tag::shared_text, 0, value.plain_.as.digits};
-    retain(value.plain_.as.digits);
-    return Integer(std::move(digits));
-  }
-
-  // A list or an object that takes `block` over.
-  static JsonList list_of(ContainerBlock* block) noexcept { return JsonList(block); }
-  static JsonObject object_of(ContainerBlock* block) noexcept { return JsonObject(block); }
-
-  // The arena that the block of `text` or `value`, which owns one, lies in; null
-  // when that is outside arenas.
-  static Arena* arena(const Text& text) noexcept { return text_block(text)->arena; }
-  static Arena* arena(const JsonValue& value) noexcept {
-    if (tag(value) == Tag::foreign) return nullptr;
-    if (!is_container(value)) return value.plain_.as.digits->arena;  // where a text has its block, too
-    return block(value) == nullptr ? nullptr : block(value)->arena;
-  }
-
-  // Counts one more reference to the block of `text`, which owns one.
-  static void count(const Text& text) noexcept { retain(text.shared_.block); }
-  // Counts one more reference to what `value` refers to, which must not be a
-  // list or an object with a block of its own.
-  static void count(const JsonValue& value) noexcept {
-    if (!owns_block(value.tag())) return;
-    if (is_container(value)) {
-      if (const ContainerBlock* shared = block(value)) share(shared);
-    } else if (value.tag() == Tag::foreign) {
-      ForeignValue::retain(value.plain_.as.foreign.box_);
-    } else {
-      retain(value.plain_.as.digits);  // where a text has its block, too
-    }
-  }
-
-  // Makes raw memory the same bytes as `source`, counting nothing.
-  template <typename Value>
-  static void place_uncounted(void* memory, const Value& source) noexcept {
-    std::memcpy(memory, static_cast<const void*>(&source), sizeof(Value));
-  }
-  // Makes raw memory a list, an object or a text of `block`.
-  static void place_container(void* memory, Tag tag, ContainerBlock* block) noexcept {
-    auto* value = new (memory) JsonValue(nullptr);
-    value->plain_.tag = tag;
-    if (tag == Tag::list) {
-      new (&value->plain_.as.list) JsonList(block);
-    } else {
-      new (&value->plain_.as.object) JsonObject(block);
-    }
-  }
-  static void place_text(void* memory, TextBlock* block) noexcept {
-    auto* text = new (memory) Text();
-    text->shared_ = {Tag::shared_text, 0, block};
+    digits.bits_ = value.text_.bits_;
+    digits.bits_.out.tag = Tag::shared_text;
+    digits.retain();
+    return digits;
   }
 };
+
+// Steps through the items of a list or the values of an object's fields alike.
+// `Value` is JsonValue or const JsonValue.
+template <typename Value>
+class Values {
+ public:
+  Values() noexcept = default;  // indeterminate, so that arrays of it cost nothing
+  explicit Values(const JsonList& list) noexcept
+      : next_(first(list.begin())), left_(list.size()), stride_(1) {}
+  explicit Values(const JsonObject& object) noexcept
+      : next_(object.empty() ? nullptr : first(&object.begin()->value)),
+        left_(object.size()),
+        stride_(sizeof(JsonField) / sizeof(JsonValue)) {}
+
+  bool done() const noexcept { return left_ == 0; }
+  Value& take() noexcept {
+    --left_;
+    return *std::exchange(next_, next_ + stride_);
+  }
+
+ private:
+  // The items of a container that may be changed are reached through what reads it.
+  static Value* first(const JsonValue* item) noexcept {
+    return const_cast<Value*>(item);
+  }  // NOLINT(*-const-cast)
+
+  Value* next_;
+  std::size_t left_;
+  std::size_t stride_;
+};
+static_assert(sizeof(JsonField) == 2 * sizeof(JsonValue));
 
 }  // namespace vantrex::values::detail

@@ -48,16 +48,15 @@ struct Lookup {
 
 values::JsonObject SymbolCandidate::to_dict() const {
   using values::Text;
-  using values::TextLiteral;
   values::JsonObject object;
-  const auto add = [&](TextLiteral key, std::string_view text) {
+  const auto add = [&](const values::TextLiteral& key, std::string_view text) {
     if (!text.empty()) object.set(key, Text::lossy(text));
   };
   add("fqn", fqn);
   add("name", name);
   add("kind", kind);
   add("file", file);
-  if (line != 0) object.set(TextLiteral("line"), line);
+  if (line != 0) object.set("line", line);
   return object;
 }
 

@@ -6,21 +6,22 @@
 #include <unordered_set>
 #include <utility>
 
+#include "vantrex/tool_handlers/freshness.h"
+#include "vantrex/tool_handlers/next_steps/answer_view.h"
 #include "vantrex/tool_handlers/next_steps/signals.h"
 #include "vantrex/tool_handlers/next_steps/usual.h"
+#include "vantrex/values/null_fields.h"
 #include "vantrex/values/text_forms.h"
 
 namespace vantrex::tool_handlers::next_steps {
 
 using values::canonical_text;
+using values::compact_size;
 using values::JsonList;
 using values::JsonObject;
 using values::JsonValue;
-using values::TextLiteral;
 
 namespace {
-
-constexpr TextLiteral kNextSteps = "next_steps";
 
 std::string malformed(std::size_t position, std::string_view field) {
   const std::string entry = "steps[" + std::to_string(position) + "]";
@@ -35,45 +36,32 @@ const JsonValue& required(const JsonObject& step, std::string_view field, std::s
 
 // The call that a step makes.
 struct Call {
-  const JsonValue* tool = nullptr;
-  const JsonValue* args = nullptr;
+  Call(const JsonValue& step, std::size_t position) {
+    const JsonObject* object = step.object();
+    if (object == nullptr) throw MalformedStep(position, "");
+    tool = &required(*object, "tool", position);
+    args = &required(*object, "args", position);
+  }
 
-  // Equal for two calls exactly when they are the same.
-  std::string key() const { return canonical_text(*tool) + ',' + canonical_text(*args); }
+  // The bytes of the call's text.
+  std::size_t bytes() const { return compact_size(*tool) + kComma.size() + compact_size(*args); }
+  std::string text() const { return canonical_text(*tool).append(kComma) + canonical_text(*args); }
+
+  static constexpr std::string_view kComma = ",";
+  const JsonValue* tool;
+  const JsonValue* args;
 };
 
-Call call_of(const JsonList& steps, std::size_t position) {
-  const JsonObject* step = steps[position].object();
-  if (step == nullptr) throw MalformedStep(position, "");
-  return {&required(*step, "tool", position), &required(*step, "args", position)};
-}
-
-bool are_other_texts(const JsonValue& a, const JsonValue& b) noexcept {
-  return a.text() != nullptr && b.text() != nullptr && *a.text() != *b.text();
-}
-
-// Whether the calls name other tools, or other texts for the same argument.
-bool differ_in_text(const Call& a, const Call& b) noexcept {
-  if (are_other_texts(*a.tool, *b.tool)) return true;
-  const JsonObject* given = a.args->object();
-  const JsonObject* others = b.args->object();
-  return given != nullptr && others != nullptr &&
-         std::any_of(given->begin(), given->end(), [&](const auto& field) {
-           return are_other_texts(field.value, (*others)[field.key.view()]);
-         });
-}
-
-// Whether a look at their texts tells every two of a few calls apart.
-bool all_differ_in_text(const JsonList& steps) {
+// Whether the sizes of a few calls alone tell all of them apart.
+bool all_differ_in_size(const JsonList& steps) {
   constexpr std::size_t kFew = 2 * MAX_STEPS;
   if (steps.size() > kFew) return false;
-  std::array<Call, kFew> calls;
-  auto* end = calls.begin();
+  std::array<std::size_t, kFew> sizes;
+  auto* end = sizes.begin();
   for (std::size_t position = 0; position < steps.size(); ++position) {
-    const Call call = call_of(steps, position);
-    if (!std::all_of(calls.begin(), end, [&](const Call& other) { return differ_in_text(call, other); }))
-      return false;
-    *end++ = call;
+    const std::size_t size = Call(steps[position], position).bytes();
+    if (std::find(sizes.begin(), end, size) != end) return false;
+    *end++ = size;
   }
   return true;
 }
@@ -81,7 +69,7 @@ bool all_differ_in_text(const JsonList& steps) {
 // The steps that the tool itself gave, taken out of its answer; empty when it
 // gave none.
 JsonList take_own_steps(JsonObject& response) {
-  std::optional<JsonValue> own = response.remove(kNextSteps);
+  std::optional<JsonValue> own = response.remove("next_steps");
   JsonList* steps = own ? own->list() : nullptr;
   return steps == nullptr ? JsonList() : std::move(*steps);
 }
@@ -91,12 +79,16 @@ JsonList take_own_steps(JsonObject& response) {
 MalformedStep::MalformedStep(std::size_t position, std::string_view field)
     : std::invalid_argument(malformed(position, field)) {}
 
+std::string call_text(const JsonValue& step, std::size_t position) {
+  return Call(step, position).text();
+}
+
 JsonList _deduplicated(JsonList steps) {
-  if (all_differ_in_text(steps)) return steps;
+  if (all_differ_in_size(steps)) return steps;
   std::unordered_set<std::string> seen;
   JsonList kept;
   for (std::size_t position = 0; position < steps.size(); ++position) {
-    if (seen.insert(call_of(steps, position).key()).second) {
+    if (seen.insert(call_text(steps[position], position)).second) {
       kept.push_back(std::move(steps.mutable_item(position)));
     }
   }
@@ -120,20 +112,25 @@ Choice choose_steps(Candidates candidates) {
   return choose_steps(std::move(candidates.signals), std::move(candidates.usual));
 }
 
-Candidates candidate_steps(JsonObject& response, std::string_view tool_name, StepOptions options) {
+void prepare(JsonObject& response, JsonValue freshness) {
+  values::drop_null_fields(response);
+  add_freshness(response, std::move(freshness));
+}
+
+Candidates candidate_steps(JsonObject& response, std::string_view tool_name, const FinishOptions& options) {
   Candidates candidates{.own = take_own_steps(response)};
   if (!candidates.own.empty()) return candidates;
   const JsonObject none;
-  const JsonObject& given = options.arguments == nullptr ? none : *options.arguments;
-  candidates.signals = _signals(response, tool_name, options.action, given);
-  candidates.usual = _usual(response, tool_name, options.action, given);
+  const AnswerView answer(response, options.arguments == nullptr ? none : *options.arguments);
+  candidates.signals = signal_steps(answer, tool_name, options.action);
+  candidates.usual = usual_steps(answer, tool_name, options.action);
   return candidates;
 }
 
-JsonObject& _add_next_steps(JsonObject& response, std::string_view tool_name, StepOptions options) {
+JsonObject& _add_next_steps(JsonObject& response, std::string_view tool_name, const FinishOptions& options) {
   Choice choice = choose_steps(candidate_steps(response, tool_name, options));
   JsonList steps = _within_share(response, std::move(choice.steps), choice.keep);
-  if (!steps.empty()) response.append(kNextSteps, std::move(steps));
+  if (!steps.empty()) response.append("next_steps", std::move(steps));
   return response;
 }
 

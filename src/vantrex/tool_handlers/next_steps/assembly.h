@@ -15,7 +15,7 @@
 #include <string_view>
 
 #include "vantrex/tool_handlers/next_steps/budget.h"
-#include "vantrex/tool_handlers/next_steps/optional_text.h"
+#include "vantrex/tool_handlers/next_steps/finishing.h"
 #include "vantrex/values/json_value.h"
 
 namespace vantrex::tool_handlers::next_steps {
@@ -27,6 +27,11 @@ class MalformedStep : public std::invalid_argument {
   // `field` is the one that is missing, or empty when the entry is no object.
   MalformedStep(std::size_t position, std::string_view field);
 };
+
+// The call that `step` makes, as text: two steps make the same call when their texts
+// are equal. `position` is the step's in its list, for the error. Throws
+// MalformedStep and std::bad_alloc.
+std::string call_text(const values::JsonValue& step, std::size_t position);
 
 // `steps` without repeats of the same call: of the steps that name the same
 // tool and the same arguments, in whatever order, the first stays. Throws
@@ -54,20 +59,21 @@ Choice choose_steps(values::JsonList signals, values::JsonList usual);
 // The choice from any candidates. Throws as _deduplicated.
 Choice choose_steps(Candidates candidates);
 
-// What is known of the request beside the tool. Both are borrowed.
-struct StepOptions {
-  OptionalText action = nullptr;                  // the action the tool ran
-  const values::JsonObject* arguments = nullptr;  // the request's arguments
-};
+// Does to `response` what comes before the choice of its steps: drops its null
+// fields and adds the freshness block. Throws std::bad_alloc, and then some of it
+// may be done.
+void prepare(values::JsonObject& response, values::JsonValue freshness);
 
-// The steps that `response` may get. Takes its field "next_steps" out. Throws
-// std::bad_alloc, and then `response` may have lost the field.
-Candidates candidate_steps(values::JsonObject& response, std::string_view tool_name, StepOptions options);
+// The steps that `response` may get. Takes its field "next_steps" out. The tool, the
+// action and the arguments must not lie in `response`. Throws std::bad_alloc, and
+// then `response` may have lost the field.
+Candidates candidate_steps(values::JsonObject& response, std::string_view tool_name,
+                           const FinishOptions& options);
 
 // Replaces the field "next_steps" of `response` by the steps it is to carry, as
-// its last field, or removes it when there are none. Returns `response`. Throws
-// std::bad_alloc, and then `response` may have lost the field.
+// its last field, or removes it when there are none. Returns `response`. The
+// freshness block is not used. Otherwise as candidate_steps.
 values::JsonObject& _add_next_steps(values::JsonObject& response, std::string_view tool_name,
-                                    StepOptions options = {});
+                                    const FinishOptions& options = {});
 
 }  // namespace vantrex::tool_handlers::next_steps

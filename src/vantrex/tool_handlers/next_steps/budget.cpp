@@ -7,7 +7,6 @@
 #include <string_view>
 #include <utility>
 
-#include "vantrex/values/snapshot.h"
 #include "vantrex/values/text_forms.h"
 #include "vantrex/values/walk_stack.h"
 
@@ -20,6 +19,10 @@ using values::JsonObject;
 using values::JsonValue;
 
 namespace {
+
+bool is_hint_key(std::string_view key) noexcept {
+  return std::find(HINT_KEYS.begin(), HINT_KEYS.end(), key) != HINT_KEYS.end();
+}
 
 // The fields or items of a container that are still to be looked at.
 struct Level {
@@ -40,13 +43,14 @@ class HintWalk {
   void open(const JsonObject& object) { walk_.push({object.begin(), object.end(), nullptr, nullptr}); }
   void open(const JsonList& list) { walk_.push({nullptr, nullptr, list.begin(), list.end()}); }
   // Whether there was anything to open; only a list or an object may hold hints.
-  [[gnu::always_inline]] bool open(const JsonValue& value) {
-    if (!values::may_hold(value, kHintKeys)) return false;
+  bool open(const JsonValue& value) {
     if (const JsonObject* object = value.object()) {
       open(*object);
-      return true;
+    } else if (const JsonList* list = value.list()) {
+      open(*list);
+    } else {
+      return false;
     }
-    open(*value.list());
     return true;
   }
 
@@ -61,7 +65,7 @@ class HintWalk {
   bool look_through(Level& level) {
     while (level.field != level.fields_end) {
       const JsonField& field = *level.field++;
-      if (kHintKeys.contains(field.key)) {
+      if (is_hint_key(field.key.view())) {
         on_hint_(field.value, walk_);
       } else if (open(field.value)) {
         return false;
@@ -80,7 +84,6 @@ class HintWalk {
 template <typename Value>
 std::size_t hint_size(const Value& value) {
   std::size_t bytes = 0;
-  if (!values::may_hold(value, kHintKeys)) return bytes;
   HintWalk walk([&bytes](const JsonValue& hint, const Levels&) { bytes += _encoded_size(hint); });
   walk.open(value);
   walk.finish();
@@ -140,16 +143,27 @@ void visit_hints(const JsonObject& object, const HintVisitor& visit) {
   walk.finish();
 }
 
+AddedBytes::AddedBytes(const JsonList& steps) {
+  for (const JsonValue& step : steps) add(compact_size(step));
+}
+
 JsonList _within_share(const JsonObject& response, JsonList steps, Keep keep) {
   if (steps.size() <= keep.steps) return steps;
-  const std::size_t size = compact_size(response);
   const std::size_t hints = _hint_size(response);
-  std::size_t added = compact_size(steps) + _STEPS_KEY_BYTES;
-  std::size_t count = steps.size();
-  while (count > keep.steps && bytes_over_room(hints + added, size + added) > 0) {
-    constexpr std::size_t kComma = 1;
-    added -= compact_size(steps[--count]) + kComma;
+  AddedBytes added(steps);
+
+  // The room grows with the answer, so what fits a part of it fits all of it. Few
+  // answers have to be measured at all, or beyond what the share asks for.
+  constexpr auto kEnough = static_cast<std::size_t>(1 / HINT_SHARE) + 1;
+  for (const std::size_t enough : {std::size_t{0}, kEnough * (hints + added.bytes())}) {
+    const AnswerBytes part{enough == 0 ? 0 : compact_size(response, enough), hints};
+    if (part.over_room(added.bytes()) <= 0) return steps;
   }
+
+  const AnswerBytes answer{compact_size(response), hints};
+  std::size_t count = steps.size();
+  while (count > keep.steps && answer.over_room(added.bytes()) > 0)
+    added.take_back(compact_size(steps[--count]));
   steps.truncate(count);
   return steps;
 }

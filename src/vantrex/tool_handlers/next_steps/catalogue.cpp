@@ -5,16 +5,10 @@
 namespace vantrex::tool_handlers::next_steps {
 
 using values::JsonObject;
-using values::LossyText;
-using values::TextLiteral;
+using values::TextArgument;
 
-JsonObject step(LossyText tool, LossyText reason, JsonObject args) {
-  JsonObject made;
-  made.reserve(3);
-  made.append(TextLiteral("tool"), std::move(tool).take());
-  made.append(TextLiteral("args"), std::move(args));
-  made.append(TextLiteral("reason"), std::move(reason).take());
-  return made;
+JsonObject step(const TextArgument& tool, const TextArgument& reason, JsonObject args) {
+  return {{"tool", tool.lossy_text()}, {"args", std::move(args)}, {"reason", reason.lossy_text()}};
 }
 
 }  // namespace vantrex::tool_handlers::next_steps

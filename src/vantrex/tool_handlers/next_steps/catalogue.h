@@ -23,28 +23,23 @@
 namespace vantrex::tool_handlers::next_steps {
 
 // A new step: the object {"tool": tool, "args": args, "reason": reason}. `args`
-// goes in as it is. Throws only std::bad_alloc.
-NEXT_STEPS_API values::JsonObject step(values::LossyText tool, values::LossyText reason,
+// goes in as it is, ill-formed UTF-8 in the texts is replaced by U+FFFD. Throws only
+// std::bad_alloc.
+NEXT_STEPS_API values::JsonObject step(const values::TextArgument& tool, const values::TextArgument& reason,
                                        values::JsonObject args = {});
 
 // The kind of argument that a hint takes from the answer.
 enum class Takes : std::uint8_t { fqn, path, query, component, changed_files };
 
+namespace detail {
+// In the order of Takes.
+inline constexpr std::array<values::TextLiteral, 5> kArgumentNames = {"fqn", "path", "query", "component",
+                                                                      "changed_files"};
+}  // namespace detail
+
 // The name of the argument: "fqn", "path" and so on.
-constexpr values::TextLiteral text(Takes takes) {
-  switch (takes) {
-    case Takes::fqn:
-      return "fqn";
-    case Takes::path:
-      return "path";
-    case Takes::query:
-      return "query";
-    case Takes::component:
-      return "component";
-    case Takes::changed_files:
-      break;
-  }
-  return "changed_files";
+constexpr const values::TextLiteral& text(Takes takes) {
+  return detail::kArgumentNames[static_cast<std::size_t>(takes)];
 }
 
 // One usual follow-up. Immutable; its texts are literals and so never dangle.
@@ -202,10 +197,6 @@ inline constexpr std::size_t HINT_FLOOR_BYTES = 320;
 // The object fields that are hints, at any depth.
 inline constexpr std::array<std::string_view, 7> HINT_KEYS = {"hint",  "hints", "next_steps", "note",
                                                               "notes", "tip",   "tips"};
-
-// Bytes that attaching the steps adds beside the list itself: ,"next_steps":
-inline constexpr std::size_t _STEPS_KEY_BYTES = std::string_view(R"(,"next_steps":)").size();
-static_assert(_STEPS_KEY_BYTES == 14);
 
 // Callers or references from which on a symbol's blast radius is worth a step.
 inline constexpr std::int64_t FAN_IN_FOR_IMPACT = 8;

@@ -6,7 +6,6 @@
 #include <utility>
 #include <variant>
 
-#include "vantrex/tool_handlers/freshness.h"
 #include "vantrex/tool_handlers/next_steps/assembly.h"
 #include "vantrex/tool_handlers/next_steps/budget.h"
 #include "vantrex/tool_handlers/next_steps/explanation_steps.h"
@@ -39,14 +38,10 @@ std::string lack_text(const Hint& hint, Lack lack) {
   return "no " + std::string(text(*hint.takes).view()) + " in any hit";
 }
 
-std::vector<AbsentHint> absent_hints(const JsonObject& answer, const FollowUps& row,
-                                     const JsonObject* arguments) {
+std::vector<AbsentHint> absent_hints(const AnswerView& answer, const FollowUps& row) {
   std::vector<AbsentHint> absent;
-  const JsonObject none;
-  const JsonObject& given = arguments == nullptr ? none : *arguments;
-  const bool no_hits = has_no_hits(answer);
   for (const Hint* hint : row.hints()) {
-    const auto outcome = hint_arguments(*hint, answer, given, no_hits);
+    const auto outcome = hint_arguments(*hint, answer);
     if (const Lack* lack = std::get_if<Lack>(&outcome)) absent.push_back({hint, lack_text(*hint, *lack)});
   }
   return absent;
@@ -123,11 +118,9 @@ JsonObject Explanation::to_dict() const {
                     {"absent", std::move(hints)}};
 }
 
-Explanation explain_answer(const JsonObject& response, std::string_view tool_name, FinishOptions options) {
-  JsonObject answer = without_null_fields(response);
-  add_freshness(answer, std::move(options.freshness));
-  const Candidates found =
-      candidate_steps(answer, tool_name, {.action = options.action, .arguments = options.arguments});
+Explanation explain_answer(JsonObject answer, std::string_view tool_name, FinishOptions options) {
+  prepare(answer, std::move(options.freshness));
+  const Candidates found = candidate_steps(answer, tool_name, options);
   const SignalRow* signal = signal_row(tool_name, options.action);
   const FollowUps* usual = usual_row(tool_name, options.action);
 
@@ -138,12 +131,14 @@ Explanation explain_answer(const JsonObject& response, std::string_view tool_nam
   explained.candidates =
       judged_steps(answer, found, signal == nullptr ? "" : signal->key, usual == nullptr ? "" : usual->key);
   if (found.own.empty() && usual != nullptr) {
-    explained.absent = absent_hints(answer, *usual, options.arguments);
+    const JsonObject none;
+    const JsonObject& arguments = options.arguments == nullptr ? none : *options.arguments;
+    explained.absent = absent_hints(AnswerView(answer, arguments), *usual);
   }
-  const JsonList kept = kept_steps(explained.candidates);
-  explained.step_bytes = kept.empty() ? 0 : values::compact_size(kept) + _STEPS_KEY_BYTES;
-  explained.room = hint_room(explained.bytes + explained.step_bytes);
-  explained.is_floor = explained.room == static_cast<double>(HINT_FLOOR_BYTES);
+  explained.step_bytes = AddedBytes(kept_steps(explained.candidates)).bytes();
+  const HintRoom room(explained.bytes + explained.step_bytes);
+  explained.room = room.bytes;
+  explained.is_floor = room.is_floor;
   return explained;
 }
 

@@ -6,11 +6,11 @@
 // of hints are, how much room there was for steps, every step that was thought
 // of and what became of it, and what the answer lacked for the others.
 //
-// Ownership: what is passed in stays the caller's; an explanation owns its
-// values and refers to constant tables only. Threads: no state is kept, so any
+// Ownership: the answer is taken by value, as finish_answer does; an explanation owns
+// its values and refers to constant tables only. Threads: no state is kept, so any
 // number of threads may explain answers at once, also the same one.
 //
-// Cost: some times that of finish_answer, which pays nothing for it. All sizes
+// Cost: several times that of finish_answer, which pays nothing for it. All sizes
 // are bytes of the compact JSON text.
 #pragma once
 
@@ -96,7 +96,7 @@ struct NEXT_STEPS_API Explanation {
 
 // Explains the steps that finish_answer gives for the same arguments: they are
 // the kept candidates. Throws std::bad_alloc.
-NEXT_STEPS_API Explanation explain_answer(const values::JsonObject& response, std::string_view tool_name,
+NEXT_STEPS_API Explanation explain_answer(values::JsonObject answer, std::string_view tool_name,
                                           FinishOptions options = {});
 
 }  // namespace vantrex::tool_handlers::next_steps

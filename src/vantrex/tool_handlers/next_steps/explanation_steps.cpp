@@ -28,11 +28,10 @@ std::vector<CandidateStep> considered(const Candidates& found, std::string_view 
 // The position of the first candidate that makes the same call as the one at
 // `position`, which is its own when there is none before it.
 std::size_t first_of_call(const std::vector<CandidateStep>& candidates, std::size_t position) {
+  const auto call = [&](std::size_t at) { return call_text(candidates[at].step, at); };
+  const std::string wanted = call(position);
   std::size_t before = 0;
-  while (before < position &&
-         _deduplicated(JsonList::of(candidates[before].step, candidates[position].step)).size() == 2) {
-    ++before;
-  }
+  while (before < position && call(before) != wanted) ++before;
   return before;
 }
 
@@ -56,13 +55,11 @@ std::vector<CandidateStep*> sort_out(std::vector<CandidateStep>& candidates, con
 // By how many bytes the hints are over the room with each leading part of
 // `steps`.
 void measure(const JsonObject& answer, const std::vector<CandidateStep*>& steps) {
-  const std::size_t bytes = values::compact_size(answer);
-  const std::size_t hints = _hint_size(answer);
-  std::size_t added = _STEPS_KEY_BYTES + values::compact_size(JsonList());
+  const AnswerBytes before{values::compact_size(answer), _hint_size(answer)};
+  AddedBytes added;
   for (CandidateStep* step : steps) {
-    const std::size_t comma = step == steps.front() ? 0 : 1;
-    added += step->bytes + comma;
-    step->over_room = bytes_over_room(hints + added, bytes + added);
+    added.add(step->bytes);
+    step->over_room = before.over_room(added.bytes());
   }
 }
 

@@ -2,30 +2,27 @@
 
 #include <utility>
 
-#include "vantrex/tool_handlers/freshness.h"
 #include "vantrex/tool_handlers/next_steps/assembly.h"
-#include "vantrex/tool_handlers/next_steps/budget.h"
-#include "vantrex/tool_handlers/next_steps/catalogue.h"
-#include "vantrex/values/snapshot.h"
+#include "vantrex/values/null_fields.h"
 
 namespace vantrex::tool_handlers::next_steps {
 
 using values::JsonObject;
 using values::JsonValue;
-using values::NullFields;
 
-JsonValue without_null_fields(const JsonValue& value) {
-  return values::snapshot(value, NullFields::drop);
+JsonValue without_null_fields(JsonValue value) {
+  values::drop_null_fields(value);
+  return value;
 }
-JsonObject without_null_fields(const JsonObject& object) {
-  return values::snapshot(object, NullFields::drop);
+JsonObject without_null_fields(JsonObject object) {
+  values::drop_null_fields(object);
+  return object;
 }
 
-JsonObject finish_answer(const JsonObject& response, std::string_view tool_name, FinishOptions options) {
-  JsonObject finished = values::measured_snapshot(response, NullFields::drop, kHintKeys);
-  add_freshness(finished, std::move(options.freshness));
-  _add_next_steps(finished, tool_name, {.action = options.action, .arguments = options.arguments});
-  return finished;
+JsonObject finish_answer(JsonObject response, std::string_view tool_name, FinishOptions options) {
+  prepare(response, std::move(options.freshness));
+  _add_next_steps(response, tool_name, options);
+  return response;
 }
 
 }  // namespace vantrex::tool_handlers::next_steps

@@ -1,42 +1,41 @@
-// OptionalText: a borrowed text that may be absent, for named parameters.
+// OptionalText: a text that may be absent, for named parameters.
 //
-// Unlike an optional view it takes nullptr for absent, also as the null
-// pointer of a C string. It owns nothing: what it is made of must live as long
-// as the call it is passed to.
+// Unlike an optional string it takes nullptr for absent, also as the null pointer
+// of a C string. It owns its text, which may be any bytes.
 #pragma once
 
 #include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace vantrex::tool_handlers::next_steps {
 
-// A borrowed text, or its absence.
+// A text, or its absence.
 class OptionalText {
  public:
   // Absent.
-  constexpr OptionalText() noexcept = default;
+  OptionalText() noexcept = default;
   // Absent for null and for an empty optional, else the text itself, "" included.
   // NOLINTBEGIN(google-explicit-constructor): a text or its absence.
-  constexpr OptionalText(std::nullptr_t) noexcept {}
-  constexpr OptionalText(std::nullopt_t /*absent*/) noexcept {}
-  constexpr OptionalText(std::string_view text) noexcept : text_(text) {}
-  constexpr OptionalText(const char* text) noexcept {
+  OptionalText(std::nullptr_t) noexcept {}
+  OptionalText(std::nullopt_t /*absent*/) noexcept {}
+  OptionalText(std::string_view text) : text_(text) {}
+  OptionalText(std::string text) noexcept : text_(std::move(text)) {}
+  OptionalText(const char* text) {
     if (text != nullptr) text_ = text;
   }
-  OptionalText(const std::string& text) noexcept : text_(text) {}
-  OptionalText(const std::optional<std::string>& text) noexcept {
-    if (text) text_ = *text;
-  }
-  constexpr OptionalText(std::optional<std::string_view> text) noexcept : text_(text) {}
+  OptionalText(std::optional<std::string> text) noexcept : text_(std::move(text)) {}
+  OptionalText(std::optional<std::string_view> text) : text_(text) {}
 
-  // The text as a view, valid as long as what it was made of.
-  constexpr operator std::optional<std::string_view>() const noexcept { return text_; }
+  // The text as a view, valid as long as this object.
+  operator std::optional<std::string_view>() const& noexcept { return text_; }
+  operator std::optional<std::string_view>() const&& = delete;
   // NOLINTEND(google-explicit-constructor)
 
  private:
-  std::optional<std::string_view> text_;
+  std::optional<std::string> text_;
 };
 
 }  // namespace vantrex::tool_handlers::next_steps

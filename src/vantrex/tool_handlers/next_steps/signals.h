@@ -11,6 +11,7 @@
 #include <optional>
 #include <string_view>
 
+#include "vantrex/tool_handlers/next_steps/answer_view.h"
 #include "vantrex/tool_handlers/next_steps/catalogue.h"
 #include "vantrex/values/json_value.h"
 
@@ -48,8 +49,10 @@ static_assert(detail::has_unique_keys(_SIGNALS));
 // The row for `tool` and `action`, or null.
 const SignalRow* signal_row(std::string_view tool, std::optional<std::string_view> action) noexcept;
 
-// The signal steps of `response`: a list of one step at most.
+// The signal steps of an answer: a list of one step at most.
 values::JsonList _signals(const values::JsonObject& response, std::string_view tool,
                           std::optional<std::string_view> action, const values::JsonObject& arguments);
+values::JsonList signal_steps(const AnswerView& answer, std::string_view tool,
+                              std::optional<std::string_view> action);
 
 }  // namespace vantrex::tool_handlers::next_steps

@@ -13,7 +13,6 @@ namespace vantrex::tool_handlers::next_steps {
 using values::JsonList;
 using values::JsonObject;
 using values::Text;
-using values::TextLiteral;
 
 namespace {
 
@@ -31,19 +30,19 @@ auto guarded(Lookup lookup, std::string_view warning, const models::Repository& 
   }
 }
 
-Text joined(std::string_view before, std::string_view wanted, std::string_view between,
-            std::string_view after = "") {
+std::string joined(std::string_view before, std::string_view wanted, std::string_view between,
+                   std::string_view after = "") {
   std::string text(before);
   text += wanted;
   text += between;
   text += after;
-  return Text::lossy(text);
+  return text;
 }
 
 void mark_missed(JsonObject& response, JsonList candidates, JsonObject next) {
-  response.set(TextLiteral("found"), false);
-  response.set(TextLiteral("did_you_mean"), std::move(candidates));
-  response.set(TextLiteral("next_steps"), JsonList::of(std::move(next)));
+  response.set("found", false);
+  response.set("did_you_mean", std::move(candidates));
+  response.set("next_steps", JsonList::of(std::move(next)));
 }
 
 }  // namespace
@@ -57,14 +56,14 @@ JsonObject& suggest_symbols(JsonObject& response, const models::Repository& repo
   if (!candidates.empty()) {
     const std::string& best = candidates.front().fqn;
     mark_missed(response, std::move(listed),
-                step(TextLiteral("symbol"), joined("The nearest indexed symbol to ", wanted, " is ", best),
+                step("symbol", joined("The nearest indexed symbol to ", wanted, " is ", best),
                      {{"action", Text::lossy(action)}, {"fqn", Text::lossy(best)}}));
     return response;
   }
   std::string query = workers::guessed_name(wanted);
   if (query.empty()) query = wanted;
   mark_missed(response, std::move(listed),
-              step(TextLiteral("search"), joined("No indexed symbol is near ", wanted, ": search the names"),
+              step("search", joined("No indexed symbol is near ", wanted, ": search the names"),
                    {{"action", "symbols"}, {"query", Text::lossy(query)}}));
   return response;
 }
@@ -78,12 +77,11 @@ JsonObject& suggest_paths(JsonObject& response, const models::Repository& reposi
   if (!candidates.empty()) {
     const std::string& best = candidates.front();
     mark_missed(response, std::move(listed),
-                step(TextLiteral("file"), joined("The nearest indexed file to ", wanted, " is ", best),
+                step("file", joined("The nearest indexed file to ", wanted, " is ", best),
                      {{"action", Text::lossy(action)}, {"path", Text::lossy(best)}}));
     return response;
   }
-  mark_missed(response, std::move(listed),
-              step(TextLiteral("files"), joined("No indexed file is near ", wanted, "")));
+  mark_missed(response, std::move(listed), step("files", joined("No indexed file is near ", wanted, "")));
   return response;
 }
 

@@ -1,9 +1,10 @@
 #include "vantrex/tool_handlers/next_steps/test_scope.h"
 
-#include <array>
 #include <string_view>
 #include <unordered_set>
+#include <utility>
 
+#include "vantrex/tool_handlers/next_steps/answer_view.h"
 #include "vantrex/tool_handlers/next_steps/catalogue.h"
 
 namespace vantrex::tool_handlers::next_steps {
@@ -11,16 +12,8 @@ namespace vantrex::tool_handlers::next_steps {
 using values::JsonList;
 using values::JsonObject;
 using values::JsonValue;
-using values::TextLiteral;
 
 namespace {
-
-// The path that an item of a file list names, or null.
-const JsonValue* named_path(const JsonValue& item) noexcept {
-  const JsonObject* object = item.object();
-  const JsonValue& path = object == nullptr ? item : (*object)["path"];
-  return path.text() == nullptr ? nullptr : &path;
-}
 
 // Collects paths at their first place.
 class FirstPlaces {
@@ -40,7 +33,7 @@ class FirstPlaces {
 bool add_listed(FirstPlaces& found, const JsonList& items) {
   bool any = false;
   for (const JsonValue& item : items) {
-    if (const JsonValue* path = named_path(item)) {
+    if (const JsonValue* path = item_path(item, PlainStrings::are_paths)) {
       found.add(*path);
       any = true;
     }
@@ -69,10 +62,10 @@ JsonObject _tests_scope(const JsonObject& response, const JsonObject& arguments)
   const bool has_base = base.string() && !base.is_empty();
   JsonObject scope;
   if (has_base && (files.empty() || !listed_all)) {
-    scope.set(TextLiteral("base_branch"), base);
+    scope.append("base_branch", base);
   } else if (!files.empty()) {
     files.truncate(MAX_STEP_FILES);
-    scope.set(TextLiteral("changed_files"), std::move(files));
+    scope.append("changed_files", std::move(files));
   }
   return scope;
 }

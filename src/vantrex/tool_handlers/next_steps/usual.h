@@ -9,29 +9,16 @@
 // They throw only std::bad_alloc; a field of the wrong type counts as absent.
 #pragma once
 
-#include <array>
 #include <cstdint>
 #include <optional>
 #include <string_view>
 #include <variant>
 
+#include "vantrex/tool_handlers/next_steps/answer_view.h"
 #include "vantrex/tool_handlers/next_steps/catalogue.h"
 #include "vantrex/values/json_value.h"
 
 namespace vantrex::tool_handlers::next_steps {
-
-// The fields of an answer that hold hits, in the order in which they are
-// searched.
-inline constexpr std::array<std::string_view, 10> _HIT_LISTS = {
-    "symbols",    "results",      "matches", "definitions", "callers",
-    "references", "dead_symbols", "files",   "tests",       "components"};
-
-// The number of hits that `response` says it has, or nothing when it counts
-// none: a stated count first, else the length of the first hit list.
-std::optional<values::Integer> _hit_count(const values::JsonObject& response);
-
-// Whether the hit `item` is a code symbol.
-bool _is_code_hit(const values::JsonObject& item) noexcept;
 
 // The value that a hint takes from the answer or the request, or null when
 // there is none. Of the kinds of argument all but `changed_files`, which
@@ -43,9 +30,6 @@ values::JsonValue _taken(const values::JsonObject& response, Takes takes,
 // that of the tool alone, else null.
 const FollowUps* usual_row(std::string_view tool, std::optional<std::string_view> action) noexcept;
 
-// Whether `response` says that it has 0 hits. One that counts none does not.
-bool has_no_hits(const values::JsonObject& response);
-
 // What an answer lacks to give the step of a hint.
 enum class Lack : std::uint8_t {
   hits,      // it counts 0 hits, so nothing is taken from it
@@ -53,13 +37,13 @@ enum class Lack : std::uint8_t {
   scope,     // it names no files and no branch base
 };
 
-// The arguments of the step that `hint` makes of `response`, or what it lacks.
-// `no_hits` is has_no_hits(response).
-std::variant<values::JsonObject, Lack> hint_arguments(const Hint& hint, const values::JsonObject& response,
-                                                      const values::JsonObject& arguments, bool no_hits);
+// The arguments of the step that `hint` makes of `answer`, or what it lacks.
+std::variant<values::JsonObject, Lack> hint_arguments(const Hint& hint, const AnswerView& answer);
 
-// The usual follow-up steps of `response`, in the order of the catalogue.
+// The usual follow-up steps of an answer, in the order of the catalogue.
 values::JsonList _usual(const values::JsonObject& response, std::string_view tool,
                         std::optional<std::string_view> action, const values::JsonObject& arguments);
+values::JsonList usual_steps(const AnswerView& answer, std::string_view tool,
+                             std::optional<std::string_view> action);
 
 }  // namespace vantrex::tool_handlers::next_steps

@@ -1,0 +1,63 @@
+#include "vantrex/tool_handlers/next_steps/answer_view.h"
+
+#include <algorithm>
+
+#include "vantrex/models/symbol.h"
+
+namespace vantrex::tool_handlers::next_steps {
+
+using values::Integer;
+using values::JsonList;
+using values::JsonObject;
+using values::JsonValue;
+
+namespace {
+
+using HitLists = std::array<const JsonList*, _HIT_LISTS.size()>;
+
+HitLists find_hit_lists(const JsonObject& response) noexcept {
+  HitLists lists{};
+  for (const auto& [key, value] : response) {
+    const JsonList* list = value.list();
+    if (list == nullptr) continue;
+    const auto* name = std::find(_HIT_LISTS.begin(), _HIT_LISTS.end(), key.view());
+    if (name != _HIT_LISTS.end()) lists[static_cast<std::size_t>(name - _HIT_LISTS.begin())] = list;
+  }
+  return lists;
+}
+
+std::optional<Integer> count_hits(const JsonObject& response, const HitLists& lists) {
+  if (auto count = response["total_count"].integer()) return count;
+  if (auto count = response["total"].integer()) return count;
+  const auto* first =
+      std::find_if(lists.begin(), lists.end(), [](const JsonList* list) { return list != nullptr; });
+  return first == lists.end() ? std::nullopt : std::optional<Integer>((*first)->size());
+}
+
+}  // namespace
+
+AnswerView::AnswerView(const JsonObject& answer, const JsonObject& request)
+    : response(answer),
+      arguments(request),
+      hit_lists_(find_hit_lists(answer)),
+      hit_count_(count_hits(answer, hit_lists_)) {}
+
+const JsonValue& AnswerView::requested_or_answered(std::string_view key) const noexcept {
+  const JsonValue& requested = arguments[key];
+  return requested.is_empty() ? response[key] : requested;
+}
+
+std::optional<Integer> _hit_count(const JsonObject& response) {
+  return count_hits(response, find_hit_lists(response));
+}
+
+bool _is_code_hit(const JsonObject& item) noexcept {
+  return models::is_code_symbol(item["kind"].string(), item["file"].string());
+}
+
+const JsonValue* item_path(const JsonValue& item, PlainStrings strings) noexcept {
+  if (const JsonObject* object = item.object()) return if_string((*object)["path"]);
+  return strings == PlainStrings::are_paths ? if_string(item) : nullptr;
+}
+
+}  // namespace vantrex::tool_handlers::next_steps
