@@ -1,10 +1,12 @@
 #include <algorithm>
 #include <cassert>
+#include <cstring>
 #include <new>
 #include <utility>
 
 #include "vantrex/values/block.h"
 #include "vantrex/values/json_value.h"
+#include "vantrex/values/value_access.h"
 
 namespace vantrex::values {
 
@@ -16,16 +18,22 @@ constinit const JsonValue kAbsent(nullptr);
 
 }  // namespace
 
-// The fields are compared among themselves alone, and their block is exactly large
-// enough.
+// Few fields are compared with each other where they are placed.
 JsonObject::JsonObject(std::initializer_list<FieldInit> fields) : JsonObject() {
   reserve(fields.size());
+  if (fields.size() > FieldIndex::kUnindexedFields) {
+    for (const FieldInit& field : fields) set(field.key, std::move(field.value));
+    return;
+  }
   for (const FieldInit& field : fields) {
-    Text key = field.key.text();
-    if (JsonValue* present = find_mutable(key.view())) {
-      *present = std::move(field.value);
+    JsonField* const last = new (fields_ + size_) JsonField{field.key.text(), std::move(field.value)};
+    JsonField* first = fields_;
+    while (last->key != first->key) ++first;
+    if (first == last) {
+      ++size_;
     } else {
-      append_new(std::move(key), std::move(field.value));
+      first->value = std::move(last->value);
+      last->~JsonField();
     }
   }
 }
@@ -39,8 +47,20 @@ const JsonValue* JsonObject::find(std::string_view key) const& noexcept {
     const std::size_t position = detail::header_of(fields_).index->find(key, fields_, size_);
     return position == size_ ? nullptr : &fields_[position].value;
   }
+  if (key.size() <= detail::kInlineCapacity) return find_short(key);
   for (const auto& field : *this) {
     if (field.key.view() == key) return &field.value;
+  }
+  return nullptr;
+}
+
+// A short key always lies inside its text, and the tag tells its size.
+const JsonValue* JsonObject::find_short(std::string_view key) const noexcept {
+  const detail::Tag tag = detail::inline_tag(key.size());
+  for (const auto& field : *this) {
+    const detail::TextBits& bits = detail::ValueAccess::bits(field.key);
+    if (bits.tag() == tag && std::memcmp(bits.in.characters, key.data(), key.size()) == 0)
+      return &field.value;
   }
   return nullptr;
 }

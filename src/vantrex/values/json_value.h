@@ -220,6 +220,7 @@ class NEXT_STEPS_API JsonObject {
   friend struct detail::ValueAccess;
 
   void dispose() noexcept;
+  const JsonValue* find_short(std::string_view key) const noexcept;
   void append_new(Text key, JsonValue value);
 
   detail::Tag tag_ = detail::Tag::object;

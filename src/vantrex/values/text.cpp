@@ -94,11 +94,4 @@ std::string_view TextArgument::non_null(const char* characters) {
   return non_null_text(characters);
 }
 
-Text TextArgument::checked() const noexcept {
-  Text text;
-  text.bits_ = bits_;
-  if (text.is_shared()) text.retain();
-  return text;
-}
-
 }  // namespace vantrex::values

@@ -117,6 +117,14 @@ union TextBits {
 };
 static_assert(sizeof(TextBits) == 16);
 
+// Whether two texts inside their objects are equal.
+inline bool same_bits(const TextBits& a, const TextBits& b) noexcept {
+  std::uint64_t words[4];
+  std::memcpy(words, &a, sizeof a);
+  std::memcpy(words + 2, &b, sizeof b);
+  return words[0] == words[2] && words[1] == words[3];
+}
+
 inline constexpr TextBits kEmptyText{.in = {Tag::inline_text, 0, {}}};
 
 // The bits of a string literal, checked by the compiler.
@@ -224,7 +232,7 @@ class NEXT_STEPS_API Text {
   // Texts are equal when their bytes are, and ordered by bytes, which for UTF-8
   // is the order of code points.
   friend bool operator==(const Text& a, const Text& b) noexcept {
-    if (a.bits_.is_inline()) return std::memcmp(&a.bits_, &b.bits_, sizeof a.bits_) == 0;
+    if (a.bits_.is_inline()) return detail::same_bits(a.bits_, b.bits_);
     return a.view() == b.view();
   }
   friend std::strong_ordering operator<=>(const Text& a, const Text& b) noexcept {
@@ -237,6 +245,8 @@ class NEXT_STEPS_API Text {
 
   // Well-formed text whose gain is known.
   Text(std::string_view well_formed, std::size_t escape_gain);
+  // The text of `bits`, counting nothing.
+  explicit Text(const detail::TextBits& bits) noexcept : bits_(bits) {}
 
   bool is_shared() const noexcept { return bits_.tag() == detail::Tag::shared_text; }
   void retain() const noexcept;
@@ -285,7 +295,11 @@ class NEXT_STEPS_API TextArgument {
 
   static std::string_view non_null(const char* characters);
   bool is_checked() const noexcept { return bits_.tag() != kUnchecked; }
-  Text checked() const noexcept;
+  Text checked() const noexcept {
+    Text text(bits_);
+    if (text.is_shared()) text.retain();
+    return text;
+  }
 
   detail::TextBits bits_;
 };

@@ -10,7 +10,7 @@
 #include <limits>
 #include <string_view>
 
-#include "vantrex/values/byte_word.h"
+#include "vantrex/values/byte_block.h"
 #include "vantrex/values/number_text.h"
 #include "vantrex/values/value_access.h"
 
@@ -103,17 +103,24 @@ class MemorySink {
 
  private:
   void put_escaped(std::string_view bytes) noexcept {
-    const char* in = bytes.data();
-    const char* const end = in + bytes.size();
-    while (static_cast<std::size_t>(end - in) >= ByteWord::kBytes) {
-      const std::uint64_t specials = ByteWord(in).specials();
-      std::memcpy(out_, in, ByteWord::kBytes);
-      const std::size_t plain = specials == 0 ? ByteWord::kBytes : ByteWord::bytes_before(specials);
-      in += plain;
+    put_blocks<ByteVector>(bytes);
+    put_blocks<ByteWord>(bytes);
+    for (const char byte : bytes) put_byte(byte);
+  }
+
+  // Puts `bytes` as long as they fill blocks, and leaves the others in it.
+  template <typename Block>
+  void put_blocks(std::string_view& bytes) noexcept {
+    while (bytes.size() >= Block::kBytes) {
+      const std::uint64_t specials = Block(bytes.data()).specials();
+      std::memcpy(out_, bytes.data(), Block::kBytes);
+      const std::size_t plain = specials == 0 ? Block::kBytes : Block::bytes_before(specials);
       out_ += plain;
-      if (specials != 0) put_byte(*in++);
+      bytes.remove_prefix(plain);
+      if (specials == 0) continue;
+      put_byte(bytes.front());
+      bytes.remove_prefix(1);
     }
-    while (in != end) put_byte(*in++);
   }
 
   void put_byte(char byte) noexcept {

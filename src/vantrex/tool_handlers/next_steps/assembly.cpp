@@ -43,23 +43,20 @@ struct Call {
     args = &required(*object, "args", position);
   }
 
-  // The bytes of the call's text.
-  std::size_t bytes() const { return compact_size(*tool) + kComma.size() + compact_size(*args); }
-  std::string text() const { return canonical_text(*tool).append(kComma) + canonical_text(*args); }
+  std::string text() const { return canonical_text(*tool) + ',' + canonical_text(*args); }
 
-  static constexpr std::string_view kComma = ",";
   const JsonValue* tool;
   const JsonValue* args;
 };
 
-// Whether the sizes of a few calls alone tell all of them apart.
+// Whether the sizes of their arguments tell all of a few calls apart.
 bool all_differ_in_size(const JsonList& steps) {
   constexpr std::size_t kFew = 2 * MAX_STEPS;
   if (steps.size() > kFew) return false;
   std::array<std::size_t, kFew> sizes;
   auto* end = sizes.begin();
   for (std::size_t position = 0; position < steps.size(); ++position) {
-    const std::size_t size = Call(steps[position], position).bytes();
+    const std::size_t size = compact_size(*Call(steps[position], position).args);
     if (std::find(sizes.begin(), end, size) != end) return false;
     *end++ = size;
   }

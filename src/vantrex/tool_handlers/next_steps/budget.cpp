@@ -152,15 +152,15 @@ JsonList _within_share(const JsonObject& response, JsonList steps, Keep keep) {
   const std::size_t hints = _hint_size(response);
   AddedBytes added(steps);
 
-  // The room grows with the answer, so what fits a part of it fits all of it. Few
-  // answers have to be measured at all, or beyond what the share asks for.
+  // The room grows with the answer, so what fits a part of it fits all of it. Most
+  // answers need not be measured at all, and no other beyond what the share asks for.
   constexpr auto kEnough = static_cast<std::size_t>(1 / HINT_SHARE) + 1;
-  for (const std::size_t enough : {std::size_t{0}, kEnough * (hints + added.bytes())}) {
-    const AnswerBytes part{enough == 0 ? 0 : compact_size(response, enough), hints};
-    if (part.over_room(added.bytes()) <= 0) return steps;
-  }
+  if (AnswerBytes{0, hints}.over_room(added.bytes()) <= 0) return steps;
+  const std::size_t enough = kEnough * (hints + added.bytes());
+  const std::size_t part = compact_size(response, enough);
+  if (AnswerBytes{part, hints}.over_room(added.bytes()) <= 0) return steps;
 
-  const AnswerBytes answer{compact_size(response), hints};
+  const AnswerBytes answer{part < enough ? part : compact_size(response), hints};
   std::size_t count = steps.size();
   while (count > keep.steps && answer.over_room(added.bytes()) > 0)
     added.take_back(compact_size(steps[--count]));

@@ -1,8 +1,8 @@
-// ByteWord: eight bytes of a text, looked at together.
+// Some bytes of a text, looked at together: eight of them as a word, or sixteen as a
+// vector where the processor has one.
 //
 // A byte is special when a JSON string escapes it: the quote, the backslash and
-// what is below U+0020. A mask has the high bit of some bytes set and no other
-// bit. No sum below carries from one byte into the next, so masks are exact.
+// what is below U+0020. A byte is plain when it is ASCII and not special.
 #pragma once
 
 #include <bit>
@@ -12,8 +12,14 @@
 
 #include "vantrex/values/escapes.h"
 
+#ifdef __SSE2__
+#include <emmintrin.h>
+#endif
+
 namespace vantrex::values::detail {
 
+// A mask has the high bit of some bytes set and no other bit. No sum below carries
+// from one byte into the next, so masks are exact.
 class ByteWord {
  public:
   static constexpr std::size_t kBytes = 8;
@@ -37,7 +43,6 @@ class ByteWord {
   }
 
   bool is_ascii() const noexcept { return (word_ & kHighBits) == 0; }
-  // Whether all bytes are ASCII and none is special.
   bool is_plain() const noexcept { return ((word_ & kHighBits) | specials()) == 0; }
 
   // The mask of the special bytes.
@@ -78,5 +83,56 @@ class ByteWord {
 
   std::uint64_t word_;
 };
+
+#ifdef __SSE2__
+
+// The same of sixteen bytes; a mask has a bit for each.
+class ByteVector {
+ public:
+  static constexpr std::size_t kBytes = 16;
+
+  explicit ByteVector(const char* bytes) noexcept
+      : vector_(_mm_loadu_si128(reinterpret_cast<const __m128i*>(bytes))) {}
+
+  bool is_ascii() const noexcept { return _mm_movemask_epi8(vector_) == 0; }
+  std::uint64_t specials() const noexcept {
+    return static_cast<std::uint64_t>(_mm_movemask_epi8(special_bytes()));
+  }
+  static std::size_t bytes_before(std::uint64_t mask) noexcept {
+    return static_cast<std::size_t>(std::countr_zero(mask));
+  }
+  std::size_t escape_gain() const noexcept {
+    const __m128i special = special_bytes();
+    if (_mm_movemask_epi8(special) == 0) return 0;
+    const __m128i short_controls =
+        _mm_andnot_si128(equal('\v'), at_most(_mm_sub_epi8(vector_, all('\b')), '\r' - '\b'));
+    const __m128i long_escapes = _mm_andnot_si128(short_controls, controls());
+    const __m128i gains =
+        _mm_or_si128(_mm_and_si128(special, all(kShortEscapeGain)),
+                     _mm_and_si128(long_escapes, all(kUnicodeEscapeGain - kShortEscapeGain)));
+    const __m128i sums = _mm_sad_epu8(gains, _mm_setzero_si128());  // of either half
+    return static_cast<std::size_t>(_mm_cvtsi128_si32(sums) + _mm_extract_epi16(sums, 4));
+  }
+
+ private:
+  static __m128i all(std::size_t byte) noexcept { return _mm_set1_epi8(static_cast<char>(byte)); }
+  static __m128i at_most(__m128i bytes, unsigned char high) noexcept {
+    return _mm_cmpeq_epi8(_mm_min_epu8(bytes, all(high)), bytes);
+  }
+
+  __m128i equal(char byte) const noexcept { return _mm_cmpeq_epi8(vector_, _mm_set1_epi8(byte)); }
+  __m128i controls() const noexcept { return at_most(vector_, ' ' - 1); }
+  __m128i special_bytes() const noexcept {
+    return _mm_or_si128(controls(), _mm_or_si128(equal('"'), equal('\\')));
+  }
+
+  __m128i vector_;
+};
+
+#else
+
+using ByteVector = ByteWord;
+
+#endif
 
 }  // namespace vantrex::values::detail
