@@ -6,6 +6,7 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "vantrex/adapters/nlohmann_json.h"
@@ -28,9 +29,9 @@ namespace {
 // [finishing]
 JsonObject callers(const JsonObject& request, const models::Repository& index) {
   const JsonObject caller{{"fqn", "pkg.cli.main"}, {"file", "pkg/cli.py"}, {"doc", nullptr}};
-  const JsonObject answer{{"fqn", request["fqn"]}, {"callers", JsonList::of(caller)}, {"total_count", 12}};
+  JsonObject answer{{"fqn", request["fqn"]}, {"callers", JsonList::of(caller)}, {"total_count", 12}};
   return next_steps::finish_answer(
-      answer, "symbol",
+      std::move(answer), "symbol",
       {.action = "callers", .arguments = &request, .freshness = tool_handlers::freshness_block(index)});
 }
 // [finishing]
@@ -40,7 +41,7 @@ JsonObject explore(std::string_view query) {
   JsonObject answer{{"query", Text::lossy(query)}, {"route", JsonList::of("pkg.cli.main", "pkg.mod.parse")}};
   const JsonObject detail{{"action", "detail"}, {"fqn", "pkg.mod.parse"}};
   answer.set("next_steps", JsonList::of(next_steps::step("symbol", "Where the route ends", detail)));
-  return next_steps::finish_answer(answer, "explore");
+  return next_steps::finish_answer(std::move(answer), "explore");
 }
 // [own]
 
@@ -48,7 +49,7 @@ JsonObject explore(std::string_view query) {
 JsonObject not_found(const JsonObject& request, const models::Repository& index) {
   JsonObject answer;
   next_steps::suggest_symbols(answer, index, request["fqn"].string().value_or(""), "detail");
-  return next_steps::finish_answer(answer, "symbol", {.action = "detail", .arguments = &request});
+  return next_steps::finish_answer(std::move(answer), "symbol", {.action = "detail", .arguments = &request});
 }
 // [misses]
 

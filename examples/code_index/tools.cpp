@@ -140,8 +140,7 @@ JsonObject answer(const Repository& index, const JsonObject& call) {
   if (!tool->argument.empty() && !arguments[tool->argument].string()) {
     throw std::invalid_argument("the call lacks its \"" + std::string(tool->argument) + "\"");
   }
-  const JsonObject response = tool->run(index, text_of(arguments, tool->argument));
-  return next_steps::finish_answer(response, tool->tool,
+  return next_steps::finish_answer(tool->run(index, text_of(arguments, tool->argument)), tool->tool,
                                    {.action = tool->action,
                                     .arguments = &arguments,
                                     .freshness = vantrex::tool_handlers::freshness_block(index)});
