@@ -27,19 +27,23 @@ class ByteWord {
   // The eight bytes at `bytes`.
   explicit ByteWord(const char* bytes) noexcept { std::memcpy(&word_, bytes, kBytes); }
 
-  // The `size` bytes at `bytes`, 1 to 7, some of them repeated, and spaces; their
-  // order is lost.
+  // The `size` bytes at `bytes`, 1 to kBytes - 1, some of them repeated, and spaces;
+  // their order is lost.
   static ByteWord of_few(const char* bytes, std::size_t size) noexcept {
-    char slots[kBytes] = {' ', ' ', ' ', ' ', ' ', ' ', ' ', ' '};
+    ByteWord few;
     if (size >= 4) {
-      std::memcpy(slots, bytes, 4);
-      std::memcpy(slots + 4, bytes + size - 4, 4);
+      std::uint32_t first = 0;
+      std::uint32_t last = 0;
+      std::memcpy(&first, bytes, sizeof first);
+      std::memcpy(&last, bytes + size - sizeof last, sizeof last);
+      few.word_ = first | std::uint64_t{last} << 32;
     } else {
-      slots[0] = bytes[0];
-      slots[1] = bytes[size / 2];
-      slots[2] = bytes[size - 1];
+      const auto byte = [bytes](std::size_t at) -> std::uint64_t {
+        return static_cast<unsigned char>(bytes[at]);
+      };
+      few.word_ = byte(0) | byte(size / 2) << 8 | byte(size - 1) << 16 | (kOnes * ' ') << 24;
     }
-    return ByteWord(slots);
+    return few;
   }
 
   bool is_ascii() const noexcept { return (word_ & kHighBits) == 0; }
@@ -67,6 +71,9 @@ class ByteWord {
   }
 
  private:
+  friend class ByteVector;
+  ByteWord() noexcept = default;
+
   static constexpr std::uint64_t kOnes = 0x0101010101010101;
   static constexpr std::uint64_t kHighBits = kOnes * 0x80;
 
@@ -94,7 +101,16 @@ class ByteVector {
   explicit ByteVector(const char* bytes) noexcept
       : vector_(_mm_loadu_si128(reinterpret_cast<const __m128i*>(bytes))) {}
 
+  static ByteVector of_few(const char* bytes, std::size_t size) noexcept {
+    const bool is_short = size < ByteWord::kBytes;
+    const ByteWord first = is_short ? ByteWord::of_few(bytes, size) : ByteWord(bytes);
+    const ByteWord last = is_short ? first : ByteWord(bytes + size - ByteWord::kBytes);
+    return ByteVector(
+        _mm_set_epi64x(static_cast<std::int64_t>(last.word_), static_cast<std::int64_t>(first.word_)));
+  }
+
   bool is_ascii() const noexcept { return _mm_movemask_epi8(vector_) == 0; }
+  bool is_plain() const noexcept { return _mm_movemask_epi8(_mm_or_si128(vector_, special_bytes())) == 0; }
   std::uint64_t specials() const noexcept {
     return static_cast<std::uint64_t>(_mm_movemask_epi8(special_bytes()));
   }
@@ -115,6 +131,8 @@ class ByteVector {
   }
 
  private:
+  explicit ByteVector(__m128i vector) noexcept : vector_(vector) {}
+
   static __m128i all(std::size_t byte) noexcept { return _mm_set1_epi8(static_cast<char>(byte)); }
   static __m128i at_most(__m128i bytes, unsigned char high) noexcept {
     return _mm_cmpeq_epi8(_mm_min_epu8(bytes, all(high)), bytes);

@@ -47,7 +47,7 @@ class CopyWalk {
       ++detail::ValueAccess::size(copy);
     }
     if constexpr (std::is_same_v<Container, JsonObject>) detail::rebuild_index(copy);
-    if (has_containers) walk_.push({Values<const JsonValue>(source), Values<JsonValue>(copy)});
+    if (has_containers) walk_.push(Values<const JsonValue>(source), Values<JsonValue>(copy));
   }
 
   // Places a copy in raw memory; whether there is a container to fill.
@@ -82,11 +82,13 @@ class CopyWalk {
 }  // namespace
 
 JsonList::JsonList(const JsonList& other) : JsonList() {
-  if (!other.empty()) CopyWalk().copy(other, *this);
+  CopyWalk walk;
+  walk.copy(other, *this);
 }
 
 JsonObject::JsonObject(const JsonObject& other) : JsonObject() {
-  if (!other.empty()) CopyWalk().copy(other, *this);
+  CopyWalk walk;
+  walk.copy(other, *this);
 }
 
 }  // namespace vantrex::values

@@ -40,7 +40,7 @@ class EqualityWalk {
   // the stack.
   bool match(const JsonList& a, const JsonList& b) {
     if (a.size() != b.size()) return false;
-    walk_.push({Values<const JsonValue>(a), Values<const JsonValue>(b)});
+    walk_.push(Values<const JsonValue>(a), Values<const JsonValue>(b));
     return true;
   }
   bool match(const JsonObject& a, const JsonObject& b) {
@@ -48,7 +48,7 @@ class EqualityWalk {
       return field.key == other.key;
     };
     if (!std::equal(a.begin(), a.end(), b.begin(), b.end(), same_key)) return false;
-    walk_.push({Values<const JsonValue>(a), Values<const JsonValue>(b)});
+    walk_.push(Values<const JsonValue>(a), Values<const JsonValue>(b));
     return true;
   }
 
@@ -86,13 +86,16 @@ class EqualityWalk {
 }  // namespace
 
 bool operator==(const JsonList& a, const JsonList& b) {
-  return EqualityWalk().equal(a, b);
+  EqualityWalk walk;
+  return walk.equal(a, b);
 }
 bool operator==(const JsonObject& a, const JsonObject& b) {
-  return EqualityWalk().equal(a, b);
+  EqualityWalk walk;
+  return walk.equal(a, b);
 }
 bool operator==(const JsonValue& a, const JsonValue& b) {
-  return EqualityWalk().equal(a, b);
+  EqualityWalk walk;
+  return walk.equal(a, b);
 }
 
 }  // namespace vantrex::values

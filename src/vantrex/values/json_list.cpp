@@ -12,12 +12,12 @@ void JsonList::dispose() noexcept {
 
 void JsonList::push_back(JsonValue item) {
   detail::make_room(*this);
-  new (items_ + size_) JsonValue(std::move(item));
-  ++size_;
+  new (items_ + head_.size) JsonValue(std::move(item));
+  ++head_.size;
 }
 
 void JsonList::truncate(std::size_t count) noexcept {
-  while (size_ > count) items_[--size_].~JsonValue();
+  while (head_.size > count) items_[--head_.size].~JsonValue();
 }
 
 void JsonList::reserve(std::size_t capacity) {

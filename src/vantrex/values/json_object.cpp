@@ -26,16 +26,17 @@ JsonObject::JsonObject(std::initializer_list<FieldInit> fields) : JsonObject() {
     return;
   }
   for (const FieldInit& field : fields) {
-    JsonField* const last = new (fields_ + size_) JsonField{field.key.text(), std::move(field.value)};
+    JsonField* const last = new (fields_ + head_.size) JsonField{field.key.text(), std::move(field.value)};
     JsonField* first = fields_;
     while (last->key != first->key) ++first;
     if (first == last) {
-      ++size_;
+      ++head_.size;
     } else {
       first->value = std::move(last->value);
       last->~JsonField();
     }
   }
+  head_ = detail::make_head(detail::Tag::object, head_.size);  // as one word, since it is moved next
 }
 
 void JsonObject::dispose() noexcept {
@@ -43,9 +44,9 @@ void JsonObject::dispose() noexcept {
 }
 
 const JsonValue* JsonObject::find(std::string_view key) const& noexcept {
-  if (size_ > FieldIndex::kUnindexedFields) {
-    const std::size_t position = detail::header_of(fields_).index->find(key, fields_, size_);
-    return position == size_ ? nullptr : &fields_[position].value;
+  if (head_.size > FieldIndex::kUnindexedFields) {
+    const std::size_t position = detail::header_of(fields_).index->find(key, fields_, head_.size);
+    return position == head_.size ? nullptr : &fields_[position].value;
   }
   if (key.size() <= detail::kInlineCapacity) return find_short(key);
   for (const auto& field : *this) {
@@ -89,19 +90,19 @@ void JsonObject::append(const TextArgument& key, JsonValue value) {
 
 void JsonObject::append_new(Text key, JsonValue value) {
   detail::make_room(*this);
-  auto* field = new (fields_ + size_) JsonField{std::move(key), std::move(value)};
-  if (FieldIndex* index = detail::header_of(fields_).index) index->add(field->key, size_);
-  ++size_;
+  auto* field = new (fields_ + head_.size) JsonField{std::move(key), std::move(value)};
+  if (FieldIndex* index = detail::header_of(fields_).index) index->add(field->key, head_.size);
+  ++head_.size;
 }
 
 std::optional<JsonValue> JsonObject::remove(std::string_view key) noexcept {
   JsonValue* found = find_mutable(key);
   if (found == nullptr) return std::nullopt;
-  auto* field =
-      std::find_if(fields_, fields_ + size_, [&](const JsonField& each) { return &each.value == found; });
+  auto* field = std::find_if(fields_, fields_ + head_.size,
+                             [&](const JsonField& each) { return &each.value == found; });
   std::optional<JsonValue> removed(std::move(*found));
-  std::move(field + 1, fields_ + size_, field);
-  fields_[--size_].~JsonField();
+  std::move(field + 1, fields_ + head_.size, field);
+  fields_[--head_.size].~JsonField();
   detail::rebuild_index(*this);
   return removed;
 }

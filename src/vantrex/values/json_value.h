@@ -96,9 +96,9 @@ class NEXT_STEPS_API JsonList {
   // A copy is deep. A moved-from list is empty.
   JsonList(const JsonList& other);
   JsonList(JsonList&& other) noexcept
-      : size_(std::exchange(other.size_, 0)), items_(std::exchange(other.items_, nullptr)) {}
+      : head_(std::exchange(other.head_, kEmpty)), items_(std::exchange(other.items_, nullptr)) {}
   JsonList& operator=(JsonList other) noexcept {
-    std::swap(size_, other.size_);
+    std::swap(head_, other.head_);
     std::swap(items_, other.items_);
     return *this;
   }
@@ -109,7 +109,7 @@ class NEXT_STEPS_API JsonList {
   }
 
   // The number of items, and whether it is 0.
-  std::size_t size() const noexcept { return size_; }
+  std::size_t size() const noexcept { return head_.size; }
   bool empty() const noexcept { return size() == 0; }
 
   // The items: for (const JsonValue& item : list).
@@ -137,8 +137,9 @@ class NEXT_STEPS_API JsonList {
 
   void dispose() noexcept;
 
-  detail::Tag tag_ = detail::Tag::list;
-  std::uint32_t size_ = 0;
+  static constexpr detail::Head kEmpty{detail::Tag::list, 0, 0, 0};
+
+  detail::Head head_ = kEmpty;
   JsonValue* items_ = nullptr;  // null until there is room for one
 };
 
@@ -162,9 +163,9 @@ class NEXT_STEPS_API JsonObject {
   // A copy is deep. A moved-from object is empty.
   JsonObject(const JsonObject& other);
   JsonObject(JsonObject&& other) noexcept
-      : size_(std::exchange(other.size_, 0)), fields_(std::exchange(other.fields_, nullptr)) {}
+      : head_(std::exchange(other.head_, kEmpty)), fields_(std::exchange(other.fields_, nullptr)) {}
   JsonObject& operator=(JsonObject other) noexcept {
-    std::swap(size_, other.size_);
+    std::swap(head_, other.head_);
     std::swap(fields_, other.fields_);
     return *this;
   }
@@ -175,7 +176,7 @@ class NEXT_STEPS_API JsonObject {
   }
 
   // The number of fields, and whether it is 0.
-  std::size_t size() const noexcept { return size_; }
+  std::size_t size() const noexcept { return head_.size; }
   bool empty() const noexcept { return size() == 0; }
 
   // The fields: for (const auto& [key, value] : object).
@@ -223,8 +224,9 @@ class NEXT_STEPS_API JsonObject {
   const JsonValue* find_short(std::string_view key) const noexcept;
   void append_new(Text key, JsonValue value);
 
-  detail::Tag tag_ = detail::Tag::object;
-  std::uint32_t size_ = 0;
+  static constexpr detail::Head kEmpty{detail::Tag::object, 0, 0, 0};
+
+  detail::Head head_ = kEmpty;
   JsonField* fields_ = nullptr;  // null until there is room for one
 };
 
@@ -234,15 +236,15 @@ class NEXT_STEPS_API JsonValue {
   // NOLINTBEGIN(google-explicit-constructor): what has a JSON form is a value.
   // Null.
   JsonValue() noexcept : JsonValue(nullptr) {}
-  constexpr JsonValue(std::nullptr_t) noexcept : plain_{detail::Tag::null, {}} {}
+  constexpr JsonValue(std::nullptr_t) noexcept : plain_{detail::Tag::null, {}, {}} {}
 
   // A boolean, of nothing but a bool.
   template <std::same_as<bool> Boolean>
-  JsonValue(Boolean value) noexcept : plain_{detail::Tag::boolean, {.boolean = value}} {}
+  JsonValue(Boolean value) noexcept : plain_{detail::Tag::boolean, {}, {.boolean = value}} {}
 
   // An integer. Of a type of up to 64 signed bits it never fails.
   template <CountingInteger Number>
-  JsonValue(Number value) : plain_{detail::Tag::integer, {.integer = static_cast<std::int64_t>(value)}} {
+  JsonValue(Number value) : plain_{detail::Tag::integer, {}, {.integer = static_cast<std::int64_t>(value)}} {
     if (!std::in_range<std::int64_t>(value)) *this = JsonValue(Integer(value));
   }
   JsonValue(Integer value) noexcept;
@@ -250,7 +252,7 @@ class NEXT_STEPS_API JsonValue {
   // A float, rounded to a double.
   template <std::floating_point Number>
   JsonValue(Number value) noexcept
-      : plain_{detail::Tag::floating, {.floating = static_cast<double>(value)}} {}
+      : plain_{detail::Tag::floating, {}, {.floating = static_cast<double>(value)}} {}
 
   // A string. Of bytes it throws InvalidUtf8 when they are no well-formed UTF-8.
   JsonValue(Text text) noexcept : text_(std::move(text)) {}
@@ -356,6 +358,7 @@ class NEXT_STEPS_API JsonValue {
 
   struct Plain {
     detail::Tag tag;
+    std::uint8_t unused[7];  // stored with the tag as one word
     union {
       std::nullptr_t nothing;
       bool boolean;

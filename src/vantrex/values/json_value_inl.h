@@ -31,7 +31,7 @@ JsonObject::JsonObject(const Map& map) : JsonObject() {
 }
 
 inline const JsonValue* JsonList::end() const noexcept {
-  return items_ + size_;
+  return items_ + head_.size;
 }
 inline const JsonValue& JsonList::operator[](std::size_t position) const& noexcept {
   return items_[position];
@@ -41,7 +41,7 @@ inline JsonValue& JsonList::mutable_item(std::size_t position) & noexcept {
 }
 
 inline const JsonField* JsonObject::end() const noexcept {
-  return fields_ + size_;
+  return fields_ + head_.size;
 }
 
 }  // namespace vantrex::values

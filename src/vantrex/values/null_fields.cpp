@@ -74,10 +74,12 @@ class DropWalk {
 }  // namespace
 
 void drop_null_fields(JsonValue& value) {
-  DropWalk().drop(value);
+  DropWalk walk;
+  walk.drop(value);
 }
 void drop_null_fields(JsonObject& object) {
-  DropWalk().drop(object);
+  DropWalk walk;
+  walk.drop(object);
 }
 
 }  // namespace vantrex::values

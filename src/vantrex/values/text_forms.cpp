@@ -76,7 +76,7 @@ template <typename Sink>
       sink.put_integer(ValueAccess::small_integer(value));
       break;
     case Tag::big_integer:
-      sink.put(ValueAccess::digits(value));
+      sink.put_digits(ValueAccess::digits(value));
       break;
     case Tag::floating:
       sink.put_float(*value.floating());
@@ -91,26 +91,27 @@ template <typename Sink>
   return true;
 }
 
+// The functions of a Writer are one: its sink is local to that, so it can stay in
+// registers, although it writes bytes.
 template <typename Sink, typename Order>
 class Writer {
  public:
-  explicit Writer(Sink sink) noexcept : sink_(sink) {}
-
   // Puts `value` and returns the sink.
   template <typename Value>
-  Sink write(const Value& value) && {
-    open(value);
-    while (!walk_.empty() && !sink_.is_full()) {
+  Sink write(const Value& value, Sink sink) {
+    open(value, sink);
+    while (!walk_.empty() && !sink.is_full()) {
+      sink.ensure_room();
       Level& level = walk_.top();
-      const JsonValue* nested = level.is_object ? put_fields(level) : put_items(level);
+      const JsonValue* nested = level.is_object ? put_fields(level, sink) : put_items(level, sink);
       if (nested == nullptr) {
         walk_.pop();
-        if (!walk_.empty()) sink_.put(',');
+        if (!walk_.empty()) sink.put(',');
       } else {
-        open(*nested);
+        open(*nested, sink);
       }
     }
-    return sink_;
+    return sink;
   }
 
  private:
@@ -122,33 +123,31 @@ class Writer {
     typename Order::Cursor fields;
   };
 
-  void open(const JsonList& list) {
-    sink_.put('[');
-    if (list.empty()) return sink_.put(']');
-    walk_.push({false, list.begin(), list.end(), {}});
+  [[gnu::always_inline]] void open(const JsonList& list, Sink& sink) {
+    sink.put('[');
+    if (list.empty()) return sink.put(']');
+    walk_.push(false, list.begin(), list.end(), typename Order::Cursor{});
   }
-  void open(const JsonObject& object) {
-    sink_.put('{');
-    if (object.empty()) return sink_.put('}');
-    walk_.push({true, nullptr, nullptr, order_.open(object)});
+  [[gnu::always_inline]] void open(const JsonObject& object, Sink& sink) {
+    sink.put('{');
+    if (object.empty()) return sink.put('}');
+    walk_.push(true, nullptr, nullptr, order_.open(object));
   }
-  void open(const JsonValue& value) {
+  [[gnu::always_inline]] void open(const JsonValue& value, Sink& sink) {
     if (const JsonList* list = value.list()) {
-      open(*list);
+      open(*list, sink);
     } else if (const JsonObject* object = value.object()) {
-      open(*object);
+      open(*object, sink);
     } else {
-      put_whole(value, sink_);
+      put_whole(value, sink);
     }
   }
 
   // Both go on with a level until it is done, or until one of its values is a list
   // or an object to be opened, which they return. A comma follows each value; the
-  // bracket takes the place of the last. The local sink stays in registers.
-  const JsonValue* put_fields(Level& level) {
-    Sink sink = sink_;
-    const JsonValue* nested = nullptr;
-    while (nested == nullptr && !sink.is_full()) {
+  // bracket takes the place of the last.
+  [[gnu::always_inline]] const JsonValue* put_fields(Level& level, Sink& sink) {
+    while (!sink.is_full()) {
       const JsonField* field = order_.next(level.fields);
       if (field == nullptr) {
         sink.replace_last('}');
@@ -156,35 +155,25 @@ class Writer {
       }
       sink.put_string(field->key);
       sink.put(':');
-      if (!put_whole(field->value, sink)) {
-        nested = &field->value;
-      } else {
-        sink.put(',');
-      }
+      if (!put_whole(field->value, sink)) return &field->value;
+      sink.put(',');
     }
-    sink_ = sink;
-    return nested;
+    return nullptr;
   }
-  const JsonValue* put_items(Level& level) {
-    Sink sink = sink_;
-    const JsonValue* nested = nullptr;
-    while (nested == nullptr && !sink.is_full()) {
+  [[gnu::always_inline]] const JsonValue* put_items(Level& level, Sink& sink) {
+    while (!sink.is_full()) {
       if (level.item == level.items_end) {
         sink.replace_last(']');
         break;
       }
       const JsonValue& item = *level.item++;
-      if (!put_whole(item, sink)) {
-        nested = &item;
-      } else {
-        sink.put(',');
-      }
+      sink.ensure_room();
+      if (!put_whole(item, sink)) return &item;
+      sink.put(',');
     }
-    sink_ = sink;
-    return nested;
+    return nullptr;
   }
 
-  Sink sink_;
   Order order_;
   WalkStack<Level> walk_;
 };
@@ -192,15 +181,16 @@ class Writer {
 template <FloatSizes kFloatSizes, typename Value>
 std::size_t count_bytes(const Value& value, std::size_t enough = std::numeric_limits<std::size_t>::max()) {
   using Sink = CountingSink<kFloatSizes>;
-  return Writer<Sink, InsertionOrder>(Sink(enough)).write(value).size();
+  Writer<Sink, InsertionOrder> writer;
+  return writer.write(value, Sink(enough)).size();
 }
 
 template <typename Order, typename Value>
 std::string text_of(const Value& value) {
-  std::string text(count_bytes<FloatSizes::maximal>(value) + MemorySink::kSlack, '\0');
-  const char* end = Writer<MemorySink, Order>(MemorySink(text.data())).write(value).end();
-  text.resize(static_cast<std::size_t>(end - text.data()));
-  return text;
+  detail::TextMemory memory([&value] { return count_bytes<FloatSizes::maximal>(value); });
+  Writer<MemorySink<decltype(memory)>, Order> writer;
+  const char* end = writer.write(value, MemorySink(memory)).end();
+  return std::move(memory).take(end);
 }
 
 }  // namespace

@@ -1,14 +1,17 @@
-// What the text of a value is put into: bytes that are written, or a count of them.
+// What the text of a value is put into: memory that grows, or a count of its bytes.
 //
 // Both take the same calls, so the text and its size come from one set of rules.
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
 #include <limits>
+#include <string>
 #include <string_view>
+#include <utility>
 
 #include "vantrex/values/byte_block.h"
 #include "vantrex/values/number_text.h"
@@ -20,6 +23,10 @@ namespace vantrex::values::detail {
 // as the most that one can take.
 enum class FloatSizes { exact, maximal };
 
+// Each call of ensure_room() and put_string() leaves room for a number or a literal
+// and the punctuation around it.
+inline constexpr std::size_t kRoom = kMaxNumberBytes + 8;
+
 // Counts bytes, until it is full.
 template <FloatSizes kFloatSizes>
 class CountingSink {
@@ -27,8 +34,10 @@ class CountingSink {
   explicit CountingSink(std::size_t limit = std::numeric_limits<std::size_t>::max()) noexcept
       : limit_(limit) {}
 
+  void ensure_room() noexcept {}
   void put(char /*byte*/) noexcept { ++size_; }
   void put(std::string_view bytes) noexcept { size_ += bytes.size(); }
+  void put_digits(std::string_view digits) noexcept { put(digits); }
   void put_integer(std::int64_t value) noexcept { size_ += integer_text_size(value); }
   void put_float(double value) noexcept {
     size_ += kFloatSizes == FloatSizes::exact ? float_text_size(value) : kMaxNumberBytes;
@@ -67,24 +76,65 @@ inline constexpr std::array<Escape, 256> kEscapes = [] {
   return escapes;
 }();
 
-// Writes into memory that has room for kSlack bytes more than the text.
+// The memory of a text that is being written. A short text is written on the stack
+// and copied; one that turns out to be long is measured, and goes on in a string of
+// that size.
+//
+// `Measure` gives the most bytes that the whole text may have.
+template <typename Measure>
+class TextMemory {
+ public:
+  explicit TextMemory(Measure measure) : measure_(measure) {}
+
+  char* begin() noexcept { return long_text_.empty() ? short_text_.data() : long_text_.data(); }
+  char* end() noexcept { return begin() + (long_text_.empty() ? short_text_.size() : long_text_.size()); }
+
+  // Makes room for the whole text, which is there up to `end`, and `spare` bytes
+  // behind it. Returns the end in the new memory.
+  [[gnu::noinline]] char* grow(const char* end, std::size_t spare) {
+    const auto written = static_cast<std::size_t>(end - short_text_.data());
+    long_text_.resize(measure_() + spare);
+    std::memcpy(long_text_.data(), short_text_.data(), written);
+    return long_text_.data() + written;
+  }
+  // The text, which ends at `end`.
+  std::string take(const char* end) && {
+    const auto size = static_cast<std::size_t>(end - begin());
+    if (long_text_.empty()) return {short_text_.data(), size};
+    long_text_.resize(size);
+    return std::move(long_text_);
+  }
+
+ private:
+  static constexpr std::size_t kShortBytes = 8192;
+
+  Measure measure_;
+  std::string long_text_;
+  std::array<char, kShortBytes> short_text_;  // NOLINT(*-member-init): written before it is read
+};
+
+// Writes into such memory, some bytes beyond the end too: whole words are faster to
+// store than parts of them.
+template <typename Memory>
 class MemorySink {
  public:
-  // Some bytes behind the text are written too, since that is faster than to write
-  // some bytes of a word.
-  static constexpr std::size_t kSlack = 16;
+  explicit MemorySink(Memory& memory) noexcept : memory_(&memory), out_(memory.begin()), end_(memory.end()) {}
 
-  explicit MemorySink(char* out) noexcept : out_(out) {}
-
+  void ensure_room() { ensure(0); }
   void put(char byte) noexcept { *out_++ = byte; }
   void put(std::string_view bytes) noexcept {
     std::memcpy(out_, bytes.data(), bytes.size());
     out_ += bytes.size();
   }
+  void put_digits(std::string_view digits) {
+    ensure(digits.size());
+    put(digits);
+  }
   void put_integer(std::int64_t value) noexcept { out_ = write_integer(value, out_); }
   void put_float(double value) noexcept { out_ = write_float(value, out_); }
-  void put_string(const Text& text) noexcept {
+  void put_string(const Text& text) {
     const TextBits& bits = ValueAccess::bits(text);
+    ensure(bits.size() + text.escape_gain());
     put('"');
     if (bits.escape_gain() != 0) {
       put_escaped(bits.view());
@@ -102,10 +152,28 @@ class MemorySink {
   char* end() const noexcept { return out_; }
 
  private:
+  // What is behind the text: a number's place, and a block or an escape that reaches
+  // beyond the end.
+  static constexpr std::size_t kSpare = kRoom + ByteVector::kBytes;
+
+  void ensure(std::size_t bytes) {
+    if (bytes + kSpare <= static_cast<std::size_t>(end_ - out_)) [[likely]]
+      return;
+    out_ = memory_->grow(out_, kSpare);
+    end_ = memory_->end();
+  }
+
   void put_escaped(std::string_view bytes) noexcept {
     put_blocks<ByteVector>(bytes);
     put_blocks<ByteWord>(bytes);
-    for (const char byte : bytes) put_byte(byte);
+    for (const char byte : bytes) {
+      // A guess is faster than to wait for the size of an escape.
+      if (is_special(byte)) {
+        put_escape(byte);
+      } else {
+        put(byte);
+      }
+    }
   }
 
   // Puts `bytes` as long as they fill blocks, and leaves the others in it.
@@ -118,18 +186,21 @@ class MemorySink {
       out_ += plain;
       bytes.remove_prefix(plain);
       if (specials == 0) continue;
-      put_byte(bytes.front());
+      put_escape(bytes.front());
       bytes.remove_prefix(1);
     }
   }
 
-  void put_byte(char byte) noexcept {
+  static bool is_special(char byte) noexcept { return kEscapes[static_cast<unsigned char>(byte)].size > 1; }
+  void put_escape(char byte) noexcept {
     const Escape& escape = kEscapes[static_cast<unsigned char>(byte)];
     std::memcpy(out_, &escape, sizeof escape);
     out_ += escape.size;
   }
 
+  Memory* memory_;
   char* out_;
+  char* end_;
 };
 
 }  // namespace vantrex::values::detail

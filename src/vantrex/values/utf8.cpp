@@ -21,11 +21,10 @@ void scan_ascii(std::string_view bytes, Utf8Scan& scan) noexcept {
   }
 }
 
-// Whether the last `size` of the bytes, fewer than a word holds, are plain.
-bool ends_plain(std::string_view bytes, std::size_t size) noexcept {
-  if (bytes.size() >= ByteWord::kBytes)
-    return ByteWord(bytes.data() + bytes.size() - ByteWord::kBytes).is_plain();
-  return ByteWord::of_few(bytes.data(), size).is_plain();
+// Whether the bytes behind the last whole block are plain, of which there are some.
+bool ends_plain(std::string_view bytes) noexcept {
+  if (bytes.size() < ByteVector::kBytes) return ByteVector::of_few(bytes.data(), bytes.size()).is_plain();
+  return ByteVector(bytes.data() + bytes.size() - ByteVector::kBytes).is_plain();
 }
 
 }  // namespace
@@ -33,22 +32,21 @@ bool ends_plain(std::string_view bytes, std::size_t size) noexcept {
 Utf8Scan scan_utf8(std::string_view bytes) noexcept {
   Utf8Scan scan;
   std::size_t& at = scan.well_formed;
-  while (at < bytes.size()) {
+  while (true) {
     scan_ascii<ByteVector>(bytes, scan);
-    scan_ascii<ByteWord>(bytes, scan);
-    const std::size_t left = bytes.size() - at;
-    if (left == 0 || (left < ByteWord::kBytes && ends_plain(bytes, left))) {
+    if (at == bytes.size()) return scan;
+    if (bytes.size() - at < ByteVector::kBytes && ends_plain(bytes)) {
       at = bytes.size();
-      break;
+      return scan;
     }
-    for (const std::size_t end = at + std::min(left, ByteWord::kBytes); at < end;) {
+    scan_ascii<ByteWord>(bytes, scan);
+    for (const std::size_t end = std::min(at + ByteWord::kBytes, bytes.size()); at < end;) {
       const Utf8Prefix character = utf8_prefix(bytes.substr(at));
       if (!character.is_complete) return scan;
       scan.escape_gain += detail::escape_gain(bytes[at]);
       at += character.length;
     }
   }
-  return scan;
 }
 
 std::string repaired_utf8(std::string_view bytes) {

@@ -16,8 +16,8 @@ struct ValueAccess {
   // The memory of a container's items, null when it has none, and their number.
   static JsonValue*& items(JsonList& list) noexcept { return list.items_; }
   static JsonField*& items(JsonObject& object) noexcept { return object.fields_; }
-  static std::uint32_t& size(JsonList& list) noexcept { return list.size_; }
-  static std::uint32_t& size(JsonObject& object) noexcept { return object.size_; }
+  static std::uint32_t& size(JsonList& list) noexcept { return list.head_.size; }
+  static std::uint32_t& size(JsonObject& object) noexcept { return object.head_.size; }
 
   static std::int64_t small_integer(const JsonValue& value) noexcept { return value.plain_.as.integer; }
 
@@ -38,7 +38,7 @@ struct ValueAccess {
   static Text shared_digits(const JsonValue& value) noexcept {
     Text digits;
     digits.bits_ = value.text_.bits_;
-    digits.bits_.out.tag = Tag::shared_text;
+    digits.bits_.out.head.tag = Tag::shared_text;
     digits.retain();
     return digits;
   }

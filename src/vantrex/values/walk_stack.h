@@ -1,5 +1,7 @@
 // WalkStack: the explicit stack of a walk over a tree of values, so that no
 // walk recurses. Shallow trees need no memory beyond the object itself.
+//
+// Declare a walk as `Walk walk;`: `Walk()` would first set all its frames to 0.
 #pragma once
 
 #include <array>
@@ -22,11 +24,13 @@ class WalkStack {
   // The frame pushed last; a push or pop invalidates the reference.
   Frame& top() noexcept { return depth_ <= kShallow ? shallow_[depth_ - 1] : deep_.back(); }
 
-  void push(const Frame& frame) {
+  // Pushes the frame of these parts, which are stored one by one where it lies.
+  template <typename... Parts>
+  void push(const Parts&... parts) {
     if (depth_ < kShallow) {
-      shallow_[depth_] = frame;
+      shallow_[depth_] = Frame{parts...};
     } else {
-      deep_.push_back(frame);
+      deep_.push_back(Frame{parts...});
     }
     ++depth_;
   }

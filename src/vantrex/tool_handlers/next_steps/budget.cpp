@@ -40,8 +40,8 @@ class HintWalk {
  public:
   explicit HintWalk(OnHint on_hint) : on_hint_(std::move(on_hint)) {}
 
-  void open(const JsonObject& object) { walk_.push({object.begin(), object.end(), nullptr, nullptr}); }
-  void open(const JsonList& list) { walk_.push({nullptr, nullptr, list.begin(), list.end()}); }
+  void open(const JsonObject& object) { walk_.push(object.begin(), object.end(), nullptr, nullptr); }
+  void open(const JsonList& list) { walk_.push(nullptr, nullptr, list.begin(), list.end()); }
   // Whether there was anything to open; only a list or an object may hold hints.
   bool open(const JsonValue& value) {
     if (const JsonObject* object = value.object()) {
