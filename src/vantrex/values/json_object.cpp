@@ -36,7 +36,6 @@ JsonObject::JsonObject(std::initializer_list<FieldInit> fields) : JsonObject() {
       last->~JsonField();
     }
   }
-  head_ = detail::make_head(detail::Tag::object, head_.size);  // as one word, since it is moved next
 }
 
 void JsonObject::dispose() noexcept {

@@ -236,15 +236,15 @@ class NEXT_STEPS_API JsonValue {
   // NOLINTBEGIN(google-explicit-constructor): what has a JSON form is a value.
   // Null.
   JsonValue() noexcept : JsonValue(nullptr) {}
-  constexpr JsonValue(std::nullptr_t) noexcept : plain_{detail::Tag::null, {}, {}} {}
+  constexpr JsonValue(std::nullptr_t) noexcept : plain_{detail::Tag::null, {}} {}
 
   // A boolean, of nothing but a bool.
   template <std::same_as<bool> Boolean>
-  JsonValue(Boolean value) noexcept : plain_{detail::Tag::boolean, {}, {.boolean = value}} {}
+  JsonValue(Boolean value) noexcept : plain_{detail::Tag::boolean, {.boolean = value}} {}
 
   // An integer. Of a type of up to 64 signed bits it never fails.
   template <CountingInteger Number>
-  JsonValue(Number value) : plain_{detail::Tag::integer, {}, {.integer = static_cast<std::int64_t>(value)}} {
+  JsonValue(Number value) : plain_{detail::Tag::integer, {.integer = static_cast<std::int64_t>(value)}} {
     if (!std::in_range<std::int64_t>(value)) *this = JsonValue(Integer(value));
   }
   JsonValue(Integer value) noexcept;
@@ -252,7 +252,7 @@ class NEXT_STEPS_API JsonValue {
   // A float, rounded to a double.
   template <std::floating_point Number>
   JsonValue(Number value) noexcept
-      : plain_{detail::Tag::floating, {}, {.floating = static_cast<double>(value)}} {}
+      : plain_{detail::Tag::floating, {.floating = static_cast<double>(value)}} {}
 
   // A string. Of bytes it throws InvalidUtf8 when they are no well-formed UTF-8.
   JsonValue(Text text) noexcept : text_(std::move(text)) {}
@@ -358,7 +358,6 @@ class NEXT_STEPS_API JsonValue {
 
   struct Plain {
     detail::Tag tag;
-    std::uint8_t unused[7];  // stored with the tag as one word
     union {
       std::nullptr_t nothing;
       bool boolean;

@@ -19,36 +19,6 @@ SharedHeader* header_of(const detail::TextBits& shared) noexcept {
          1;  // NOLINT(*-const-cast)
 }
 
-// Up to eight of `bytes`, the first in the lowest place, and zeros.
-std::uint64_t little_endian_word(std::string_view bytes) noexcept {
-  const auto load = [bytes]<typename Part>(Part part, std::size_t at) {
-    std::memcpy(&part, bytes.data() + at, sizeof part);
-    return std::uint64_t{part} << 8 * at;
-  };
-  // The two parts of a middling size overlap.
-  const std::size_t size = bytes.size();
-  if (size >= 8) return load(std::uint64_t{}, 0);
-  if (size >= 4) return load(std::uint32_t{}, 0) | load(std::uint32_t{}, size - 4);
-  if (size >= 2) return load(std::uint16_t{}, 0) | load(std::uint16_t{}, size - 2);
-  return size == 1 ? load(std::uint8_t{}, 0) : 0;
-}
-
-// The bits of a short text, put together in registers as make_head does it.
-detail::TextBits inline_bits(std::string_view bytes, std::uint8_t gain) noexcept {
-  detail::TextBits bits{.in = {detail::inline_tag(bytes.size()), gain, {}}};
-  if constexpr (std::endian::native == std::endian::little) {
-    const std::uint64_t first = little_endian_word(bytes);
-    const std::uint64_t rest = bytes.size() > 8 ? little_endian_word(bytes.substr(8)) : 0;
-    const std::uint64_t words[] = {
-        static_cast<std::uint64_t>(bits.tag()) | std::uint64_t{gain} << 8 | first << 16,
-        first >> 48 | rest << 16};
-    std::memcpy(&bits, words, sizeof bits);
-  } else {
-    std::copy_n(bytes.data(), bytes.size(), bits.in.characters);
-  }
-  return bits;
-}
-
 std::uint32_t checked_size(std::size_t size) {
   if (size > std::numeric_limits<std::uint32_t>::max()) {
     throw std::length_error("a text holds at most 2^32 - 1 bytes");
@@ -77,14 +47,16 @@ Text::Text(std::string_view well_formed, std::size_t escape_gain) : bits_(detail
   const std::size_t size = well_formed.size();
   const auto gain = static_cast<std::uint8_t>(std::min<std::size_t>(escape_gain, detail::kLargeGain));
   if (size <= detail::kInlineCapacity) {
-    bits_ = inline_bits(well_formed, gain);
+    bits_.in.tag = detail::inline_tag(size);
+    bits_.in.escape_gain = gain;
+    std::copy_n(well_formed.data(), size, bits_.in.characters);
     return;
   }
   const std::uint32_t held_size = checked_size(size);
   void* memory = ::operator new(sizeof(SharedHeader) + size);
   auto* characters = reinterpret_cast<char*>(new (memory) SharedHeader{{1}, escape_gain} + 1);
   std::memcpy(characters, well_formed.data(), size);
-  bits_.out = {detail::make_head(detail::Tag::shared_text, held_size, gain), characters};
+  bits_.out = {{detail::Tag::shared_text, gain, 0, held_size}, characters};
 }
 
 Text::Text(std::string_view bytes) : Text(bytes, checked_gain(bytes)) {}
@@ -115,7 +87,7 @@ std::size_t Text::large_gain() const noexcept {
 }
 
 TextArgument::TextArgument(std::string_view bytes)
-    : bits_{.out = {detail::make_head(kUnchecked, checked_size(bytes.size())), bytes.data()}} {}
+    : bits_{.out = {{kUnchecked, 0, 0, checked_size(bytes.size())}, bytes.data()}} {}
 
 std::string_view TextArgument::non_null(const char* characters) {
   return non_null_text(characters);

@@ -13,7 +13,6 @@
 // thread uses it.
 #pragma once
 
-#include <bit>
 #include <compare>
 #include <concepts>
 #include <cstddef>
@@ -97,16 +96,6 @@ struct Head {
   std::uint16_t unused;
   std::uint32_t size;
 };
-
-// A head, put together in a register. Values are moved as words, and a word that
-// was stored in parts keeps the processor waiting when it is loaded.
-inline Head make_head(Tag tag, std::uint32_t size, std::uint8_t escape_gain = 0) noexcept {
-  const auto tag_bits = static_cast<std::uint64_t>(tag);
-  if constexpr (std::endian::native == std::endian::little) {
-    return std::bit_cast<Head>(tag_bits | std::uint64_t{escape_gain} << 8 | std::uint64_t{size} << 32);
-  }
-  return {tag, escape_gain, 0, size};
-}
 
 // A text elsewhere: a literal, or shared characters.
 struct OutlineText {
