@@ -127,7 +127,8 @@ class ByteVector {
         _mm_or_si128(_mm_and_si128(special, all(kShortEscapeGain)),
                      _mm_and_si128(long_escapes, all(kUnicodeEscapeGain - kShortEscapeGain)));
     const __m128i sums = _mm_sad_epu8(gains, _mm_setzero_si128());  // of either half
-    return static_cast<std::size_t>(_mm_cvtsi128_si32(sums) + _mm_extract_epi16(sums, 4));
+    return static_cast<std::size_t>(_mm_cvtsi128_si32(sums)) +
+           static_cast<std::size_t>(_mm_extract_epi16(sums, 4));
   }
 
  private:

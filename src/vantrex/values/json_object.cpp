@@ -26,7 +26,7 @@ JsonObject::JsonObject(std::initializer_list<FieldInit> fields) : JsonObject() {
     return;
   }
   for (const FieldInit& field : fields) {
-    JsonField* const last = new (fields_ + head_.size) JsonField{field.key.text(), std::move(field.value)};
+    auto* const last = new (fields_ + head_.size) JsonField{field.key.text(), std::move(field.value)};
     JsonField* first = fields_;
     while (last->key != first->key) ++first;
     if (first == last) {

@@ -17,13 +17,6 @@ JsonValue::JsonValue(Integer value) noexcept : JsonValue(nullptr) {
   detail::ValueAccess::place_big_integer(*this, std::move(value));
 }
 
-void JsonValue::swap(JsonValue& other) noexcept {
-  JsonValue held(std::move(other));
-  other.take_bits(*this);
-  take_bits(held);
-  held.plain_.tag = Tag::null;
-}
-
 void JsonValue::copy_from(const JsonValue& other) {
   switch (other.tag()) {
     case Tag::list:

@@ -265,7 +265,7 @@ class NEXT_STEPS_API JsonValue {
   // A list, an object or a foreign value, taken over as it is.
   JsonValue(JsonList list) noexcept : list_(std::move(list)) {}
   JsonValue(JsonObject object) noexcept : object_(std::move(object)) {}
-  JsonValue(ForeignValue value) noexcept : foreign_{detail::Tag::foreign, std::move(value)} {}
+  JsonValue(const ForeignValue& value) noexcept : foreign_{detail::Tag::foreign, value} {}
 
   // The value of an optional, or null; the list of a sequence or a tuple; the
   // object of a string-keyed map. Throws as making what they hold does.
@@ -310,7 +310,12 @@ class NEXT_STEPS_API JsonValue {
   }
 
   // Exchanges the two values.
-  void swap(JsonValue& other) noexcept;
+  void swap(JsonValue& other) noexcept {
+    JsonValue held(std::move(other));
+    other.take_bits(*this);
+    take_bits(held);
+    held.plain_.tag = detail::Tag::null;
+  }
 
   // The kind of the value, and whether it is null.
   Kind kind() const noexcept;

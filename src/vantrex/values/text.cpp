@@ -15,8 +15,8 @@ struct SharedHeader {
 };
 
 SharedHeader* header_of(const detail::TextBits& shared) noexcept {
-  return reinterpret_cast<SharedHeader*>(const_cast<char*>(shared.out.characters)) -
-         1;  // NOLINT(*-const-cast)
+  auto* characters = const_cast<char*>(shared.out.characters);  // NOLINT(*-const-cast)
+  return reinterpret_cast<SharedHeader*>(characters) - 1;
 }
 
 std::uint32_t checked_size(std::size_t size) {

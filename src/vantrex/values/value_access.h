@@ -66,8 +66,8 @@ class Values {
  private:
   // The items of a container that may be changed are reached through what reads it.
   static Value* first(const JsonValue* item) noexcept {
-    return const_cast<Value*>(item);
-  }  // NOLINT(*-const-cast)
+    return const_cast<Value*>(item);  // NOLINT(*-const-cast)
+  }
 
   Value* next_;
   std::size_t left_;
