@@ -312,7 +312,7 @@ class NEXT_STEPS_API JsonValue {
   // Exchanges the two values.
   void swap(JsonValue& other) noexcept {
     JsonValue held(std::move(other));
-    other.take_bits(*this);
+    other.take_bits(*this);  // NOLINT(bugprone-use-after-move): replaces its bytes
     take_bits(held);
     held.plain_.tag = detail::Tag::null;
   }
