@@ -1,8 +1,12 @@
-// The job on RapidJSON: a pool for every finished answer, its first block and
-// the stack of the copying document kept between answers.
+// The life on RapidJSON: a pool for every answer, its first block and the stack
+// of the document kept between lives; strings borrowed from the rows.
 //
-// RapidJSON's own vector instructions stay off: with SSE2 or SSE4.2 its writer
-// leaves some control characters unescaped.
+// Its own vector instructions stay off: with SSE2 or SSE4.2 its writer leaves
+// some control characters unescaped.
+#include <algorithm>
+#include <concepts>
+#include <cstring>
+#include <new>
 #include <stdexcept>
 #include <vector>
 
@@ -10,226 +14,208 @@
 #include <rapidjson/stringbuffer.h>
 #include <rapidjson/writer.h>
 
-#include "peers/peer.h"
+#include "peers/fields.h"
+#include "peers/finishing.h"
 
 namespace vantrex::bench {
 
 namespace {
 
-using peers::Size;
-using Pool = rapidjson::MemoryPoolAllocator<>;
+// Its memory, counted as all other is.
+struct NewAllocator {
+  static const bool kNeedFree = true;
+  static void* Malloc(std::size_t bytes) { return bytes == 0 ? nullptr : ::operator new(bytes); }
+  static void* Realloc(void* memory, std::size_t bytes, std::size_t wanted) {
+    void* larger = Malloc(wanted);
+    if (memory != nullptr) std::memcpy(larger, memory, std::min(bytes, wanted));
+    Free(memory);
+    return larger;
+  }
+  static void Free(void* memory) { ::operator delete(memory); }
+};
+
+using Pool = rapidjson::MemoryPoolAllocator<NewAllocator>;
 using Value = rapidjson::GenericValue<rapidjson::UTF8<>, Pool>;
-using Document = rapidjson::GenericDocument<rapidjson::UTF8<>, Pool, Pool>;
+using Document = rapidjson::GenericDocument<rapidjson::UTF8<>, Pool, NewAllocator>;
+using Buffer = rapidjson::GenericStringBuffer<rapidjson::UTF8<>, NewAllocator>;
+using Writer = rapidjson::Writer<Buffer, rapidjson::UTF8<>, rapidjson::UTF8<>, NewAllocator>;
+using rapidjson::SizeType;
 
 constexpr std::size_t kFirstBlock = std::size_t{64} << 10;
 constexpr std::size_t kFurtherBlocks = std::size_t{1} << 20;
 
-// A stream that only counts.
-struct CountingStream {
-  using Ch = char;
-  void Put(char /*byte*/) { ++size; }
-  void Flush() {}
-  std::size_t size = 0;
-};
-
-std::string_view text_of(const Value& value) {
-  return {value.GetString(), value.GetStringLength()};
+SizeType length(std::size_t size) {
+  return static_cast<SizeType>(size);
 }
 
 Value::StringRefType reference(std::string_view text) {
-  return {text.data(), static_cast<rapidjson::SizeType>(text.size())};
+  return {text.data(), length(text.size())};
 }
 
-const Value& field(const Value& object, std::string_view key) {
-  return object.FindMember(Value(reference(key)))->value;
-}
+// Sends rows to a document under construction, which lays out every list and
+// object to its exact size.
+struct Builder {
+  Document& target;
 
-std::size_t float_size(double number) {
-  CountingStream stream;
-  rapidjson::Writer<CountingStream, rapidjson::UTF8<>, rapidjson::UTF8<>, Pool> writer(stream);
-  writer.Double(number);
-  return stream.size;
-}
-
-// Where a walk sends what it meets: nowhere, when it only measures.
-struct Nowhere {
-  void Null() {}
-  void Bool(bool /*value*/) {}
-  void Int64(std::int64_t /*number*/) {}
-  void Double(double /*number*/) {}
-  void String(const char* /*bytes*/, rapidjson::SizeType /*size*/, bool /*copy*/) {}
-  void Key(const char* /*bytes*/, rapidjson::SizeType /*size*/, bool /*copy*/) {}
-  void StartArray() {}
-  void EndArray(rapidjson::SizeType /*items*/) {}
-  void StartObject() {}
-  void EndObject(rapidjson::SizeType /*fields*/) {}
-};
-
-// Walks over `source` without its null fields, sends it to `target` (a document
-// under construction lays out every container to its exact size) and measures
-// what it sends.
-template <bool kMeasures, typename Target>
-Size walk(const Value& source, Target& target) {
-  switch (source.GetType()) {
-    case rapidjson::kNullType:
+  void add(std::nullptr_t) { target.Null(); }
+  void add(std::same_as<bool> auto value) { target.Bool(value); }
+  void add(std::int64_t number) { target.Int64(number); }
+  void add(double number) { target.Double(number); }
+  void add(std::string_view text) { target.String(text.data(), length(text.size()), false); }
+  void add(const std::string& text) { add(std::string_view(text)); }
+  template <typename T>
+  void add(const std::optional<T>& value) {
+    if (value) {
+      add(*value);
+    } else {
       target.Null();
-      return {4, 0};
-    case rapidjson::kTrueType:
-      target.Bool(true);
-      return {4, 0};
-    case rapidjson::kFalseType:
-      target.Bool(false);
-      return {5, 0};
-    case rapidjson::kNumberType:
-      if (source.IsInt64()) {
-        target.Int64(source.GetInt64());
-        return {kMeasures ? peers::integer_size(source.GetInt64()) : 0, 0};
-      }
-      target.Double(source.GetDouble());
-      return {kMeasures ? float_size(source.GetDouble()) : 0, 0};
-    case rapidjson::kStringType:
-      target.String(source.GetString(), source.GetStringLength(), true);
-      return {kMeasures ? peers::string_size(text_of(source)) : 0, 0};
-    case rapidjson::kArrayType: {
-      Size size{source.Empty() ? 2U : source.Size() + std::size_t{1}, 0};
-      target.StartArray();
-      for (const Value& item : source.GetArray()) {
-        const Size inner = walk<kMeasures>(item, target);
-        size.text += inner.text;
-        size.hints += inner.hints;
-      }
-      target.EndArray(source.Size());
-      return size;
-    }
-    default: {
-      Size size{1, 0};
-      rapidjson::SizeType fields = 0;
-      target.StartObject();
-      for (const auto& field : source.GetObject()) {
-        if (field.value.IsNull()) continue;
-        target.Key(field.name.GetString(), field.name.GetStringLength(), true);
-        const Size inner = walk<kMeasures>(field.value, target);
-        if (kMeasures) {
-          size.text += peers::string_size(text_of(field.name)) + inner.text + 2;
-          size.hints += peers::is_hint_key(text_of(field.name)) ? inner.text : inner.hints;
-        }
-        ++fields;
-      }
-      target.EndObject(fields);
-      size.text += fields == 0;
-      return size;
     }
   }
+  template <typename T>
+  void add(const std::vector<T>& items) {
+    target.StartArray();
+    for (const T& item : items) add(item);
+    target.EndArray(length(items.size()));
+  }
+  template <Row T>
+  void add(const T& row) {
+    target.StartObject();
+    describe(row, [&](std::string_view key, const auto& value) {
+      target.Key(key.data(), length(key.size()), false);
+      add(value);
+    });
+    target.EndObject(length(field_count(row)));
+  }
+};
+
+// How the peers' finishing reads a value.
+struct Json {
+  static const Value* find(const Value& object, std::string_view key) {
+    const auto field = object.FindMember(Value(reference(key)));
+    return field == object.MemberEnd() ? nullptr : &field->value;
+  }
+  static peers::Kind kind(const Value& value) {
+    using peers::Kind;
+    constexpr std::array kKinds = {Kind::null, Kind::boolean, Kind::boolean, Kind::object,
+                                   Kind::list, Kind::string,  Kind::integer};
+    return value.IsDouble() ? Kind::floating : kKinds[value.GetType()];
+  }
+  static bool boolean(const Value& value) { return value.GetBool(); }
+  static std::int64_t integer(const Value& value) { return value.GetInt64(); }
+  static std::string_view text(const Value& value) { return {value.GetString(), value.GetStringLength()}; }
+  static auto items(const Value& value) { return value.GetArray(); }
+  static const Value& object(const Value& value) { return value; }
+  static auto fields(const Value& value) { return value.GetObject(); }
+  static std::string_view key(const Value::Member& field) { return text(field.name); }
+  static const Value& value(const Value::Member& field) { return field.value; }
+  static std::size_t float_size(const Value& value) {
+    Buffer text;
+    Writer(text).Double(value.GetDouble());
+    return text.GetSize();
+  }
+};
+
+// Drops null fields in place. Returns the bytes of the hint fields.
+std::size_t drop_nulls(Value& value) {
+  std::size_t hints = 0;
+  if (value.IsArray()) {
+    for (Value& item : value.GetArray()) hints += drop_nulls(item);
+  }
+  if (!value.IsObject()) return hints;
+  auto kept = value.MemberBegin();
+  for (Value::Member& field : value.GetObject()) {
+    if (field.value.IsNull()) continue;
+    const std::size_t inner = drop_nulls(field.value);
+    hints += peers::is_hint_key(Json::key(field)) ? peers::size_of<Json>(field.value, SIZE_MAX) : inner;
+    if (&*kept != &field) {
+      kept->name = field.name;
+      kept->value = field.value;
+    }
+    ++kept;
+  }
+  if (kept != value.MemberEnd()) value.EraseMember(kept, value.MemberEnd());
+  return hints;
 }
 
-Size size_of(const Value& value) {
-  Nowhere nowhere;
-  return walk<true>(value, nowhere);
-}
+// A pool whose first block is kept.
+struct Memory {
+  std::vector<char> first_block = std::vector<char>(kFirstBlock);
+  Pool pool{first_block.data(), first_block.size(), kFurtherBlocks};
+};
 
 class RapidjsonPeer : public Contender {
  public:
-  explicit RapidjsonPeer(const Request& request)
-      : request_(request), first_block_(kFirstBlock), stack_block_(kFirstBlock) {
-    source_.Parse(peers::answer_text(request).c_str());
-    copy_.Parse(peers::copy_text(request).c_str());
-    if (source_.HasParseError() || copy_.HasParseError())
-      throw std::runtime_error("RapidJSON cannot read it");
-  }
+  explicit RapidjsonPeer(const Subject& subject) : subject_(subject), hints_(peers::hints_of(subject)) {}
 
-  std::size_t finish() override {
-    Finished finished(*this);
-    return finished.copy_and_attach().text;
+  void build() override {
+    auto generator = [&](Document& target) {
+      std::visit([&](const auto& rows) { Builder{target}.add(rows); }, subject_.rows);
+      return true;
+    };
+    answer_.Populate(generator);
   }
-  std::size_t finish_and_write() override {
-    Finished finished(*this);
-    static_cast<void>(finished.copy_and_attach());
-    write(finished.answer);
-    return text_.GetSize();
+  void finish() override {
+    finish(answer_, memory_.pool);
+    finished_ = &answer_;
   }
-  std::size_t copy() override {
-    Finished finished(*this);
-    finished.copy<false>();
-    return finished.answer.MemberCount();
+  void finish_kept() override {
+    copy_.CopyFrom(answer_, copy_memory_.pool);
+    finish(copy_, copy_memory_.pool);
+    finished_ = &copy_;
   }
-  std::size_t count() override {
-    const Size size = size_of(copy_);
-    return size.text + size.hints;
-  }
-  std::string finished_text() override {
-    finish_and_write();
+  std::string_view write() override {
+    writer_.Reset(text_);
+    finished_->Accept(writer_);
     return {text_.GetString(), text_.GetSize()};
+  }
+  void destroy() override {
+    answer_.SetNull();
+    copy_.SetNull();
+    memory_.pool.Clear();
+    copy_memory_.pool.Clear();
+    text_.Clear();
   }
 
  private:
-  // A finished answer and the memory it lies in.
-  struct Finished {
-    explicit Finished(RapidjsonPeer& of)
-        : peer(of),
-          pool(of.first_block_.data(), of.first_block_.size(), kFurtherBlocks),
-          stack_pool(of.stack_block_.data(), of.stack_block_.size(), kFurtherBlocks),
-          answer(&pool, kFirstBlock / 4, &stack_pool) {}
-
-    template <bool kMeasures>
-    Size copy() {
-      Size size;
-      auto generator = [&](Document& target) {
-        size = walk<kMeasures>(peer.source_, target);
-        return true;
-      };
-      answer.Populate(generator);
-      return size;
-    }
-
-    Size copy_and_attach() {
-      const Size size = copy<true>();
-      Value steps(rapidjson::kArrayType);
-      steps.Reserve(2, pool);
-      for (const PlannedStep& planned : peer.request_.plan) steps.PushBack(step(planned), pool);
-      if (peers::steps_that_fit(size, size_of(steps[0]).text, size_of(steps[1]).text) < 2) steps.PopBack();
-      answer.AddMember("next_steps", steps, pool);
-      return size;
-    }
-
-    Value step(const PlannedStep& planned) {
-      const Value& holder = planned.list.empty() ? answer : field(answer, planned.list)[0];
-      Value args(rapidjson::kObjectType);
-      args.AddMember("action", reference(planned.action), pool);
-      args.AddMember(reference(planned.argument), Value(field(holder, planned.argument), pool), pool);
-      const std::int64_t total = planned.counted ? field(answer, "total_count").GetInt64() : 0;
-      const std::string reason = peers::reason_of(planned, total);
-      Value made(rapidjson::kObjectType);
-      made.AddMember("tool", reference(planned.tool), pool);
-      made.AddMember("args", args, pool);
-      made.AddMember("reason", Value(reason.data(), static_cast<rapidjson::SizeType>(reason.size()), pool),
-                     pool);
-      return made;
-    }
-
-    RapidjsonPeer& peer;
-    Pool pool;
-    Pool stack_pool;
-    Document answer;
-  };
-
-  void write(const Value& value) {
-    text_.Clear();
-    rapidjson::Writer<rapidjson::StringBuffer> writer(text_);
-    value.Accept(writer);
+  void finish(Value& answer, Pool& pool) const {
+    peers::Steps steps;
+    peers::choose<Json>(steps, answer, hints_, drop_nulls(answer));
+    if (steps.size() == 0) return;
+    Value list(rapidjson::kArrayType);
+    list.Reserve(length(steps.size()), pool);
+    for (const peers::Step& step : steps) list.PushBack(json(step, pool), pool);
+    answer.AddMember("next_steps", list, pool);
   }
 
-  const Request& request_;
-  Document source_;
-  Document copy_;
-  std::vector<char> first_block_;
-  std::vector<char> stack_block_;
-  rapidjson::StringBuffer text_;
+  static Value json(const peers::Step& step, Pool& pool) {
+    Value args(rapidjson::kObjectType);
+    args.AddMember("action", reference(step.hint->action), pool);
+    args.AddMember(reference(step.hint->takes), reference(step.value), pool);
+    Value made(rapidjson::kObjectType);
+    made.AddMember("tool", reference(step.hint->tool), pool);
+    made.AddMember("args", args, pool);
+    Value reason(reference(step.reason));
+    if (step.hint->is_signal) reason.SetString(step.reason.data(), length(step.reason.size()), pool);
+    made.AddMember("reason", reason, pool);
+    return made;
+  }
+
+  const Subject& subject_;
+  const std::span<const peers::Hint> hints_;
+  NewAllocator stack_memory_;
+  Memory memory_;
+  Memory copy_memory_;
+  Document answer_{&memory_.pool, kFirstBlock / 4, &stack_memory_};
+  Value copy_;
+  const Value* finished_ = nullptr;
+  Buffer text_;
+  Writer writer_{text_};
 };
 
 }  // namespace
 
-std::unique_ptr<Contender> rapidjson_peer(const Request& request) {
-  return std::make_unique<RapidjsonPeer>(request);
+std::unique_ptr<Contender> rapidjson_peer(const Subject& subject) {
+  return std::make_unique<RapidjsonPeer>(subject);
 }
 
 }  // namespace vantrex::bench
