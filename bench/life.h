@@ -62,12 +62,16 @@ class Contender {
 
 std::unique_ptr<Contender> ours(const Subject& subject);
 std::unique_ptr<Contender> rapidjson_peer(const Subject& subject);
+std::unique_ptr<Contender> boost_json_peer(const Subject& subject);
+std::unique_ptr<Contender> nlohmann_peer(const Subject& subject);
 
 struct NamedContender {
   std::string_view name;
   std::unique_ptr<Contender> (*make)(const Subject& subject);  // which must outlive it
 };
-inline constexpr std::array<NamedContender, 2> kContenders = {
-    {{"next_steps", ours}, {"RapidJSON", rapidjson_peer}}};
+inline constexpr std::array<NamedContender, 4> kContenders = {{{"next_steps", ours},
+                                                               {"RapidJSON", rapidjson_peer},
+                                                               {"Boost.JSON", boost_json_peer},
+                                                               {"nlohmann", nlohmann_peer}}};
 
 }  // namespace vantrex::bench

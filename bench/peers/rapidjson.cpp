@@ -179,7 +179,8 @@ class RapidjsonPeer : public Contender {
  private:
   void finish(Value& answer, Pool& pool) const {
     peers::Steps steps;
-    peers::choose<Json>(steps, answer, hints_, drop_nulls(answer));
+    const std::size_t hint_bytes = drop_nulls(answer);
+    peers::choose<Json>(steps, answer, hints_, hint_bytes);
     if (steps.size() == 0) return;
     Value list(rapidjson::kArrayType);
     list.Reserve(length(steps.size()), pool);
