@@ -52,14 +52,18 @@ void operator delete[](void* memory, std::size_t /*bytes*/) noexcept {
 namespace vantrex::bench {
 
 NewCount::NewCount() noexcept {
-  ::allocations = 0;
-  held_bytes = most_bytes = 0;
+  held_bytes = 0;
+  restart();
   counting = true;
 }
 NewCount::~NewCount() {
   counting = false;
 }
 
+void NewCount::restart() noexcept {
+  ::allocations = 0;
+  most_bytes = held_bytes;
+}
 std::size_t NewCount::allocations() const noexcept {
   return ::allocations;
 }

@@ -15,9 +15,12 @@ class NewCount {
   NewCount& operator=(const NewCount&) = delete;
   ~NewCount();
 
-  // Calls of operator new since this object was made.
+  // Begins a stage: what is held stays counted.
+  void restart() noexcept;
+  // Calls of operator new in this stage.
   std::size_t allocations() const noexcept;
-  // The most bytes that were held at once, of those allocated since.
+  // The most bytes held at once in this stage, of those allocated since this object
+  // was made.
   std::size_t peak_bytes() const noexcept;
 };
 

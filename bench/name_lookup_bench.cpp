@@ -1,12 +1,10 @@
 // How long a lookup of a name or a path takes, by the size of the index.
 //
 // The indexes are made of words, like those of real trees; "alike" is the hard
-// case in which every name of the index is near the wanted one. Each figure is
-// the time of one lookup, over a round of queries of all classes.
+// case in which every name of the index is near the wanted one. Names are
+// lookup/SHAPE/next_steps; the counter `items` says how many queries a round has.
 #include <array>
-#include <cstddef>
-#include <cstdint>
-#include <random>
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -14,42 +12,21 @@
 
 #include "vantrex/models/repository.h"
 #include "vantrex/workers/name_lookup.h"
+#include "words.h"
 
 namespace {
 
+using vantrex::bench::joined;
 using vantrex::models::InMemoryRepository;
-
-constexpr std::array<std::string_view, 32> kWords = {
-    "parse",  "file",   "index",  "node",   "token",  "value",  "reader", "writer",
-    "cache",  "entry",  "path",   "symbol", "graph",  "edge",   "walk",   "merge",
-    "split",  "config", "option", "buffer", "stream", "handle", "worker", "queue",
-    "result", "report", "update", "delete", "create", "format", "encode", "decode"};
-
-class Words {
- public:
-  // Between `least` and `most` words, joined.
-  std::string joined(std::size_t least, std::size_t most, std::string_view separator) {
-    std::string text;
-    for (std::size_t left = least + random_() % (most - least + 1); left > 0; --left) {
-      if (!text.empty()) text += separator;
-      text += kWords[random_() % kWords.size()];
-    }
-    return text;
-  }
-  std::string number(std::size_t below) { return std::to_string(random_() % below); }
-
- private:
-  std::mt19937_64 random_{20};  // NOLINT(cert-msc32-c,cert-msc51-cpp): the same index each time
-};
 
 InMemoryRepository index_of_words(std::size_t size) {
   InMemoryRepository index;
-  Words words;
+  vantrex::bench::Random random(20);
   for (std::size_t count = 0; count < size; ++count) {
-    const std::string directory = words.joined(1, 3, "/");
-    const std::string name = words.joined(1, 4, "_") + words.number(100);
-    const std::string file = directory + "/" + words.joined(1, 2, "_") + words.number(1000) + ".py";
-    index.add_symbol({words.joined(2, 4, ".") + "." + name, name, "function", file, count + 1});
+    const std::string name = function_name(random) + std::to_string(random.below(100));
+    const std::string file = file_path(random) + std::to_string(random.below(1000));
+    index.add_symbol({joined({noun(random), ".", noun(random), ".", class_name(random), ".", name}), name,
+                      "function", file, count + 1});
     index.add_path(file);
   }
   return index;
@@ -65,43 +42,44 @@ InMemoryRepository index_of_alike_names(std::size_t size) {
   return index;
 }
 
-constexpr std::array<std::string_view, 8> kSymbols = {"index.parse_fiel_tokn7",  "node.ReaderConfigCache12",
-                                                      "decode_stream_handle_99", "shopping_cart_total",
-                                                      "cache.walk_grph_edge_31", "merge_split",
-                                                      "graph.option.kubernetes", "delete-queue-entry-5"};
-
-constexpr std::array<std::string_view, 8> kPaths = {
-    "src/parse/file_indx17.py", "walk/graph/edge_99.py",    "/home/ann/tree/node/token/cache_entry512.py",
-    "docs/shopping_cart.md",    "config/option_bufer3.py",  "queue\\worker_result400.ts",
-    "elsewhere/report7.py",     "update/delet_create888.py"};
-
+constexpr std::array<std::string_view, 8> kSymbols = {
+    "index.flush_segmnt7",     "node.ReaderCache.load_cache12", "resolve_module_scope_99",
+    "shopping_cart_total",     "cache.walk_grph_edge31",        "merge_split",
+    "graph.option.kubernetes", "delete-queue-entry-5"};
+constexpr std::array<std::string_view, 8> kPaths = {"src/acme/parser/indx_cache.py17",
+                                                    "graph/edge_scope.py99",
+                                                    "/home/ann/acme/node/token_cache.py512",
+                                                    "docs/shopping_cart.md",
+                                                    "policy/sesion_range.py3",
+                                                    "queue\\worker_result400.ts",
+                                                    "elsewhere/report7.py",
+                                                    "storage/delet_chunk.py888"};
 constexpr std::array<std::string_view, 2> kAlike = {"app.handlers.requst_handler_1500000",
                                                     "app/handlers/requst_handler_1500000.py"};
 
-template <auto make_index, auto lookup, const auto& queries>
-void look_up(benchmark::State& state) {
-  const InMemoryRepository index = make_index(static_cast<std::size_t>(state.range(0)));
-  for (auto _ : state) {
-    for (const std::string_view wanted : queries) benchmark::DoNotOptimize(lookup(index, wanted));
+template <const auto& kQueries>
+void register_lookup(const std::string& shape, InMemoryRepository (*make)(std::size_t), auto lookup) {
+  for (const std::size_t size : {5'000UL, 70'000UL, 1'000'000UL}) {
+    benchmark::RegisterBenchmark(("lookup/" + shape + " of " + std::to_string(size) + "/next_steps").c_str(),
+                                 [=](benchmark::State& state) {
+                                   const InMemoryRepository index = make(size);
+                                   for (auto _ : state) {
+                                     for (const std::string_view wanted : kQueries)
+                                       benchmark::DoNotOptimize(lookup(index, wanted));
+                                   }
+                                   state.counters["items"] = static_cast<double>(kQueries.size());
+                                 });
   }
-  state.SetComplexityN(state.range(0));
-  state.counters["per_lookup"] =
-      benchmark::Counter(static_cast<double>(queries.size()),
-                         benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
 }
-
-constexpr auto kSymbolLookup = vantrex::workers::nearest_symbols;
-constexpr auto kPathLookup = vantrex::workers::nearest_paths;
-
-void sizes(benchmark::internal::Benchmark* bench) {
-  bench->Arg(5'000)->Arg(70'000)->Arg(1'000'000)->Complexity(benchmark::oN)->Unit(benchmark::kMillisecond);
-}
-
-BENCHMARK(look_up<index_of_words, kSymbolLookup, kSymbols>)->Name("symbols")->Apply(sizes);
-BENCHMARK(look_up<index_of_words, kPathLookup, kPaths>)->Name("paths")->Apply(sizes);
-BENCHMARK(look_up<index_of_alike_names, kSymbolLookup, kAlike>)->Name("symbols_alike")->Apply(sizes);
-BENCHMARK(look_up<index_of_alike_names, kPathLookup, kAlike>)->Name("paths_alike")->Apply(sizes);
 
 }  // namespace
 
-BENCHMARK_MAIN();
+int main(int argc, char** argv) {
+  benchmark::Initialize(&argc, argv);
+  if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 2;
+  register_lookup<kSymbols>("a symbol", index_of_words, vantrex::workers::nearest_symbols);
+  register_lookup<kPaths>("a path", index_of_words, vantrex::workers::nearest_paths);
+  register_lookup<kAlike>("an alike symbol", index_of_alike_names, vantrex::workers::nearest_symbols);
+  register_lookup<kAlike>("an alike path", index_of_alike_names, vantrex::workers::nearest_paths);
+  benchmark::RunSpecifiedBenchmarks();
+}

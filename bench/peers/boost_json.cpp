@@ -115,15 +115,20 @@ json::object step_of(const peers::Step& step, const json::storage_ptr& memory) {
   return made;
 }
 
-// A monotonic resource whose first block is kept, and an answer in it.
+// A monotonic resource whose first block is kept, and the answer in it. A resource
+// serves one life: it would make its further blocks larger with every release.
 struct Memory {
-  std::vector<unsigned char> first_block = std::vector<unsigned char>(kFirstBlock);
-  json::monotonic_resource resource{first_block.data(), first_block.size()};
+  std::vector<unsigned char> first_block;
+  std::optional<json::monotonic_resource> resource;
   std::optional<json::object> answer;
 
+  json::storage_ptr begin() {
+    if (first_block.empty()) first_block.resize(kFirstBlock);
+    return &resource.emplace(first_block.data(), first_block.size());
+  }
   void release() {
     answer.reset();
-    resource.release();
+    resource.reset();
   }
 };
 
@@ -132,11 +137,11 @@ class BoostJsonPeer : public Contender {
   explicit BoostJsonPeer(const Subject& subject) : subject_(subject), hints_(peers::hints_of(subject)) {}
 
   void build() override {
-    const Builder builder{&built_.resource};
+    const Builder builder{built_.begin()};
     std::visit([&](const auto& rows) { built_.answer.emplace(builder.made(rows)); }, subject_.rows);
   }
   void finish() override { finish(*built_.answer); }
-  void finish_kept() override { finish(copy_.answer.emplace(*built_.answer, &copy_.resource)); }
+  void finish_kept() override { finish(copy_.answer.emplace(*built_.answer, copy_.begin())); }
   std::string_view write() override {
     serializer_.reset(finished_);
     std::size_t size = 0;

@@ -36,7 +36,7 @@ struct NewAllocator {
 
 using Pool = rapidjson::MemoryPoolAllocator<NewAllocator>;
 using Value = rapidjson::GenericValue<rapidjson::UTF8<>, Pool>;
-using Document = rapidjson::GenericDocument<rapidjson::UTF8<>, Pool, NewAllocator>;
+using Document = rapidjson::GenericDocument<rapidjson::UTF8<>, Pool, Pool>;
 using Buffer = rapidjson::GenericStringBuffer<rapidjson::UTF8<>, NewAllocator>;
 using Writer = rapidjson::Writer<Buffer, rapidjson::UTF8<>, rapidjson::UTF8<>, NewAllocator>;
 using rapidjson::SizeType;
@@ -153,14 +153,16 @@ class RapidjsonPeer : public Contender {
       return true;
     };
     answer_.Populate(generator);
+    stack_memory_.pool.Clear();
   }
   void finish() override {
     finish(answer_, memory_.pool);
     finished_ = &answer_;
   }
   void finish_kept() override {
-    copy_.CopyFrom(answer_, copy_memory_.pool);
-    finish(copy_, copy_memory_.pool);
+    if (copy_memory_ == nullptr) copy_memory_ = std::make_unique<Memory>();
+    copy_.CopyFrom(answer_, copy_memory_->pool);
+    finish(copy_, copy_memory_->pool);
     finished_ = &copy_;
   }
   std::string_view write() override {
@@ -172,7 +174,7 @@ class RapidjsonPeer : public Contender {
     answer_.SetNull();
     copy_.SetNull();
     memory_.pool.Clear();
-    copy_memory_.pool.Clear();
+    if (copy_memory_ != nullptr) copy_memory_->pool.Clear();
     text_.Clear();
   }
 
@@ -203,10 +205,10 @@ class RapidjsonPeer : public Contender {
 
   const Subject& subject_;
   const std::span<const peers::Hint> hints_;
-  NewAllocator stack_memory_;
   Memory memory_;
-  Memory copy_memory_;
-  Document answer_{&memory_.pool, kFirstBlock / 4, &stack_memory_};
+  Memory stack_memory_;
+  std::unique_ptr<Memory> copy_memory_;  // made when it is first needed
+  Document answer_{&memory_.pool, kFirstBlock / 4, &stack_memory_.pool};
   Value copy_;
   const Value* finished_ = nullptr;
   Buffer text_;
