@@ -1,8 +1,8 @@
 // How a life grows: with the bytes of its answer, with shapes that invite
 // quadratic work, and with a second thread.
 //
-// Names are growth/SHAPE/CONTENDER; the counter `items` says how many bytes,
-// fields or steps there are.
+// Names are growth/SHAPE/CONTENDER and threads/WORK/CONTENDER; the counter `items`
+// says how many bytes, fields or steps a life has.
 #include <array>
 #include <cstddef>
 #include <functional>
@@ -31,7 +31,7 @@ using values::JsonObject;
 void register_files(const std::string& name, std::size_t count) {
   const auto subject = std::make_shared<std::unique_ptr<Subject>>();
   for (const NamedContender& contender : kContenders) {
-    const std::string full_name = "growth/" + name + "/" + std::string(contender.name);
+    const std::string full_name = "growth/" + name + ", per byte/" + std::string(contender.name);
     benchmark::RegisterBenchmark(full_name.c_str(), [subject, count, &contender](benchmark::State& state) {
       if (*subject == nullptr) *subject = std::make_unique<Subject>(files_subject(count, Floats::with));
       const auto way = contender.make(**subject);
@@ -67,20 +67,20 @@ std::size_t live_own_steps(const std::vector<std::string>& names) {
 using Live = std::size_t (*)(const std::vector<std::string>& names);
 
 void register_shape(const std::string& name, Live live, std::size_t count) {
-  benchmark::RegisterBenchmark(("growth/" + std::to_string(count) + " " + name + "/next_steps").c_str(),
-                               [live, count](benchmark::State& state) {
-                                 std::vector<std::string> names(count);
-                                 for (std::size_t at = 0; at < count; ++at)
-                                   names[at] = "acme.storage.symbol_" + std::to_string(at);
-                                 for (auto _ : state) benchmark::DoNotOptimize(live(names));
-                                 state.counters["items"] = static_cast<double>(count);
-                               });
+  benchmark::RegisterBenchmark(
+      ("growth/" + std::to_string(count) + " " + name + "s, per " + name + "/next_steps").c_str(),
+      [live, count](benchmark::State& state) {
+        std::vector<std::string> names(count);
+        for (std::size_t at = 0; at < count; ++at) names[at] = "acme.storage.symbol_" + std::to_string(at);
+        for (auto _ : state) benchmark::DoNotOptimize(live(names));
+        state.counters["items"] = static_cast<double>(count);
+      });
 }
 
 // The same work on one thread and on each of two.
 void register_threads(const std::string& name, void (*run)(benchmark::State& state)) {
-  benchmark::RegisterBenchmark(("growth/1 thread, " + name + "/next_steps").c_str(), run);
-  benchmark::RegisterBenchmark(("growth/2 threads, " + name + "/next_steps").c_str(), run)->Threads(2);
+  benchmark::RegisterBenchmark(("threads/" + name + ", one/next_steps").c_str(), run);
+  benchmark::RegisterBenchmark(("threads/" + name + ", two/next_steps").c_str(), run)->Threads(2);
 }
 
 // Every thread lives lives of its own.
@@ -109,9 +109,9 @@ void register_all() {
   register_files("10 MB", 10'000'000 / kRowBytes);
   register_files("100 MB", 100'000'000 / kRowBytes);
   for (const std::size_t count : {10'000UL, 100'000UL, 1'000'000UL})
-    register_shape("fields", live_fields, count);
+    register_shape("field", live_fields, count);
   for (const std::size_t count : {100UL, 1'000UL, 10'000UL})
-    register_shape("own steps", live_own_steps, count);
+    register_shape("own step", live_own_steps, count);
   register_threads("own lives", live_apart);
   register_threads("one kept answer", finish_shared);
 }

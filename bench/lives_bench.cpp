@@ -39,7 +39,6 @@ constexpr NamedStage kWrite{"write",
                             [](Contender& contender) { benchmark::DoNotOptimize(contender.write()); }};
 constexpr NamedStage kDestroy{"destroy", [](Contender& contender) { contender.destroy(); }};
 constexpr std::array kLife = {kBuild, kFinish, kWrite, kDestroy};
-constexpr std::array kKeptLife = {kBuild, kFinishKept, kWrite, kDestroy};
 
 void require_equal(bool equal, const NamedContender& contender, std::string_view answer) {
   if (equal) return;
@@ -96,14 +95,15 @@ void measure_life(benchmark::State& state, const NamedContender& named, const Su
 void count_stages(benchmark::State& state, const NamedContender& named, const Subject& subject) {
   NewCount count;
   const auto counted = named.make(subject);
+  const auto run = [&](const NamedStage& stage) {
+    count.restart();
+    stage.run(*counted);
+    set_counts(state, std::string(stage.name) + " ", count.allocations(), count.peak_bytes());
+  };
   counted->live();
-  for (const auto& life : {kLife, kKeptLife}) {
-    for (const NamedStage& stage : life) {
-      count.restart();
-      stage.run(*counted);
-      set_counts(state, std::string(stage.name) + " ", count.allocations(), count.peak_bytes());
-    }
-  }
+  for (const NamedStage& stage : kLife) run(stage);
+  counted->build();
+  run(kFinishKept);
 }
 
 // Runs a stage on all contenders. Adds the seconds of one of them to the counter

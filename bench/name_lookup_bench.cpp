@@ -60,7 +60,7 @@ constexpr std::array<std::string_view, 2> kAlike = {"app.handlers.requst_handler
 template <const auto& kQueries>
 void register_lookup(const std::string& shape, InMemoryRepository (*make)(std::size_t), auto lookup) {
   for (const std::size_t size : {5'000UL, 70'000UL, 1'000'000UL}) {
-    benchmark::RegisterBenchmark(("lookup/" + shape + " of " + std::to_string(size) + "/next_steps").c_str(),
+    benchmark::RegisterBenchmark(("lookup/" + shape + " in " + std::to_string(size) + "/next_steps").c_str(),
                                  [=](benchmark::State& state) {
                                    const InMemoryRepository index = make(size);
                                    for (auto _ : state) {

@@ -143,7 +143,7 @@ Files files_rows(std::size_t count, Floats floats) {
 Tree tree_rows() {
   Random random(5);
   Tree rows{"acme", {}};
-  for (int count = 0; count < 2440; ++count) rows.modules.push_back(module_of_classes(random));
+  for (int count = 0; count < 2600; ++count) rows.modules.push_back(module_of_classes(random));
   return rows;
 }
 

@@ -104,6 +104,14 @@ ordered_json step_of(const peers::Step& step) {
   return made;
 }
 
+// Growing by itself, the vector would copy all values, as their keys are constant.
+void make_room(Object& fields) {
+  Object larger;
+  larger.reserve(fields.size() + 1);
+  for (auto& [key, value] : fields) larger.emplace_back(key, std::move(value));
+  fields.swap(larger);
+}
+
 class NlohmannPeer : public Contender {
  public:
   explicit NlohmannPeer(const Subject& subject) : subject_(subject), hints_(peers::hints_of(subject)) {}
@@ -134,7 +142,9 @@ class NlohmannPeer : public Contender {
     auto& items = list.get_ref<List&>();
     items.reserve(steps.size());
     for (const peers::Step& step : steps) items.push_back(step_of(step));
-    answer.get_ref<Object&>().emplace_back("next_steps", std::move(list));
+    auto& fields = answer.get_ref<Object&>();
+    if (fields.size() == fields.capacity()) make_room(fields);
+    fields.emplace_back("next_steps", std::move(list));
   }
 
   const Subject& subject_;
