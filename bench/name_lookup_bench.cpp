@@ -24,7 +24,9 @@ InMemoryRepository index_of_words(std::size_t size) {
   vantrex::bench::Random random(20);
   for (std::size_t count = 0; count < size; ++count) {
     const std::string name = function_name(random) + std::to_string(random.below(100));
-    const std::string file = file_path(random) + std::to_string(random.below(1000));
+    const std::string file =
+        joined({"src/acme/", noun(random), "/", noun(random), "_", noun(random), ".py"}) +
+        std::to_string(random.below(1000));
     index.add_symbol({joined({noun(random), ".", noun(random), ".", class_name(random), ".", name}), name,
                       "function", file, count + 1});
     index.add_path(file);

@@ -17,10 +17,6 @@ using values::JsonObject;
 template <typename T>
 JsonList list_of(const std::vector<T>& rows);
 
-JsonObject json(const Parameter& row) {
-  return {{"name", row.name}, {"type", row.type}, {"default", row.standard}};
-}
-
 JsonObject json(const Detail& row) {
   return {{"fqn", row.fqn},
           {"name", row.name},
@@ -29,26 +25,24 @@ JsonObject json(const Detail& row) {
           {"line", row.line},
           {"end_line", row.end_line},
           {"language", "python"},
-          {"visibility", "public"},
           {"signature", row.signature},
           {"doc", row.doc},
-          {"parameters", list_of(row.parameters)},
+          {"parameters", row.parameters},
           {"returns", row.returns},
           {"decorators", row.decorators},
-          {"parent", row.parent},
           {"overrides", row.overrides},
           {"is_async", row.is_async},
           {"is_abstract", row.is_abstract},
           {"deprecated", row.deprecated},
           {"complexity", row.complexity},
-          {"callers_count", row.callers_count},
           {"coverage", nullptr},
           {"note", nullptr}};
 }
 
-JsonObject json(const Caller& row) {
-  return {{"fqn", row.fqn},   {"name", row.name},       {"kind", row.kind},      {"file", row.file},
-          {"line", row.line}, {"context", row.context}, {"is_test", row.is_test}};
+JsonObject json(const Hit& row) {
+  return {{"fqn", row.fqn},         {"name", row.name}, {"kind", row.kind},
+          {"file", row.file},       {"line", row.line}, {"score", row.score},
+          {"snippet", row.snippet}, {"doc", row.doc},   {"is_test", row.is_test}};
 }
 
 JsonObject json(const Callers& rows) {
@@ -56,12 +50,6 @@ JsonObject json(const Callers& rows) {
           {"callers", list_of(rows.callers)},
           {"total_count", rows.callers.size()},
           {"note", nullptr}};
-}
-
-JsonObject json(const Hit& row) {
-  return {{"fqn", row.fqn},         {"name", row.name}, {"kind", row.kind},
-          {"file", row.file},       {"line", row.line}, {"score", row.score},
-          {"snippet", row.snippet}, {"doc", row.doc},   {"deprecated", nullptr}};
 }
 
 JsonObject json(const Search& rows) {
@@ -81,30 +69,10 @@ JsonObject json(const Files& rows) {
   return {{"files", list_of(rows.files)}, {"total_count", rows.files.size()}};
 }
 
-JsonObject json(const Method& row) {
-  return {{"name", row.name},
-          {"kind", "method"},
-          {"signature", row.signature},
-          {"line", row.line},
-          {"end_line", row.end_line},
-          {"is_async", row.is_async},
-          {"complexity", row.complexity},
-          {"doc", row.doc},
-          {"returns", row.returns},
-          {"decorators", row.decorators},
-          {"deprecated", row.deprecated}};
-}
-
-JsonObject json(const Class& row) {
-  return {{"name", row.name}, {"bases", row.bases}, {"line", row.line},
-          {"doc", row.doc},   {"note", row.note},   {"methods", list_of(row.methods)}};
-}
-
-JsonObject json(const Module& row) {
-  return {{"path", row.path},
-          {"language", row.language},
-          {"owner", row.owner},
-          {"classes", list_of(row.classes)}};
+JsonObject json(const Node& row) {
+  return {{"name", row.name}, {"kind", row.kind},         {"signature", row.signature},
+          {"line", row.line}, {"end_line", row.end_line}, {"is_async", row.is_async},
+          {"doc", row.doc},   {"note", row.note},         {"children", list_of(row.children)}};
 }
 
 JsonObject json(const Tree& rows) {

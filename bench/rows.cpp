@@ -8,34 +8,27 @@ namespace vantrex::bench {
 
 namespace {
 
-// What the generator gives for one field in `count`.
-template <typename T, typename Make>
-std::optional<T> one_in(Random& random, std::size_t count, Make make) {
-  if (!random.one_in(count)) return std::nullopt;
-  return T(make());
+// Nothing but for one row in `count`.
+template <typename Make>
+auto one_in(Random& random, std::size_t count, Make make) {
+  return random.one_in(count) ? std::optional(make()) : std::nullopt;
 }
 
-std::int64_t number(Random& random, std::size_t bound) {
-  return static_cast<std::int64_t>(random.below(bound));
-}
-
-// `digits` places after the point.
-std::optional<double> rounded(Random& random, double bound, int digits, Floats floats) {
+double rounded(double number, int digits) {
   const double shift = std::pow(10, digits);
-  const double value = std::round(random.fraction() * bound * shift) / shift;
-  return floats == Floats::with ? std::optional(value) : std::nullopt;
+  return std::round(number * shift) / shift;
 }
 
-// A symbol and its place, for the hits of the symbol tools.
-template <typename SymbolRow>
-SymbolRow symbol_row(Random& random) {
-  SymbolRow row;
+Hit hit(Random& random, std::size_t snippet_bytes) {
+  Hit row;
   const std::string_view module = noun(random);
   row.name = function_name(random);
   row.fqn = joined({"acme.", module, ".", class_name(random), ".", row.name});
-  row.kind = symbol_kind(random);
+  row.kind = random.one_in(4) ? "function" : "method";
   row.file = joined({"src/acme/", module, ".py"});
-  row.line = 1 + number(random, 900);
+  row.snippet = code(random, snippet_bytes);
+  row.line = random.number(900);
+  row.is_test = one_in(random, 4, [] { return true; });
   return row;
 }
 
@@ -43,45 +36,28 @@ FileRow file_row(Random& random, std::size_t position, Floats floats) {
   FileRow row;
   row.path = joined({"src/acme/", noun(random), "/", noun(random), "_", std::to_string(position), ".py"});
   row.language = random.one_in(8) ? "typescript" : "python";
-  row.size = number(random, 100'000);
-  row.lines = 10 + number(random, 2000);
-  row.symbols = number(random, 120);
-  row.churn = rounded(random, 100, 2, floats);
-  row.summary = one_in<std::string>(random, 10, [&] { return sentence(random); });
+  row.size = random.number(100'000);
+  row.lines = random.number(2000);
+  row.symbols = random.number(120);
+  if (floats == Floats::with) row.churn = rounded(100 * random.fraction(), 2);
+  row.summary = one_in(random, 10, [&] { return prose(random, 1); });
   return row;
 }
 
-Method method(Random& random) {
-  Method row;
-  row.name = function_name(random);
+// A module with 1 to 8 classes, which have 3 to 14 methods.
+Node node(Random& random, std::string_view kind) {
+  Node row;
+  row.name = kind == "method" ? function_name(random) : class_name(random);
+  row.kind = kind;
   row.signature = signature(random, row.name);
-  row.returns = type_name(random);
-  row.line = 1 + number(random, 4000);
-  row.end_line = row.line + number(random, 100);
-  row.complexity = 1 + number(random, 30);
+  row.line = random.number(4000);
+  row.end_line = row.line + random.number(100);
   row.is_async = random.one_in(6);
-  row.doc = one_in<std::string>(random, 2, [&] { return prose(random, 1 + random.below(3)); });
-  row.deprecated = one_in<bool>(random, 2, [] { return false; });
-  return row;
-}
-
-Class class_of_methods(Random& random) {
-  Class row;
-  row.name = class_name(random);
-  row.bases = {class_name(random)};
-  row.line = 1 + number(random, 900);
-  row.doc = prose(random, 2);
-  row.note = one_in<std::string>(random, 20, [] { return "Generated code"; });
-  for (std::size_t count = 3 + random.below(12); count > 0; --count) row.methods.push_back(method(random));
-  return row;
-}
-
-Module module_of_classes(Random& random) {
-  Module row;
-  row.path = file_path(random);
-  row.language = "python";
-  for (std::size_t count = 1 + random.below(8); count > 0; --count)
-    row.classes.push_back(class_of_methods(random));
+  row.doc = one_in(random, 2, [&] { return prose(random, 1 + random.below(3)); });
+  row.note = one_in(random, 100, [] { return std::string("Generated code"); });
+  const bool is_module = kind == "module";
+  std::size_t children = is_module ? 1 + random.below(8) : kind == "class" ? 3 + random.below(12) : 0;
+  for (; children > 0; --children) row.children.push_back(node(random, is_module ? "class" : "method"));
   return row;
 }
 
@@ -94,28 +70,21 @@ Detail detail_rows() {
   row.name = "flush";
   row.kind = "method";
   row.file = "src/acme/storage/segment_writer.py";
+  row.signature = "def flush(self, force: bool = False, timeout: float | None = None) -> int";
+  row.doc = prose(random, 8);
+  row.returns = "int";
   row.line = 214;
   row.end_line = 251;
-  row.signature = "def flush(self, force: bool = False, timeout: float | None = None) -> int";
-  row.doc = prose(random, 7);
-  row.parameters = {{"self", {}, {}}, {"force", "bool", "False"}, {"timeout", "float | None", "None"}};
-  row.returns = "int";
-  row.decorators = {"override"};
-  row.parent = "acme.storage.SegmentWriter";
   row.complexity = 7;
-  row.callers_count = 12;
+  row.parameters = {"self", "force", "timeout"};
+  row.decorators = {"override"};
   return row;
 }
 
 Callers callers_rows() {
   Random random(2);
   Callers rows{"acme.storage.SegmentWriter.flush", {}};
-  for (int count = 0; count < 12; ++count) {
-    auto row = symbol_row<Caller>(random);
-    row.context = code(random, 40 + random.below(40));
-    row.is_test = one_in<bool>(random, 4, [] { return true; });
-    rows.callers.push_back(std::move(row));
-  }
+  for (int count = 0; count < 12; ++count) rows.callers.push_back(hit(random, 40 + random.below(40)));
   return rows;
 }
 
@@ -123,11 +92,9 @@ Search search_rows(Floats floats) {
   Random random(3);
   Search rows{"flush pending segments", {}};
   for (int count = 0; count < 50; ++count) {
-    auto row = symbol_row<Hit>(random);
-    row.score = rounded(random, 1, 4, floats);
-    row.snippet = code(random, 330);
-    row.doc = one_in<std::string>(random, 2, [&] { return prose(random, 2 + random.below(4)); });
-    rows.hits.push_back(std::move(row));
+    Hit& row = rows.hits.emplace_back(hit(random, 330));
+    if (floats == Floats::with) row.score = rounded(random.fraction(), 4);
+    row.doc = one_in(random, 2, [&] { return prose(random, 2 + random.below(4)); });
   }
   return rows;
 }
@@ -135,15 +102,14 @@ Search search_rows(Floats floats) {
 Files files_rows(std::size_t count, Floats floats) {
   Random random(4);
   Files rows;
-  for (std::size_t position = 0; position < count; ++position)
-    rows.files.push_back(file_row(random, position, floats));
+  for (std::size_t at = 0; at < count; ++at) rows.files.push_back(file_row(random, at, floats));
   return rows;
 }
 
 Tree tree_rows() {
   Random random(5);
   Tree rows{"acme", {}};
-  for (int count = 0; count < 2600; ++count) rows.modules.push_back(module_of_classes(random));
+  for (int count = 0; count < 2850; ++count) rows.modules.push_back(node(random, "module"));
   return rows;
 }
 
@@ -151,9 +117,7 @@ Scores scores_rows(Floats floats) {
   Random random(6);
   Scores rows{"acme.storage", {}};
   const int count = floats == Floats::with ? 100'000 : 0;
-  // Of 1 to 17 digits.
-  for (int position = 0; position < count; ++position)
-    rows.scores.push_back(position % 2 == 0 ? random.fraction() : *rounded(random, 1, position % 17, floats));
+  for (int at = 0; at < count; ++at) rows.scores.push_back(rounded(random.fraction(), 1 + at % 20));
   return rows;
 }
 

@@ -15,30 +15,13 @@ namespace vantrex::bench {
 
 using OptionalString = std::optional<std::string>;
 
-struct Parameter {
-  std::string name;
-  OptionalString type, standard;
-};
-
-// One symbol.
-struct Detail {
-  std::string fqn, name, kind, file, signature, doc, returns, parent;
-  std::int64_t line = 0, end_line = 0, complexity = 0, callers_count = 0;
-  std::vector<Parameter> parameters;
-  std::vector<std::string> decorators;
+struct Detail {  // of one symbol
+  std::string fqn, name, kind, file, signature, doc, returns;
+  std::int64_t line = 0, end_line = 0, complexity = 0;
+  std::vector<std::string> parameters, decorators;
   OptionalString overrides;
   bool is_async = false;
   std::optional<bool> is_abstract, deprecated;
-};
-
-struct Caller {
-  std::string fqn, name, kind, file, context;
-  std::int64_t line = 0;
-  std::optional<bool> is_test;
-};
-struct Callers {
-  std::string fqn;
-  std::vector<Caller> callers;
 };
 
 struct Hit {
@@ -46,6 +29,11 @@ struct Hit {
   std::int64_t line = 0;
   std::optional<double> score;
   OptionalString doc;
+  std::optional<bool> is_test;
+};
+struct Callers {
+  std::string fqn;
+  std::vector<Hit> callers;
 };
 struct Search {
   std::string query;
@@ -62,29 +50,16 @@ struct Files {
   std::vector<FileRow> files;
 };
 
-struct Method {
-  std::string name, signature, returns;
-  std::int64_t line = 0, end_line = 0, complexity = 0;
+struct Node {  // a module, a class or a method
+  std::string name, kind, signature;
+  std::int64_t line = 0, end_line = 0;
   bool is_async = false;
-  OptionalString doc;
-  std::vector<std::string> decorators;
-  std::optional<bool> deprecated;
-};
-struct Class {
-  std::string name, doc;
-  std::vector<std::string> bases;
-  std::int64_t line = 0;
-  OptionalString note;
-  std::vector<Method> methods;
-};
-struct Module {
-  std::string path, language;
-  OptionalString owner;
-  std::vector<Class> classes;
+  OptionalString doc, note;
+  std::vector<Node> children;
 };
 struct Tree {
   std::string fqn;
-  std::vector<Module> modules;
+  std::vector<Node> modules;
 };
 
 struct Scores {
@@ -98,11 +73,12 @@ using Rows = std::variant<Detail, Callers, Search, Files, Tree, Scores>;
 // forms.
 enum class Floats { with, without };
 
-Detail detail_rows();               // 1 KB of compact text: one symbol, a third of its fields null
-Callers callers_rows();             // 3 KB: 12 callers
-Search search_rows(Floats floats);  // 30 KB: 50 hits with code snippets
-Files files_rows(std::size_t count, Floats floats);  // about 120 bytes each
-Tree tree_rows();                   // 30 MB: modules, classes, methods; a tenth of the fields null
-Scores scores_rows(Floats floats);  // 2 MB: 100,000 floats
+// The sizes are those of the compact text.
+Detail detail_rows();                                // 1 KB, a quarter of the fields null
+Callers callers_rows();                              // 3 KB: 12 callers
+Search search_rows(Floats floats);                   // 30 KB: 50 hits with code snippets
+Files files_rows(std::size_t count, Floats floats);  // 120 bytes each
+Tree tree_rows();                                    // 30 MB
+Scores scores_rows(Floats floats);                   // 100,000 of 1 to 17 digits
 
 }  // namespace vantrex::bench

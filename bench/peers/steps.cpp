@@ -1,10 +1,9 @@
-#include "peers/finishing.h"
+#include "peers/steps.h"
 
 #include <algorithm>
-#include <bit>
 #include <cstring>
 
-namespace vantrex::bench::peers {
+namespace vantrex::bench {
 
 namespace {
 
@@ -57,17 +56,10 @@ std::span<const Hint> hints_of(const Subject& subject) {
 }
 
 bool is_hint_key(std::string_view key) noexcept {
-  if (key.size() < 3 || key.size() > 10) return false;
-  switch (key.front()) {
-    case 'h':
-      return key == "hint" || key == "hints";
-    case 'n':
-      return key == "note" || key == "notes" || key == "next_steps";
-    case 't':
-      return key == "tip" || key == "tips";
-    default:
-      return false;
-  }
+  constexpr std::array<std::string_view, 7> kKeys = {"hint",  "hints", "next_steps", "note",
+                                                     "notes", "tip",   "tips"};
+  return (key.starts_with('h') || key.starts_with('n') || key.starts_with('t')) &&
+         std::find(kKeys.begin(), kKeys.end(), key) != kKeys.end();
 }
 
 // Only words of eight bytes in which one may gain are looked at byte by byte.
@@ -114,4 +106,4 @@ bool Steps::fits(std::size_t hints, std::size_t bytes) const noexcept {
   return static_cast<double>(hints + added()) <= room;
 }
 
-}  // namespace vantrex::bench::peers
+}  // namespace vantrex::bench
