@@ -1,45 +1,36 @@
-// How a life grows: with the bytes of its answer, with shapes that invite
-// quadratic work, and with a second thread.
+// How a life grows with the bytes of its answer, with shapes that invite quadratic
+// work, and with a second thread; and how a name lookup grows with the index.
 //
-// Names are growth/SHAPE/CONTENDER and threads/WORK/CONTENDER; the counter `items`
-// says how many bytes, fields or steps a life has.
-#include <array>
-#include <cstddef>
-#include <functional>
-#include <memory>
+// Names are growth/SHAPE/CONTENDER, threads/WORK/CONTENDER and
+// lookup/SHAPE/CONTENDER; the counter `items` says how many bytes, fields, steps or
+// queries a run has.
+#include <span>
 #include <string>
-#include <string_view>
-#include <utility>
 #include <vector>
 
 #include <benchmark/benchmark.h>
 
 #include "life.h"
-#include "memory_settings.h"
+#include "memory.h"
 #include "vantrex/tool_handlers/next_steps.h"
 #include "vantrex/tool_handlers/tool_result.h"
+#include "vantrex/workers/name_lookup.h"
+#include "words.h"
 
 namespace vantrex::bench {
 
 namespace {
 
+using models::InMemoryRepository;
 using tool_handlers::next_steps::finish_answer;
 using values::JsonList;
 using values::JsonObject;
 
-// `count` file rows, which are made when they are first needed.
-void register_files(const std::string& name, std::size_t count) {
-  const auto subject = std::make_shared<std::unique_ptr<Subject>>();
-  for (const NamedContender& contender : kContenders) {
-    const std::string full_name = "growth/" + name + ", per byte/" + std::string(contender.name);
-    benchmark::RegisterBenchmark(full_name.c_str(), [subject, count, &contender](benchmark::State& state) {
-      if (*subject == nullptr) *subject = std::make_unique<Subject>(files_subject(count, Floats::with));
-      const auto way = contender.make(**subject);
-      const std::size_t bytes = way->live();
-      for (auto _ : state) benchmark::DoNotOptimize(way->live());
-      state.counters["items"] = static_cast<double>(bytes);
-    });
-  }
+void grow_files(benchmark::State& state, const NamedContender& contender, std::size_t bytes) {
+  const Subject subject = files_subject(bytes / 120, Floats::with);
+  const auto way = contender.make(subject);
+  state.counters["items"] = static_cast<double>(way->live());
+  for (auto _ : state) benchmark::DoNotOptimize(way->live());
 }
 
 std::size_t finished_bytes(JsonObject answer) {
@@ -64,56 +55,116 @@ std::size_t live_own_steps(const std::vector<std::string>& names) {
   return finished_bytes(JsonObject{{"fqn", "acme"}, {"next_steps", std::move(steps)}});
 }
 
-using Live = std::size_t (*)(const std::vector<std::string>& names);
-
-void register_shape(const std::string& name, Live live, std::size_t count) {
-  benchmark::RegisterBenchmark(
-      ("growth/" + std::to_string(count) + " " + name + "s, per " + name + "/next_steps").c_str(),
-      [live, count](benchmark::State& state) {
-        std::vector<std::string> names(count);
-        for (std::size_t at = 0; at < count; ++at) names[at] = "acme.storage.symbol_" + std::to_string(at);
-        for (auto _ : state) benchmark::DoNotOptimize(live(names));
-        state.counters["items"] = static_cast<double>(count);
-      });
-}
-
-// The same work on one thread and on each of two.
-void register_threads(const std::string& name, void (*run)(benchmark::State& state)) {
-  benchmark::RegisterBenchmark(("threads/" + name + ", one/next_steps").c_str(), run);
-  benchmark::RegisterBenchmark(("threads/" + name + ", two/next_steps").c_str(), run)->Threads(2);
+void grow_shape(benchmark::State& state, std::size_t (*live)(const std::vector<std::string>&),
+                std::size_t count) {
+  std::vector<std::string> names(count);
+  for (std::size_t at = 0; at < count; ++at) names[at] = "acme.storage.symbol_" + std::to_string(at);
+  state.counters["items"] = static_cast<double>(count);
+  for (auto _ : state) benchmark::DoNotOptimize(live(names));
 }
 
 // Every thread lives lives of its own.
 void live_apart(benchmark::State& state) {
-  const Subject subject{"search", "symbols", "query", "flush", search_rows(Floats::with)};
+  const Subject subject = kSubjects[2].make(Floats::with);
   const auto way = ours(subject);
   for (auto _ : state) benchmark::DoNotOptimize(way->live());
 }
 
-// All threads finish the same answer, which is kept. They share its long texts.
+// All threads finish the same answer, which is kept, and share its long texts.
 void finish_shared(benchmark::State& state) {
   static const JsonObject shared = [] {
-    const Search rows = search_rows(Floats::with);
     JsonList results;
-    for (const Hit& row : rows.hits)
+    for (const Hit& row : search_rows(Floats::with).hits)
       results.push_back(JsonObject{{"fqn", row.fqn}, {"snippet", row.snippet}, {"doc", row.doc}});
     return JsonObject{{"results", std::move(results)}};
   }();
   for (auto _ : state) benchmark::DoNotOptimize(finish_answer(shared, "search"));
 }
 
-void register_all() {
-  constexpr std::size_t kRowBytes = 120;
-  register_files("1 KB", 1'000 / kRowBytes);
-  register_files("100 KB", 100'000 / kRowBytes);
-  register_files("10 MB", 10'000'000 / kRowBytes);
-  register_files("100 MB", 100'000'000 / kRowBytes);
+// An index of words, like that of a real tree.
+InMemoryRepository index_of_words(std::size_t size) {
+  InMemoryRepository index;
+  Random random(20);
+  for (std::size_t at = 0; at < size; ++at) {
+    const std::string name = function_name(random) + std::to_string(random.below(100));
+    const std::string file = joined(
+        {"src/acme/", noun(random), "/", noun(random), "_", std::to_string(random.below(1000)), ".py"});
+    index.add_symbol({joined({"acme.", noun(random), ".", class_name(random), ".", name}), name, "function",
+                      file, at + 1});
+    index.add_path(file);
+  }
+  return index;
+}
+
+// The hard case: every name is near the wanted one.
+InMemoryRepository index_of_alike_names(std::size_t size) {
+  InMemoryRepository index;
+  for (std::size_t at = 0; at < size; ++at) {
+    const std::string name = "request_handler_" + std::to_string(1'000'000 + at * 7919 % size);
+    index.add_symbol({"app.handlers." + name, name, "function", "app/handlers.py", at + 1});
+    index.add_path("app/handlers/" + name + ".py");
+  }
+  return index;
+}
+
+constexpr std::array<std::string_view, 6> kSymbols = {
+    "index.flush_segmnt7",       "node.ReaderCache.load_cache12", "resolve_module_scope_99",
+    "cache.collect_grph_edge31", "graph.option.kubernetes",       "delete-queue-entry-5"};
+constexpr std::array<std::string_view, 5> kPaths = {"src/acme/parser/indx_17.py", "graph/edge_99.py",
+                                                    "/home/ann/acme/node/token_512.py",
+                                                    "docs/shopping_cart.md", "queue\\worker_400.ts"};
+constexpr std::array<std::string_view, 1> kAlikeSymbol = {"app.handlers.requst_handler_1500000"};
+constexpr std::array<std::string_view, 1> kAlikePath = {"app/handlers/requst_handler_1500000.py"};
+
+struct Lookup {
+  std::string name;
+  InMemoryRepository (*index)(std::size_t size);
+  bool is_path;
+  std::span<const std::string_view> queries;
+};
+
+void look_up(benchmark::State& state, const Lookup& lookup, std::size_t size) {
+  const InMemoryRepository index = lookup.index(size);
+  state.counters["items"] = static_cast<double>(lookup.queries.size());
+  for (auto _ : state) {
+    for (const std::string_view wanted : lookup.queries) {
+      if (lookup.is_path) {
+        benchmark::DoNotOptimize(workers::nearest_paths(index, wanted));
+      } else {
+        benchmark::DoNotOptimize(workers::nearest_symbols(index, wanted));
+      }
+    }
+  }
+}
+
+template <typename... Arguments>
+auto add(const std::string& name, Arguments... arguments) {
+  return benchmark::RegisterBenchmark(name.c_str(), arguments...);
+}
+
+void add_all() {
+  constexpr std::array<std::pair<std::string_view, std::size_t>, 4> kSizes = {
+      {{"1 KB", 1'000}, {"100 KB", 100'000}, {"10 MB", 10'000'000}, {"100 MB", 100'000'000}}};
+  for (const auto& [name, bytes] : kSizes) {
+    for (const NamedContender& contender : kContenders)
+      add(joined({"growth/", name, ", per byte/", contender.name}), grow_files, contender, bytes);
+  }
   for (const std::size_t count : {10'000UL, 100'000UL, 1'000'000UL})
-    register_shape("field", live_fields, count);
+    add("growth/" + std::to_string(count) + " fields, per field/next_steps", grow_shape, live_fields, count);
   for (const std::size_t count : {100UL, 1'000UL, 10'000UL})
-    register_shape("own step", live_own_steps, count);
-  register_threads("own lives", live_apart);
-  register_threads("one kept answer", finish_shared);
+    add("growth/" + std::to_string(count) + " own steps, per step/next_steps", grow_shape, live_own_steps,
+        count);
+  add("threads/one, own lives/next_steps", live_apart);
+  add("threads/two, own lives/next_steps", live_apart)->Threads(2);
+  add("threads/one, one kept answer/next_steps", finish_shared);
+  add("threads/two, one kept answer/next_steps", finish_shared)->Threads(2);
+  for (const Lookup& lookup :
+       {Lookup{"a symbol", index_of_words, false, kSymbols}, Lookup{"a path", index_of_words, true, kPaths},
+        Lookup{"an alike symbol", index_of_alike_names, false, kAlikeSymbol},
+        Lookup{"an alike path", index_of_alike_names, true, kAlikePath}}) {
+    for (const std::size_t size : {5'000UL, 70'000UL, 1'000'000UL})
+      add("lookup/" + lookup.name + " in " + std::to_string(size) + "/next_steps", look_up, lookup, size);
+  }
 }
 
 }  // namespace
@@ -124,6 +175,6 @@ int main(int argc, char** argv) {
   vantrex::bench::keep_freed_memory();
   benchmark::Initialize(&argc, argv);
   if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 2;
-  vantrex::bench::register_all();
+  vantrex::bench::add_all();
   benchmark::RunSpecifiedBenchmarks();
 }

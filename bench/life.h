@@ -10,7 +10,6 @@
 #include <cstddef>
 #include <memory>
 #include <optional>
-#include <string>
 #include <string_view>
 
 #include "rows.h"
@@ -25,18 +24,41 @@ struct Subject {
   Rows rows;
 };
 
+inline Subject files_subject(std::size_t count, Floats floats) {
+  return {"files", {}, "language", "python", files_rows(count, floats)};
+}
+
 struct NamedSubject {
   std::string_view name;
   Subject (*make)(Floats floats);
 };
-extern const std::array<NamedSubject, 6> kSubjects;
+inline constexpr std::string_view kFlush = "acme.storage.SegmentWriter.flush";
+inline constexpr std::array<NamedSubject, 6> kSubjects = {{
+    {"detail",
+     [](Floats) {
+       return Subject{"symbol", "detail", "fqn", kFlush, detail_rows()};
+     }},
+    {"callers",
+     [](Floats) {
+       return Subject{"symbol", "callers", "fqn", kFlush, callers_rows()};
+     }},
+    {"search",
+     [](Floats with) {
+       return Subject{"search", "symbols", "query", "flush", search_rows(with)};
+     }},
+    {"files", [](Floats with) { return files_subject(20'000, with); }},
+    {"huge",
+     [](Floats) {
+       return Subject{"symbol", {}, "fqn", "acme", tree_rows()};
+     }},
+    {"floats",
+     [](Floats with) {
+       return Subject{"symbol", {}, "fqn", kFlush, scores_rows(with)};
+     }},
+}};
 
-// The files of a subject that is as large as one likes.
-Subject files_subject(std::size_t count, Floats floats);
-
-// One way to live it. The stages are called in the order in which they stand;
-// one of the two that finish is called. What a library lets one keep from one life
-// to the next is kept.
+// One way to live it. The stages are called in this order, with one of the two that
+// finish. What a library lets one keep from one life to the next is kept.
 class Contender {
  public:
   Contender() = default;
@@ -45,16 +67,18 @@ class Contender {
   virtual ~Contender() = default;
 
   virtual void build() = 0;
-  virtual void finish() = 0;             // gives up the answer that was built
-  virtual void finish_kept() = 0;        // keeps it, and finishes a copy
-  virtual std::string_view write() = 0;  // the text, which lives until `destroy`
+  virtual void finish() = 0;       // gives up the answer that was built
+  virtual void finish_kept() = 0;  // keeps it, and finishes a copy
+  virtual void write() = 0;        // the finished one, to `text`
   virtual void destroy() = 0;
+  virtual std::string_view text() const = 0;
 
   // A whole life. Returns the bytes of the text.
   std::size_t live() {
     build();
     finish();
-    const std::size_t bytes = write().size();
+    write();
+    const std::size_t bytes = text().size();
     destroy();
     return bytes;
   }

@@ -3,10 +3,9 @@
 // scripts/instructions has them counted in `counted_lives` alone.
 #include <cstdio>
 #include <cstdlib>
-#include <string_view>
 
 #include "life.h"
-#include "memory_settings.h"
+#include "memory.h"
 
 namespace vantrex::bench {
 
@@ -18,24 +17,19 @@ namespace {
   return bytes;
 }
 
-template <typename Named>
-const typename Named::value_type* by_name(const Named& all, std::string_view name) {
-  for (const auto& one : all) {
-    if (one.name == name) return &one;
+// Whether there are such a contender and such an answer.
+bool run(std::string_view contender_name, std::string_view answer, int count) {
+  for (const NamedSubject& named : kSubjects) {
+    for (const NamedContender& contender : kContenders) {
+      if (named.name != answer || contender.name != contender_name) continue;
+      const Subject subject = named.make(Floats::with);
+      const auto way = contender.make(subject);
+      way->live();
+      std::printf("%zu\n", counted_lives(*way, count));
+      return true;
+    }
   }
-  return nullptr;
-}
-
-int run(std::string_view contender_name, std::string_view subject_name, int count) {
-  const NamedContender* contender = by_name(kContenders, contender_name);
-  const NamedSubject* named = by_name(kSubjects, subject_name);
-  if (contender == nullptr || named == nullptr || count < 1) return 2;
-  keep_freed_memory();
-  const Subject subject = named->make(Floats::with);
-  const auto way = contender->make(subject);
-  way->live();
-  std::printf("%zu\n", counted_lives(*way, count));
-  return 0;
+  return false;
 }
 
 }  // namespace
@@ -43,8 +37,8 @@ int run(std::string_view contender_name, std::string_view subject_name, int coun
 }  // namespace vantrex::bench
 
 int main(int argc, char** argv) {
-  const int status =
-      argc < 3 || argc > 4 ? 2 : vantrex::bench::run(argv[1], argv[2], argc == 4 ? std::atoi(argv[3]) : 1);
-  if (status == 2) std::fputs("usage: one_life CONTENDER ANSWER [COUNT]\n", stderr);
-  return status;
+  vantrex::bench::keep_freed_memory();
+  if (argc >= 3 && vantrex::bench::run(argv[1], argv[2], argc > 3 ? std::atoi(argv[3]) : 1)) return 0;
+  std::fputs("usage: one_life CONTENDER ANSWER [COUNT]\n", stderr);
+  return 2;
 }

@@ -100,12 +100,13 @@ class Ours : public Contender {
   }
   void finish() override { finished_ = finish_answer(std::move(answer_), subject_.tool, options()); }
   void finish_kept() override { finished_ = finish_answer(answer_, subject_.tool, options()); }
-  std::string_view write() override { return text_ = tool_handlers::tool_result_text(finished_); }
+  void write() override { text_ = tool_handlers::tool_result_text(finished_); }
   void destroy() override {
     answer_ = JsonObject();
     finished_ = JsonObject();
     text_ = std::string();
   }
+  std::string_view text() const override { return text_; }
 
  private:
   FinishOptions options() const { return {.action = subject_.action, .arguments = &request_}; }

@@ -63,11 +63,12 @@ class Peer : public Contender {
     copy_.copy_from(built_);
     finish(copy_);
   }
-  std::string_view write() override { return writer_.write(*finished_); }
+  void write() override { text_ = writer_.write(*finished_); }
   void destroy() override {
     built_.release();
     copy_.release();
   }
+  std::string_view text() const override { return text_; }
 
  private:
   using Value = typename Library::Value;
@@ -200,6 +201,7 @@ class Peer : public Contender {
   const Value* finished_ = nullptr;
   Steps steps_;
   typename Library::Writer writer_;
+  std::string_view text_;  // of the writer
 };
 
 }  // namespace vantrex::bench

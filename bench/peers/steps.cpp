@@ -17,32 +17,29 @@ constexpr std::array kOfCallers = {Hint{"quality", "impact", "fqn", " callers: c
 constexpr std::array kOfSearch = {Hint{"symbol", "detail", "fqn", "Details of the best hit"}, kCallers};
 constexpr std::array kOfFiles = {Hint{"file", "symbols", "path", "Symbols of the first file"}};
 
-// Bytes that `byte` gains by being escaped.
-constexpr std::array<std::uint8_t, 256> kEscapeGain = [] {
-  std::array<std::uint8_t, 256> gain{};
-  for (std::size_t byte = 0; byte < 0x20; ++byte) gain[byte] = 5;
-  for (const char byte : {'"', '\\', '\b', '\f', '\n', '\r', '\t'})
-    gain[static_cast<unsigned char>(byte)] = 1;
-  return gain;
-}();
-
-constexpr std::uint64_t all(std::uint64_t byte) {
-  return byte * 0x0101010101010101;
+// Bytes that each of `text` gains by being escaped, added up.
+std::size_t gain(std::string_view text) {
+  std::size_t sum = 0;
+  for (const char byte : text) {
+    if (byte == '"' || byte == '\\' || (byte >= '\b' && byte <= '\r' && byte != '\v')) {
+      ++sum;
+    } else if (static_cast<unsigned char>(byte) < 0x20) {
+      sum += 5;
+    }
+  }
+  return sum;
 }
 
-// Whether one of eight bytes may gain: exact for a word without such a byte.
+// Whether one of the eight bytes may gain.
 bool may_gain(const char* bytes) {
+  constexpr std::uint64_t kOnes = 0x0101010101010101;
   std::uint64_t word = 0;
   std::memcpy(&word, bytes, 8);
-  const auto below = [](std::uint64_t eight, std::uint64_t bound) { return (eight - all(bound)) & ~eight; };
-  const std::uint64_t found = below(word, 0x20) | below(word ^ all('"'), 1) | below(word ^ all('\\'), 1);
-  return (found & all(0x80)) != 0;
-}
-
-std::size_t gain(const char* bytes, std::size_t count) {
-  std::size_t sum = 0;
-  for (std::size_t at = 0; at < count; ++at) sum += kEscapeGain[static_cast<unsigned char>(bytes[at])];
-  return sum;
+  const auto below = [](std::uint64_t eight, std::uint64_t bound) {
+    return (eight - kOnes * bound) & ~eight;
+  };
+  return ((below(word, 0x20) | below(word ^ kOnes * '"', 1) | below(word ^ kOnes * '\\', 1)) & kOnes << 7) !=
+         0;
 }
 
 }  // namespace
@@ -62,18 +59,12 @@ bool is_hint_key(std::string_view key) noexcept {
          std::find(kKeys.begin(), kKeys.end(), key) != kKeys.end();
 }
 
-// Only words of eight bytes in which one may gain are looked at byte by byte.
 std::size_t string_size(std::string_view text) noexcept {
-  const std::size_t size = text.size() + 2;
-  if (text.size() < 8) return size + gain(text.data(), text.size());
-  const char* const last_word = text.data() + text.size() - 8;
-  std::size_t sum = 0;
-  const char* at = text.data();
-  for (; at < last_word; at += 8) {
-    if (may_gain(at)) sum += gain(at, 8);
+  std::size_t size = text.size() + 2;
+  for (; text.size() >= 8; text.remove_prefix(8)) {
+    if (may_gain(text.data())) size += gain(text.substr(0, 8));
   }
-  if (may_gain(last_word)) sum += gain(at, static_cast<std::size_t>(last_word + 8 - at));
-  return size + sum;
+  return size + gain(text);
 }
 
 std::size_t integer_size(std::int64_t number) noexcept {

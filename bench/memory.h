@@ -1,13 +1,17 @@
-// Counts what goes through operator new, which the benchmarks replace.
-//
-// Counting is off but while a NewCount lives. Threads: one NewCount at a time,
-// and only one thread may allocate while it lives.
+// The memory of what is measured: kept by the C library, and counted.
 #pragma once
 
 #include <cstddef>
 
 namespace vantrex::bench {
 
+// Keeps freed memory in the process, for everything that is measured alike.
+// Otherwise the C library gives large blocks back after every answer and gets
+// them again as fresh pages, and what is measured is the system's clearing them.
+void keep_freed_memory();
+
+// Counts what goes through operator new while it lives. Threads: one NewCount at a
+// time, and only one thread may allocate meanwhile.
 class NewCount {
  public:
   NewCount() noexcept;
