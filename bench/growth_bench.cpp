@@ -1,10 +1,9 @@
 // How a life grows with the bytes of its answer, with shapes that invite quadratic
 // work, and with a second thread; and how a name lookup grows with the index.
 //
-// Names are growth/SHAPE/CONTENDER, threads/WORK/CONTENDER and
-// lookup/SHAPE/CONTENDER; the counter `items` says how many bytes, fields, steps or
-// queries a run has.
-#include <span>
+// Names are growth/SHAPE/CONTENDER, threads/WORK/CONTENDER and lookup/SHAPE/CONTENDER; the counter `items`
+// says how many bytes, fields, steps or queries a run has.
+#include <array>
 #include <string>
 #include <vector>
 
@@ -81,59 +80,29 @@ void finish_shared(benchmark::State& state) {
   for (auto _ : state) benchmark::DoNotOptimize(finish_answer(shared, "search"));
 }
 
-// An index of words, like that of a real tree.
-InMemoryRepository index_of_words(std::size_t size) {
+// An index of words, like that of a real tree, and the hard one, in which every
+// name is near the wanted one.
+InMemoryRepository index_of(std::size_t size, bool alike) {
   InMemoryRepository index;
   Random random(20);
   for (std::size_t at = 0; at < size; ++at) {
-    const std::string name = function_name(random) + std::to_string(random.below(100));
-    const std::string file = joined(
-        {"src/acme/", noun(random), "/", noun(random), "_", std::to_string(random.below(1000)), ".py"});
-    index.add_symbol({joined({"acme.", noun(random), ".", class_name(random), ".", name}), name, "function",
-                      file, at + 1});
-    index.add_path(file);
+    const std::string name = alike ? "request_handler_" + std::to_string(1'000'000 + at * 7919 % size)
+                                   : function_name(random) + std::to_string(random.below(100));
+    index.add_symbol(
+        {joined({"acme.", class_name(random), ".", name}), name, "function", "acme/app.py", at + 1});
   }
   return index;
 }
 
-// The hard case: every name is near the wanted one.
-InMemoryRepository index_of_alike_names(std::size_t size) {
-  InMemoryRepository index;
-  for (std::size_t at = 0; at < size; ++at) {
-    const std::string name = "request_handler_" + std::to_string(1'000'000 + at * 7919 % size);
-    index.add_symbol({"app.handlers." + name, name, "function", "app/handlers.py", at + 1});
-    index.add_path("app/handlers/" + name + ".py");
-  }
-  return index;
-}
-
-constexpr std::array<std::string_view, 6> kSymbols = {
-    "index.flush_segmnt7",       "node.ReaderCache.load_cache12", "resolve_module_scope_99",
-    "cache.collect_grph_edge31", "graph.option.kubernetes",       "delete-queue-entry-5"};
-constexpr std::array<std::string_view, 5> kPaths = {"src/acme/parser/indx_17.py", "graph/edge_99.py",
-                                                    "/home/ann/acme/node/token_512.py",
-                                                    "docs/shopping_cart.md", "queue\\worker_400.ts"};
-constexpr std::array<std::string_view, 1> kAlikeSymbol = {"app.handlers.requst_handler_1500000"};
-constexpr std::array<std::string_view, 1> kAlikePath = {"app/handlers/requst_handler_1500000.py"};
-
-struct Lookup {
-  std::string name;
-  InMemoryRepository (*index)(std::size_t size);
-  bool is_path;
-  std::span<const std::string_view> queries;
-};
-
-void look_up(benchmark::State& state, const Lookup& lookup, std::size_t size) {
-  const InMemoryRepository index = lookup.index(size);
-  state.counters["items"] = static_cast<double>(lookup.queries.size());
+void look_up(benchmark::State& state, std::size_t size, bool alike) {
+  constexpr std::array<std::string_view, 6> kWanted = {
+      "index.flush_segmnt7",       "node.ReaderCache.load_cache12", "resolve_module_scope_99",
+      "cache.collect_grph_edge31", "graph.option.kubernetes",       "requst_handler_1500000"};
+  const InMemoryRepository index = index_of(size, alike);
+  state.counters["items"] = kWanted.size();
   for (auto _ : state) {
-    for (const std::string_view wanted : lookup.queries) {
-      if (lookup.is_path) {
-        benchmark::DoNotOptimize(workers::nearest_paths(index, wanted));
-      } else {
-        benchmark::DoNotOptimize(workers::nearest_symbols(index, wanted));
-      }
-    }
+    for (const std::string_view wanted : kWanted)
+      benchmark::DoNotOptimize(workers::nearest_symbols(index, wanted));
   }
 }
 
@@ -158,12 +127,9 @@ void add_all() {
   add("threads/two, own lives/next_steps", live_apart)->Threads(2);
   add("threads/one, one kept answer/next_steps", finish_shared);
   add("threads/two, one kept answer/next_steps", finish_shared)->Threads(2);
-  for (const Lookup& lookup :
-       {Lookup{"a symbol", index_of_words, false, kSymbols}, Lookup{"a path", index_of_words, true, kPaths},
-        Lookup{"an alike symbol", index_of_alike_names, false, kAlikeSymbol},
-        Lookup{"an alike path", index_of_alike_names, true, kAlikePath}}) {
-    for (const std::size_t size : {5'000UL, 70'000UL, 1'000'000UL})
-      add("lookup/" + lookup.name + " in " + std::to_string(size) + "/next_steps", look_up, lookup, size);
+  for (const std::size_t size : {5'000UL, 70'000UL, 1'000'000UL}) {
+    add("lookup/in " + std::to_string(size) + " names/next_steps", look_up, size, false);
+    add("lookup/in " + std::to_string(size) + " alike names/next_steps", look_up, size, true);
   }
 }
 

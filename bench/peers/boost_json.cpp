@@ -36,8 +36,7 @@ class BoostJson {
     }
   };
 
-  template <typename Rows>
-  void build(const Rows& rows) {
+  void build(const auto& rows) {
     begin();
     value_.emplace(Maker<BoostJson>{*this}.made(rows));
   }
@@ -103,12 +102,9 @@ class BoostJson {
  private:
   // A resource serves one life: it would make its further blocks larger with every
   // release.
-  void begin() {
-    if (first_block_.empty()) first_block_.resize(kFirstBlock);
-    memory_ = &resource_.emplace(first_block_.data(), first_block_.size());
-  }
+  void begin() { memory_ = &resource_.emplace(first_block_.data(), first_block_.size()); }
 
-  std::vector<unsigned char> first_block_;
+  std::vector<unsigned char> first_block_ = std::vector<unsigned char>(kFirstBlock);
   std::optional<json::monotonic_resource> resource_;
   json::storage_ptr memory_;
   std::optional<Value> value_;

@@ -20,10 +20,7 @@ class Nlohmann {
     std::string_view write(const Value& value) { return text = value.dump(); }
   };
 
-  template <typename Rows>
-  void build(const Rows& rows) {
-    value_ = Maker<Nlohmann>{*this}.made(rows);
-  }
+  void build(const auto& rows) { value_ = Maker<Nlohmann>{*this}.made(rows); }
   void copy_from(const Nlohmann& other) { value_ = other.value_; }
   Value& value() { return value_; }
   void release() { value_ = nullptr; }

@@ -60,13 +60,14 @@ class Peer : public Contender {
   }
   void finish() override { finish(built_); }
   void finish_kept() override {
-    copy_.copy_from(built_);
-    finish(copy_);
+    if (!copy_) copy_.emplace();
+    copy_->copy_from(built_);
+    finish(*copy_);
   }
   void write() override { text_ = writer_.write(*finished_); }
   void destroy() override {
     built_.release();
-    copy_.release();
+    if (copy_) copy_->release();
   }
   std::string_view text() const override { return text_; }
 
@@ -197,7 +198,7 @@ class Peer : public Contender {
   const Subject& subject_;
   const std::span<const Hint> hints_;
   Library built_;
-  Library copy_;
+  std::optional<Library> copy_;  // when it is first needed
   const Value* finished_ = nullptr;
   Steps steps_;
   typename Library::Writer writer_;

@@ -33,7 +33,6 @@ struct NewAllocator {
 
 using Utf8 = rapidjson::UTF8<>;
 using Pool = rapidjson::MemoryPoolAllocator<NewAllocator>;
-using Document = rapidjson::GenericDocument<Utf8, Pool, Pool>;
 using Buffer = rapidjson::GenericStringBuffer<Utf8, NewAllocator>;
 
 constexpr std::size_t kFirstBlock = std::size_t{64} << 10;
@@ -42,47 +41,6 @@ constexpr std::size_t kFurtherBlocks = std::size_t{1} << 20;
 rapidjson::SizeType length(std::size_t size) {
   return static_cast<rapidjson::SizeType>(size);
 }
-
-// Sends rows to a document under construction, which lays out every list and
-// object to its exact size.
-struct Builder {
-  Document& target;
-
-  void add(std::nullptr_t) { target.Null(); }
-  void add(std::same_as<bool> auto value) { target.Bool(value); }
-  void add(std::int64_t number) { target.Int64(number); }
-  void add(double number) { target.Double(number); }
-  void add(std::string_view text) { target.String(text.data(), length(text.size()), false); }
-  template <typename T>
-  void add(const std::optional<T>& value) {
-    if (value) {
-      add(*value);
-    } else {
-      target.Null();
-    }
-  }
-  template <typename T>
-  void add(const std::vector<T>& items) {
-    target.StartArray();
-    for (const T& item : items) add(item);
-    target.EndArray(length(items.size()));
-  }
-  template <Row T>
-  void add(const T& row) {
-    target.StartObject();
-    describe(row, [&](std::string_view key, const auto& value) {
-      target.Key(key.data(), length(key.size()), false);
-      add(value);
-    });
-    target.EndObject(length(field_count(row)));
-  }
-};
-
-// A pool whose first block is kept.
-struct Memory {
-  std::vector<char> first_block = std::vector<char>(kFirstBlock);
-  Pool pool{first_block.data(), first_block.size(), kFurtherBlocks};
-};
 
 class RapidJson {
  public:
@@ -99,36 +57,30 @@ class RapidJson {
     }
   };
 
-  template <typename Rows>
-  void build(const Rows& rows) {
-    auto generator = [&](Document& target) {
-      Builder{target}.add(rows);
-      return true;
-    };
-    parts().document.Populate(generator);
-    parts_->stack_memory.pool.Clear();
-  }
-  void copy_from(const RapidJson& other) {
-    parts().document.CopyFrom(other.parts_->document, parts_->memory.pool);
-  }
-  Value& value() { return parts_->document; }
+  void build(const auto& rows) { value_ = Maker<RapidJson>{*this}.made(rows); }
+  void copy_from(const RapidJson& other) { value_.CopyFrom(other.value_, pool_); }
+  Value& value() { return value_; }
   void release() {
-    if (parts_ == nullptr) return;
-    parts_->document.SetNull();
-    parts_->memory.pool.Clear();
+    value_.SetNull();
+    pool_.Clear();
   }
 
-  Value text(std::string_view text) { return Value(reference(text)); }
+  Value single(std::nullptr_t) { return Value(); }
+  Value single(std::same_as<bool> auto value) { return Value(value); }
+  Value single(std::int64_t number) { return Value(number); }
+  Value single(double number) { return Value(number); }
+  Value single(std::string_view text) { return Value(reference(text)); }
+  Value text(std::string_view text) { return single(text); }
   Value object(std::size_t /*capacity*/) { return Value(rapidjson::kObjectType); }
   Value list(std::size_t capacity) {
     Value list(rapidjson::kArrayType);
-    list.Reserve(length(capacity), parts_->memory.pool);
+    list.Reserve(length(capacity), pool_);
     return list;
   }
   void add(Value& object, std::string_view key, Value value) {
-    object.AddMember(reference(key), value, parts_->memory.pool);
+    object.AddMember(reference(key), value, pool_);
   }
-  void push(Value& list, Value value) { list.PushBack(value, parts_->memory.pool); }
+  void push(Value& list, Value value) { list.PushBack(value, pool_); }
 
   static Kind kind(const Value& value) {
     constexpr std::array kKinds = {Kind::null, Kind::boolean, Kind::boolean, Kind::object,
@@ -150,19 +102,11 @@ class RapidJson {
   static auto erase(Value& object, Value::MemberIterator field) { return object.EraseMember(field); }
 
  private:
-  // Made when they are first needed; they stay where they are.
-  struct Parts {
-    Memory memory;
-    Memory stack_memory;
-    Document document{&memory.pool, kFirstBlock / 4, &stack_memory.pool};
-  };
-  Parts& parts() {
-    if (parts_ == nullptr) parts_ = std::make_unique<Parts>();
-    return *parts_;
-  }
   static Value::StringRefType reference(std::string_view text) { return {text.data(), length(text.size())}; }
 
-  std::unique_ptr<Parts> parts_;
+  std::vector<char> first_block_ = std::vector<char>(kFirstBlock);
+  Pool pool_{first_block_.data(), first_block_.size(), kFurtherBlocks};
+  Value value_;
 };
 
 }  // namespace
