@@ -11,6 +11,7 @@
 
 #include "life.h"
 #include "memory.h"
+#include "register.h"
 #include "vantrex/tool_handlers/next_steps.h"
 #include "vantrex/tool_handlers/tool_result.h"
 #include "vantrex/workers/name_lookup.h"
@@ -104,11 +105,6 @@ void look_up(benchmark::State& state, std::size_t size, bool alike) {
     for (const std::string_view wanted : kWanted)
       benchmark::DoNotOptimize(workers::nearest_symbols(index, wanted));
   }
-}
-
-template <typename... Arguments>
-auto add(const std::string& name, Arguments... arguments) {
-  return benchmark::RegisterBenchmark(name.c_str(), arguments...);
 }
 
 void add_all() {

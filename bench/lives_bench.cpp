@@ -8,6 +8,7 @@
 #include <chrono>
 #include <deque>
 #include <exception>
+#include <functional>
 #include <iostream>
 #include <stdexcept>
 #include <string>
@@ -18,6 +19,7 @@
 
 #include "life.h"
 #include "memory.h"
+#include "register.h"
 
 namespace vantrex::bench {
 
@@ -122,12 +124,11 @@ void measure_stages(benchmark::State& state, const NamedContender& named, const 
   }
 }
 
-void add(const NamedSubject& named, const Subject& subject) {
+void add_all(const NamedSubject& named, const Subject& subject) {
   for (const NamedContender& contender : kContenders) {
     const std::string name = std::string(named.name).append("/").append(contender.name);
-    benchmark::RegisterBenchmark(("life/" + name).c_str(), measure_life, contender, subject);
-    benchmark::RegisterBenchmark(("stages/" + name).c_str(), measure_stages, contender, subject)
-        ->UseManualTime();
+    add("life/" + name, measure_life, contender, std::cref(subject));
+    add("stages/" + name, measure_stages, contender, std::cref(subject))->UseManualTime();
   }
 }
 
@@ -137,7 +138,7 @@ int run(int argc, char** argv) {
   if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 2;
   for (const NamedSubject& named : kSubjects) check(named);
   std::deque<Subject> subjects;  // which stay where they are
-  for (const NamedSubject& named : kSubjects) add(named, subjects.emplace_back(named.make(Floats::with)));
+  for (const NamedSubject& named : kSubjects) add_all(named, subjects.emplace_back(named.make(Floats::with)));
   benchmark::RunSpecifiedBenchmarks();
   return 0;
 }

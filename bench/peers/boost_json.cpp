@@ -95,9 +95,7 @@ class BoostJson {
     return {field.key().data(), field.key().size()};
   }
   static auto& value_of(auto& field) { return field.value(); }
-  static auto erase(Value& object, json::object::iterator field) {
-    return object.get_object().stable_erase(field);
-  }
+  static void erase(Value& object, json::object::iterator field) { object.get_object().stable_erase(field); }
 
  private:
   // A resource serves one life: it would make its further blocks larger with every

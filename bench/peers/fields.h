@@ -57,10 +57,14 @@ void describe(const Scores& rows, auto field) {
   each(field, "fqn", rows.fqn, "metric", "cosine"sv, "scores", rows.scores);
 }
 
+struct AnyField {
+  void operator()(std::string_view /*key*/, const auto& /*value*/) const {}
+};
+
 // A struct with fields, as opposed to a single value or a list.
 template <typename T>
 concept Row = requires(const T& row) {
-  describe(row, [](std::string_view, const auto&) {});
+  describe(row, AnyField());
 };
 
 // The number of fields of `row`, which the compiler knows.

@@ -72,7 +72,7 @@ class Nlohmann {
   }
   static std::string_view key_of(const Object::value_type& field) { return field.first; }
   static auto& value_of(auto& field) { return field.second; }
-  static auto erase(Value& object, Object::iterator field) { return fields(object).erase(field); }
+  static void erase(Value& object, Object::iterator field) { fields(object).erase(field); }
 
  private:
   Value value_;

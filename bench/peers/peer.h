@@ -106,11 +106,11 @@ class Peer : public Contender {
     }
     if (kind != Kind::object) return hints;
     auto&& fields = Library::fields(value);
-    for (auto field = fields.end(); field != fields.begin();) {
-      --field;
+    for (auto left = fields.end() - fields.begin(); left > 0; --left) {
+      const auto field = fields.begin() + (left - 1);
       Value& inner = Library::value_of(*field);
       if (Library::kind(inner) == Kind::null) {
-        field = Library::erase(value, field);
+        Library::erase(value, field);
         continue;
       }
       const std::size_t deeper = drop_nulls(inner);

@@ -1,5 +1,5 @@
-// The life on RapidJSON: a pool for every answer, its first block and that of the
-// document's stack kept between lives; strings borrowed from the rows.
+// The life on RapidJSON: a pool for every answer, its first block kept between
+// lives; strings borrowed from the rows.
 //
 // Its own vector instructions stay off: with SSE2 or SSE4.2 its writer leaves
 // some control characters unescaped.
@@ -20,7 +20,6 @@ namespace {
 
 // Its memory, counted as all other is.
 struct NewAllocator {
-  static const bool kNeedFree = true;
   static void* Malloc(std::size_t bytes) { return bytes == 0 ? nullptr : ::operator new(bytes); }
   static void* Realloc(void* memory, std::size_t bytes, std::size_t wanted) {
     void* larger = Malloc(wanted);
@@ -99,7 +98,7 @@ class RapidJson {
   }
   static std::string_view key_of(const Value::Member& field) { return text_of(field.name); }
   static auto& value_of(auto& field) { return field.value; }
-  static auto erase(Value& object, Value::MemberIterator field) { return object.EraseMember(field); }
+  static void erase(Value& object, Value::MemberIterator field) { object.EraseMember(field); }
 
  private:
   static Value::StringRefType reference(std::string_view text) { return {text.data(), length(text.size())}; }
