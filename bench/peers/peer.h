@@ -137,15 +137,17 @@ class Peer : public Contender {
         break;
     }
     std::size_t size = 1;
-    const auto add = [&](const Value& inner) {
-      size += 1 + (size < enough ? size_of(inner, enough - size) : 0);
-    };
+    const auto left = [&] { return enough > size ? enough - size : 0; };
     if (Library::kind(value) == Kind::list) {
-      for (const auto& item : Library::items(value)) add(item);
+      for (const auto& item : Library::items(value)) {
+        if (left() == 0) break;
+        size += size_of(item, left()) + 1;
+      }
     } else {
       for (const auto& field : Library::fields(value)) {
-        size += string_size(Library::key_of(field)) + 1;
-        add(Library::value_of(field));
+        if (left() == 0) break;
+        size += string_size(Library::key_of(field)) + 2;
+        size += size_of(Library::value_of(field), left());
       }
     }
     return size + (size == 1);
