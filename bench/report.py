@@ -9,7 +9,7 @@ import json
 import sys
 
 GROUPS = ["life", "build", "finish", "finish kept", "write", "destroy", "growth", "threads", "lookup"]
-STAGES = {"build": 1, "finish": 0.72, "write": 0.5, "destroy": 0.3}  # with the opacity of their bars
+STAGES = {"build": 1, "finish": 0.75, "write": 0.55, "destroy": 0.38}  # with the opacity of their bars
 COLOURS = {"next_steps": "#1d9a6c", "RapidJSON": "#5f86cf", "Boost.JSON": "#ab78bd", "nlohmann": "#c98f3d"}
 OURS = "next_steps"
 LEFT, BAR, LONGEST = 80, 13, 520  # of the picture

@@ -65,20 +65,18 @@ Node node(Random& random, std::string_view kind) {
 
 Detail detail_rows() {
   Random random(1);
-  Detail row;
-  row.fqn = "acme.storage.SegmentWriter.flush";
-  row.name = "flush";
-  row.kind = "method";
-  row.file = "src/acme/storage/segment_writer.py";
-  row.signature = "def flush(self, force: bool = False, timeout: float | None = None) -> int";
-  row.doc = prose(random, 8);
-  row.returns = "int";
-  row.line = 214;
-  row.end_line = 251;
-  row.complexity = 7;
-  row.parameters = {"self", "force", "timeout"};
-  row.decorators = {"override"};
-  return row;
+  return {.fqn = "acme.storage.SegmentWriter.flush",
+          .name = "flush",
+          .kind = "method",
+          .file = "src/acme/storage/segment_writer.py",
+          .signature = "def flush(self, force: bool = False, timeout: float | None = None) -> int",
+          .doc = prose(random, 8),
+          .returns = "int",
+          .line = 214,
+          .end_line = 251,
+          .complexity = 7,
+          .parameters = {"self", "force", "timeout"},
+          .decorators = {"override"}};
 }
 
 Callers callers_rows() {

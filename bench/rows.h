@@ -19,9 +19,9 @@ struct Detail {  // of one symbol
   std::string fqn, name, kind, file, signature, doc, returns;
   std::int64_t line = 0, end_line = 0, complexity = 0;
   std::vector<std::string> parameters, decorators;
-  OptionalString overrides;
+  OptionalString overrides = {};
   bool is_async = false;
-  std::optional<bool> is_abstract, deprecated;
+  std::optional<bool> is_abstract = {}, deprecated = {};
 };
 
 struct Hit {

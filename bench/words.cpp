@@ -10,26 +10,18 @@ constexpr std::array<std::string_view, 24> kNouns = {
     "segment", "index",  "symbol", "query",   "token", "reader", "cache",   "graph",
     "module",  "parser", "scope",  "writer",  "edge",  "node",   "ranking", "snapshot",
     "commit",  "branch", "policy", "session", "range", "chunk",  "storage", "embedding"};
-constexpr std::array<std::string_view, 12> kVerbs = {"flush", "load",  "resolve", "merge",
-                                                     "visit", "rank",  "parse",   "collect",
-                                                     "find",  "apply", "close",   "build"};
-constexpr std::array<std::string_view, 6> kTypes = {"int",          "str",       "Path",
-                                                    "float | None", "list[str]", "None"};
-constexpr std::array<std::string_view, 8> kSentences = {
+constexpr std::array<std::string_view, 8> kVerbs = {"flush", "load",    "resolve", "merge",
+                                                    "parse", "collect", "find",    "build"};
+constexpr std::array<std::string_view, 6> kSentences = {
     "Writes what is pending and waits until it is on disk.",
-    "Returns the number of entries that were kept.",
     "Callers hold the lock; nothing here blocks.",
     "An empty range means \"everything\".",
     "Paths use forward slashes (src/app.py).",
     "Gibt die Größe in Bytes zurück, für jede Datei.",
-    "Vérifie l’état du dépôt — naïvement.",
     "索引を更新します。"};
-constexpr std::array<std::string_view, 6> kCodeLines = {
-    "if not self._pending:\n\treturn 0\n",
+constexpr std::array<std::string_view, 4> kCodeLines = {
     "for entry in self._entries:\n\tif entry.name == \"main\":\n",
-    "\t\tlog.debug(\"kept %s of %d\", entry.name, total)\n",
-    "\twith self._lock:\n\t\tself._cache.clear()\n",
-    "raise ValueError(f\"no such branch: {name!r}\")\n",
+    "\t\tlog.debug(\"kept %s of %d\", entry.name, total)\n", "\twith self._lock:\n\t\tself._cache.clear()\n",
     "\tpattern = re.compile(r\"\\w+\\.py$\")\n"};
 
 std::string_view pick(Random& random, const auto& texts) {
@@ -64,8 +56,7 @@ std::string class_name(Random& random) {
 }
 
 std::string signature(Random& random, std::string_view name) {
-  return joined({"def ", name, "(self, ", noun(random), ": ", pick(random, kTypes),
-                 ", force: bool = False) -> ", pick(random, kTypes)});
+  return joined({"def ", name, "(self, ", noun(random), ": Path | None, force: bool = False) -> int"});
 }
 
 std::string prose(Random& random, std::size_t sentences) {

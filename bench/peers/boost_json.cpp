@@ -56,7 +56,6 @@ class BoostJson {
   }
   Value single(std::string_view text) { return Value(boost_text(text), memory_); }
   Value single(const std::string& text) { return Value(boost_text(text), memory_); }
-  Value text(std::string_view text) { return single(text); }
   json::object object(std::size_t capacity) { return json::object(capacity, memory_); }
   json::array list(std::size_t capacity) {
     json::array list(memory_);

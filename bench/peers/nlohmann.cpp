@@ -29,7 +29,6 @@ class Nlohmann {
   Value single(const T& value) {
     return value;
   }
-  Value text(std::string_view text) { return text; }
   Value object(std::size_t capacity) {
     Value object(ordered_json::value_t::object);
     object.get_ref<Object&>().reserve(capacity);

@@ -9,8 +9,8 @@
 // A library is a class that holds an answer in the library's memory. It has
 //   Value, Writer, and write(const Value&) of the latter;
 //   build(rows), copy_from(answer), value(), and release(), which keeps the memory;
-//   text(), object(capacity), list(capacity), add(object, key, value), push(list,
-//   value), which make values;
+//   single(scalar), object(capacity), list(capacity), add(object, key, value) and
+//   push(list, value), which make values;
 // and statically, to read them, kind, boolean, integer, text_of, float_size, items,
 // fields, find(object, key), key_of(field), value_of(field), erase(object, field).
 #pragma once
@@ -26,8 +26,7 @@ namespace vantrex::bench {
 
 enum class Kind { null, boolean, integer, floating, string, list, object };
 
-// Makes the values of rows, for a library that makes values one by one; its
-// `single` makes what is no row, list or optional.
+// Makes the values of rows.
 template <typename Library>
 struct Maker {
   Library& in;
@@ -87,12 +86,12 @@ class Peer : public Contender {
 
   static auto step_value(Library& in, const Step& step) {
     auto args = in.object(2);
-    in.add(args, "action", in.text(step.hint->action));
-    in.add(args, step.hint->takes, in.text(step.value));
+    in.add(args, "action", in.single(step.hint->action));
+    in.add(args, step.hint->takes, in.single(step.value));
     auto object = in.object(3);
-    in.add(object, "tool", in.text(step.hint->tool));
+    in.add(object, "tool", in.single(step.hint->tool));
     in.add(object, "args", std::move(args));
-    in.add(object, "reason", in.text(step.reason));
+    in.add(object, "reason", in.single(step.reason));
     return object;
   }
 

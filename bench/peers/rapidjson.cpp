@@ -69,7 +69,6 @@ class RapidJson {
   Value single(std::int64_t number) { return Value(number); }
   Value single(double number) { return Value(number); }
   Value single(std::string_view text) { return Value(reference(text)); }
-  Value text(std::string_view text) { return single(text); }
   Value object(std::size_t /*capacity*/) { return Value(rapidjson::kObjectType); }
   Value list(std::size_t capacity) {
     Value list(rapidjson::kArrayType);
