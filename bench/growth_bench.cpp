@@ -1,113 +1,131 @@
-// How finishing grows: with the bytes of an answer, with shapes that invite
-// quadratic work, and with a second thread.
+// How a life grows with the bytes of its answer, with shapes that invite quadratic
+// work, and with a second thread; and how a name lookup grows with the index.
 //
-// Names are growth/SIZE, linear/SHAPE/COUNT and threads/ANSWER/WHOSE, where two
-// threads finish one answer that they share or a copy each.
+// Names are growth/SHAPE/CONTENDER, threads/WORK/CONTENDER and lookup/SHAPE/CONTENDER; the counter `items`
+// says how many bytes, fields, steps or queries a run has.
 #include <array>
-#include <cstddef>
-#include <functional>
-#include <memory>
 #include <string>
-#include <string_view>
-#include <utility>
+#include <vector>
 
 #include <benchmark/benchmark.h>
 
-#include "growth_answers.h"
-#include "measure.h"
-#include "memory_settings.h"
+#include "life.h"
+#include "memory.h"
+#include "register.h"
 #include "vantrex/tool_handlers/next_steps.h"
-#include "vantrex/values/text_forms.h"
+#include "vantrex/tool_handlers/tool_result.h"
+#include "vantrex/workers/name_lookup.h"
+#include "words.h"
 
 namespace vantrex::bench {
 
 namespace {
 
-// A request that is made when it is first needed.
-class Lazy {
- public:
-  template <typename Make>
-  explicit Lazy(Make make) : make_(std::move(make)) {}
+using models::InMemoryRepository;
+using tool_handlers::next_steps::finish_answer;
+using values::JsonList;
+using values::JsonObject;
 
-  const Request& get() {
-    if (!request_) request_ = std::make_unique<Request>(make_());
-    return *request_;
+void grow_files(benchmark::State& state, const NamedContender& contender, std::size_t bytes) {
+  const Subject subject = files_subject(bytes / 120, Floats::with);
+  const auto way = contender.make(subject);
+  state.counters["items"] = static_cast<double>(way->live());
+  for (auto _ : state) benchmark::DoNotOptimize(way->live());
+}
+
+std::size_t finished_bytes(JsonObject answer) {
+  return tool_handlers::tool_result_text(finish_answer(std::move(answer), "explore")).size();
+}
+
+// An object of many fields.
+std::size_t live_fields(const std::vector<std::string>& names) {
+  JsonObject fields;
+  for (const std::string& name : names) fields.set(name, name.size());
+  return finished_bytes(JsonObject{{"fields", std::move(fields)}});
+}
+
+// Many steps of the tool's own.
+std::size_t live_own_steps(const std::vector<std::string>& names) {
+  JsonList steps;
+  steps.reserve(names.size());
+  for (const std::string& name : names) {
+    steps.push_back(tool_handlers::next_steps::step("symbol", "Next on the route",
+                                                    JsonObject{{"action", "detail"}, {"fqn", name}}));
   }
-
- private:
-  std::function<Request()> make_;
-  std::unique_ptr<Request> request_;
-};
-
-std::size_t finish(const Request& request) {
-  return tool_handlers::next_steps::finish_answer(request.answer, request.tool,
-                                                  {.action = request.action, .arguments = &request.arguments})
-      .size();
+  return finished_bytes(JsonObject{{"fqn", "acme"}, {"next_steps", std::move(steps)}});
 }
 
-template <typename Make>
-void register_one(const std::string& name, Make make, double items) {
-  benchmark::RegisterBenchmark(
-      name.c_str(), [lazy = std::make_shared<Lazy>(make), items](benchmark::State& state) {
-        const Request& request = lazy->get();
-        measure(state, [&] { return finish(request); });
-        state.counters["items"] = items;
-        state.counters["bytes"] = static_cast<double>(values::compact_size(request.answer));
-      });
+void grow_shape(benchmark::State& state, std::size_t (*live)(const std::vector<std::string>&),
+                std::size_t count) {
+  std::vector<std::string> names(count);
+  for (std::size_t at = 0; at < count; ++at) names[at] = "acme.storage.symbol_" + std::to_string(at);
+  state.counters["items"] = static_cast<double>(count);
+  for (auto _ : state) benchmark::DoNotOptimize(live(names));
 }
 
-void register_growth() {
-  struct Step {
-    std::string_view name;
-    std::size_t bytes;
-  };
-  constexpr std::array<Step, 4> kSteps = {
+// Every thread lives lives of its own.
+void live_apart(benchmark::State& state) {
+  const Subject subject = kSubjects[2].make(Floats::with);
+  const auto way = ours(subject);
+  for (auto _ : state) benchmark::DoNotOptimize(way->live());
+}
+
+// All threads finish the same answer, which is kept, and share its long texts.
+void finish_shared(benchmark::State& state) {
+  static const JsonObject shared = [] {
+    JsonList results;
+    for (const Hit& row : search_rows(Floats::with).hits)
+      results.push_back(JsonObject{{"fqn", row.fqn}, {"snippet", row.snippet}, {"doc", row.doc}});
+    return JsonObject{{"results", std::move(results)}};
+  }();
+  for (auto _ : state) benchmark::DoNotOptimize(finish_answer(shared, "search"));
+}
+
+// An index of words, like that of a real tree, and the hard one, in which every
+// name is near the wanted one.
+InMemoryRepository index_of(std::size_t size, bool alike) {
+  InMemoryRepository index;
+  Random random(20);
+  for (std::size_t at = 0; at < size; ++at) {
+    const std::string name = alike ? "request_handler_" + std::to_string(1'000'000 + at * 7919 % size)
+                                   : function_name(random) + std::to_string(random.below(100));
+    index.add_symbol(
+        {joined({"acme.", class_name(random), ".", name}), name, "function", "acme/app.py", at + 1});
+  }
+  return index;
+}
+
+void look_up(benchmark::State& state, std::size_t size, bool alike) {
+  constexpr std::array<std::string_view, 6> kWanted = {
+      "index.flush_segmnt7",       "node.ReaderCache.load_cache12", "resolve_module_scope_99",
+      "cache.collect_grph_edge31", "graph.option.kubernetes",       "requst_handler_1500000"};
+  const InMemoryRepository index = index_of(size, alike);
+  state.counters["items"] = kWanted.size();
+  for (auto _ : state) {
+    for (const std::string_view wanted : kWanted)
+      benchmark::DoNotOptimize(workers::nearest_symbols(index, wanted));
+  }
+}
+
+void add_all() {
+  constexpr std::array<std::pair<std::string_view, std::size_t>, 4> kSizes = {
       {{"1 KB", 1'000}, {"100 KB", 100'000}, {"10 MB", 10'000'000}, {"100 MB", 100'000'000}}};
-  for (const Step& step : kSteps) {
-    register_one(
-        "growth/" + std::string(step.name), [bytes = step.bytes] { return flat_request(bytes); },
-        static_cast<double>(step.bytes));
+  for (const auto& [name, bytes] : kSizes) {
+    for (const NamedContender& contender : kContenders)
+      add(joined({"growth/", name, ", per byte/", contender.name}), grow_files, contender, bytes);
   }
-}
-
-void register_linear() {
-  struct Shape {
-    std::string_view name;
-    Request (*make)(std::size_t count);
-    std::size_t most;
-  };
-  constexpr std::array<Shape, 3> kShapes = {{{"own steps", own_steps_request, 100'000},
-                                             {"fields of one object", fields_request, 1'000'000},
-                                             {"nulls in one list", nulls_request, 1'000'000}}};
-  for (const Shape& shape : kShapes) {
-    for (std::size_t count = shape.most / 100; count <= shape.most; count *= 10) {
-      register_one(
-          "linear/" + std::string(shape.name) + '/' + std::to_string(count),
-          [make = shape.make, count] { return make(count); }, static_cast<double>(count));
-    }
-  }
-}
-
-void register_threads() {
-  struct Answer {
-    std::string_view name;
-    Request (*make)();
-  };
-  constexpr std::array<Answer, 3> kAnswers = {{{"callers", callers_request},
-                                               {"search", [] { return search_request(Floats::keep); }},
-                                               {"long texts", long_texts_request}}};
-  for (const Answer& answer : kAnswers) {
-    for (const std::string_view whose : {"shared", "separate"}) {
-      // Two requests made alike, of which two threads use one or both.
-      auto requests = std::make_shared<std::array<Request, 2>>();
-      *requests = {answer.make(), answer.make()};
-      const std::string name = "threads/" + std::string(answer.name) + '/' + std::string(whose);
-      benchmark::RegisterBenchmark(name.c_str(), [requests,
-                                                  own = whose == "separate"](benchmark::State& state) {
-        const Request& request = (*requests)[own ? static_cast<std::size_t>(state.thread_index()) : 0];
-        for (auto _ : state) benchmark::DoNotOptimize(finish(request));
-      })->Threads(2);
-    }
+  for (const std::size_t count : {10'000UL, 100'000UL, 1'000'000UL})
+    add("growth/" + std::to_string(count) + " fields, per field/next_steps", grow_shape, live_fields, count);
+  for (const std::size_t count : {100UL, 1'000UL, 10'000UL})
+    add("growth/" + std::to_string(count) + " own steps, per step/next_steps", grow_shape, live_own_steps,
+        count);
+  add("threads/one, own lives/next_steps", live_apart);
+  add("threads/two, own lives/next_steps", live_apart)->Threads(2);
+  add("threads/one, one kept answer/next_steps", finish_shared);
+  add("threads/two, one kept answer/next_steps", finish_shared)->Threads(2);
+  for (const std::size_t size : {5'000UL, 70'000UL, 1'000'000UL}) {
+    add("lookup/in " + std::to_string(size) + " names/next_steps", look_up, size, false);
+    add("lookup/in " + std::to_string(size) + " alike names/next_steps", look_up, size, true);
   }
 }
 
@@ -116,12 +134,9 @@ void register_threads() {
 }  // namespace vantrex::bench
 
 int main(int argc, char** argv) {
-  using namespace vantrex::bench;
-  keep_freed_memory();
+  vantrex::bench::keep_freed_memory();
   benchmark::Initialize(&argc, argv);
   if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 2;
-  register_growth();
-  register_linear();
-  register_threads();
+  vantrex::bench::add_all();
   benchmark::RunSpecifiedBenchmarks();
 }

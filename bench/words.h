@@ -1,8 +1,7 @@
-// The words that the answers are made of: names, paths, prose and code of the
+// The words that the rows are made of: names, paths, prose and code of the
 // lengths that those of a real tree have.
 #pragma once
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <initializer_list>
@@ -18,12 +17,9 @@ class Random {
   explicit Random(std::uint64_t seed) : engine_(seed) {}
 
   std::size_t below(std::size_t bound) { return engine_() % bound; }
+  std::int64_t number(std::size_t bound) { return static_cast<std::int64_t>(below(bound)); }
   bool one_in(std::size_t count) { return below(count) == 0; }
   double fraction() { return static_cast<double>(engine_() >> 11) * 0x1p-53; }
-  template <std::size_t kCount>
-  std::string_view pick(const std::array<std::string_view, kCount>& texts) {
-    return texts[below(kCount)];
-  }
 
  private:
   std::mt19937_64 engine_;
@@ -32,14 +28,10 @@ class Random {
 std::string joined(std::initializer_list<std::string_view> texts);
 
 std::string_view noun(Random& random);
-std::string_view type_name(Random& random);
-std::string_view symbol_kind(Random& random);
 std::string function_name(Random& random);                         // flush_segment
 std::string class_name(Random& random);                            // SegmentWriter
-std::string file_path(Random& random);                             // src/acme/storage/index_cache.py
 std::string signature(Random& random, std::string_view function);  // def flush_segment(self, ...
-std::string_view sentence(Random& random);                         // some not in ASCII
-std::string prose(Random& random, std::size_t sentences);
-std::string code(Random& random, std::size_t bytes);  // with tabs, line feeds and quotes
+std::string prose(Random& random, std::size_t sentences);          // some not in ASCII
+std::string code(Random& random, std::size_t bytes);               // with tabs, line feeds and quotes
 
 }  // namespace vantrex::bench

@@ -5,6 +5,7 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
 build_packages=(g++ cmake ninja-build nlohmann-json3-dev libcli11-dev)
 test_packages=("${build_packages[@]}" libgtest-dev clang-format universal-ctags pkg-config)
+bench_packages=(libbenchmark-dev rapidjson-dev libboost-json1.81-dev)
 ci_packages=("${test_packages[@]}" clang clang-tidy libclang-rt-14-dev)
 
 say() {
@@ -64,6 +65,14 @@ build() {
   say "Building $preset"
   cmake --preset "$preset" "$@" >/dev/null || fail "the preset $preset could not be configured"
   cmake --build --preset "$preset" -j "$(nproc)" || fail "the preset $preset did not build"
+}
+
+# Builds the targets of the benchmarks in build/bench; without any, all of them.
+build_bench() {
+  say "Building the benchmarks"
+  cmake --preset release -B build/bench -DNEXT_STEPS_BUILD_APPS=OFF -DNEXT_STEPS_BUILD_TESTS=OFF \
+    -DNEXT_STEPS_BUILD_BENCH=ON >/dev/null || fail "the benchmarks could not be configured"
+  cmake --build build/bench -j "$(nproc)" ${1:+--target "$@"} >&2 || fail "the benchmarks did not build"
 }
 
 # Builds the preset `name` with its tests and runs them; the last lines are
