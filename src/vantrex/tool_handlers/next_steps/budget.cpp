@@ -153,14 +153,13 @@ JsonList _within_share(const JsonObject& response, JsonList steps, Keep keep) {
   AddedBytes added(steps);
 
   // The room grows with the answer, so what fits a part of it fits all of it. Most
-  // answers need not be measured at all, and no other beyond what the share asks for.
+  // answers need not be measured, and no other beyond where the share is enough for
+  // all steps. Where that is not reached, the size is exact.
   constexpr auto kEnough = static_cast<std::size_t>(1 / HINT_SHARE) + 1;
+  static_assert(HINT_SHARE * kEnough > 1);
   if (AnswerBytes{0, hints}.over_room(added.bytes()) <= 0) return steps;
-  const std::size_t enough = kEnough * (hints + added.bytes());
-  const std::size_t part = compact_size(response, enough);
-  if (AnswerBytes{part, hints}.over_room(added.bytes()) <= 0) return steps;
+  const AnswerBytes answer{compact_size(response, kEnough * (hints + added.bytes())), hints};
 
-  const AnswerBytes answer{part < enough ? part : compact_size(response), hints};
   std::size_t count = steps.size();
   while (count > keep.steps && answer.over_room(added.bytes()) > 0)
     added.take_back(compact_size(steps[--count]));
