@@ -166,14 +166,7 @@ class MemorySink {
   void put_escaped(std::string_view bytes) noexcept {
     put_blocks<ByteVector>(bytes);
     put_blocks<ByteWord>(bytes);
-    for (const char byte : bytes) {
-      // A guess is faster than to wait for the size of an escape.
-      if (is_special(byte)) {
-        put_escape(byte);
-      } else {
-        put(byte);
-      }
-    }
+    for (const char byte : bytes) put_byte(byte);
   }
 
   // Puts `bytes` as long as they fill blocks, and leaves the others in it.
@@ -186,13 +179,12 @@ class MemorySink {
       out_ += plain;
       bytes.remove_prefix(plain);
       if (specials == 0) continue;
-      put_escape(bytes.front());
+      put_byte(bytes.front());
       bytes.remove_prefix(1);
     }
   }
 
-  static bool is_special(char byte) noexcept { return kEscapes[static_cast<unsigned char>(byte)].size > 1; }
-  void put_escape(char byte) noexcept {
+  void put_byte(char byte) noexcept {
     const Escape& escape = kEscapes[static_cast<unsigned char>(byte)];
     std::memcpy(out_, &escape, sizeof escape);
     out_ += escape.size;
