@@ -1,6 +1,8 @@
 #include "vantrex/values/text.h"
 
+#include <algorithm>
 #include <atomic>
+#include <cstring>
 #include <limits>
 #include <new>
 
