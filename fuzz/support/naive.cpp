@@ -34,21 +34,6 @@ JsonValue without_nulls(const JsonValue& value) {
   return kept;
 }
 
-std::size_t hint_size(const JsonValue& value) {
-  static const std::set<std::string_view> kKeys = {"tip",  "next_steps", "note", "notes",
-                                                   "tips", "hints",      "hint"};
-  std::size_t bytes = 0;
-  if (const JsonList* list = value.list()) {
-    for (const JsonValue& item : *list) bytes += hint_size(item);
-  }
-  if (const JsonObject* object = value.object()) {
-    for (const auto& [key, member] : *object) {
-      bytes += kKeys.count(key.view()) > 0 ? json_text(member).size() : hint_size(member);
-    }
-  }
-  return bytes;
-}
-
 // An empty kind of argument stands for an absent one.
 struct Hint {
   std::string tool, reason, action, takes;
@@ -249,6 +234,21 @@ Steps within_share(const JsonObject& response, Steps steps, std::size_t keep, Ru
 }
 
 }  // namespace
+
+std::size_t hint_size(const JsonValue& value) {
+  static const std::set<std::string_view> kKeys = {"tip",  "next_steps", "note", "notes",
+                                                   "tips", "hints",      "hint"};
+  std::size_t bytes = 0;
+  if (const JsonList* list = value.list()) {
+    for (const JsonValue& item : *list) bytes += hint_size(item);
+  }
+  if (const JsonObject* object = value.object()) {
+    for (const auto& [key, member] : *object) {
+      bytes += kKeys.count(key.view()) > 0 ? json_text(member).size() : hint_size(member);
+    }
+  }
+  return bytes;
+}
 
 Finished finish(const Request& request) {
   const JsonValue cleaned = without_nulls(request.answer);

@@ -5,6 +5,7 @@
 // module differ, one of them is wrong.
 #pragma once
 
+#include <cstddef>
 #include <set>
 #include <string>
 
@@ -15,6 +16,9 @@ namespace vantrex::fuzz::naive {
 
 // The JSON text of `value`; with `sorted`, the fields of every object by key.
 std::string json_text(const values::JsonValue& value, bool sorted = false);
+
+// Bytes of the hint fields of `value` at any depth, but below other hint fields.
+std::size_t hint_size(const values::JsonValue& value);
 
 struct Finished {
   values::JsonObject answer;

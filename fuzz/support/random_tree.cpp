@@ -1,7 +1,9 @@
 #include "fuzz/support/random_tree.h"
 
+#include <cstdlib>
 #include <limits>
 #include <string_view>
+#include <tuple>
 
 #include "vantrex/values/integer.h"
 
@@ -13,32 +15,41 @@ using values::JsonList;
 using values::JsonObject;
 using values::JsonValue;
 
-std::string Random::text() {
-  std::string text;
-  for (std::size_t left = below(20); left > 0; --left) {
-    text += pick(
-        {"a", "\"", "\\", "\n", "\t", "\b", "\f", "\r", "\x01", "\x1f", "\x7f", "/", "é", "\u2028", "𝄞"});
-  }
-  return text;
+// One character: of those that JSON strings escape, or of any lead byte.
+std::string Random::character() {
+  if (chance(50))
+    return pick<std::string>({"\"", "\\", "\x7f", "/", std::string(1, static_cast<char>(below(0x20)))});
+  const std::size_t lead = 0xC2 + below(0xF5 - 0xC2);
+  const std::size_t low = lead == 0xE0 ? 0xA0 : lead == 0xF0 ? 0x90 : 0x80;
+  const std::size_t high = lead == 0xED ? 0x9F : lead == 0xF4 ? 0x8F : 0xBF;
+  std::string bytes = {static_cast<char>(lead), static_cast<char>(low + below(high - low + 1))};
+  bytes.resize(lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4, pick({'\x80', '\xBF'}));
+  return bytes;
 }
 
-std::string Random::long_text() {
-  return std::string(4095 + below(3), 'x');
+std::string Random::text() {
+  std::string text;
+  for (std::size_t left = below(5); left > 0; --left) {
+    text += std::string(chance(5) ? 64 + below(64) : below(18), 'a');
+    text += character();
+  }
+  return text + std::string(below(8), 'z');
 }
 
 std::string Random::name() {
-  if (chance(20)) return chance(3) ? long_text() : text();
+  if (chance(20)) return text();
+  if (chance(10)) return pick({"a name of 14 b", "a name of 15 by", "next_steps_and_what_follows"});
   return pick({"note", "tip", "tips", "hint", "hints", "notes", "next_steps", "Note", "a", "b", "path", "fqn",
                "name", "kind", "tool", "args", "reason", "line"});
 }
 
 std::string Random::path() {
-  return chance(10) ? text() : "dir/" + std::to_string(below(14)) + ".py";
+  return chance(10) ? text() : "dir/" + std::to_string(below(30)) + ".py";
 }
 
 JsonValue Random::number() {
   const double infinity = std::numeric_limits<double>::infinity();
-  switch (below(domain_ == Domain::any ? 6 : 5)) {
+  switch (below(domain_ == Domain::any ? 7 : 6)) {
     case 0:
       return *Integer::parse(
           pick({"9223372036854775808", "-9223372036854775809", "-1234567890123456789012"}));
@@ -46,11 +57,23 @@ JsonValue Random::number() {
       return pick({std::numeric_limits<std::int64_t>::max(), std::numeric_limits<std::int64_t>::min()});
     case 2:
       return pick({0.0, -0.0, 1.0, 1e15, 1e16, 9.9e-5, 1e-4, 2.5, 5e-324, 1.0 / 3, 1.79e308});
-    case 5:
+    case 3:
+      return decimal();
+    case 6:
       return pick({infinity, -infinity, std::numeric_limits<double>::quiet_NaN()});
     default:
       return static_cast<int>(below(25)) - 5;
   }
+}
+
+// A float of up to 13 digits, seldom of fewer than 3.
+double Random::decimal() {
+  std::string digits = std::to_string(100 + below(900));
+  for (int part = 0; part < 2; ++part) digits += std::to_string(10000 + below(50000));
+  digits.resize(3 + below(11));
+  const std::string exponent = std::to_string(static_cast<int>(below(40)) - 25);
+  const double magnitude = std::strtod((digits + "e" + exponent).c_str(), nullptr);
+  return chance(30) ? -magnitude : magnitude;
 }
 
 JsonList Random::list(std::size_t depth) {
@@ -59,14 +82,33 @@ JsonList Random::list(std::size_t depth) {
   return list;
 }
 
-JsonObject Random::fields(std::size_t depth) {
+// Now and then more fields than are searched without an index, with keys that
+// fit in 14 bytes and longer ones.
+JsonObject Random::empty_or_wide() {
   JsonObject object;
-  // Now and then more fields than are searched without an index.
-  for (std::size_t left = chance(3) ? 40 : below(5); left > 0; --left) {
-    const std::string key = left > 5 ? std::to_string(left) : name();
+  for (std::size_t left = chance(3) ? 33 + below(8) : 0; left > 0; --left) {
+    object.set(std::string(left % 20, 'k') + std::to_string(left), value(0));
+  }
+  return object;
+}
+
+JsonObject Random::fields(std::size_t depth) {
+  JsonObject object = empty_or_wide();
+  for (std::size_t left = below(5); left > 0; --left) {
+    const std::string key = name();
     object.set(key, value(depth - 1));
   }
   return object;
+}
+
+// Hint fields that may take more than the share of the answer, below others.
+JsonObject Random::hint_block() {
+  JsonObject nested = fields(1);
+  nested.set("note", std::string(below(800), 'h'));
+  nested.set("tips", text());
+  JsonObject block = {{"state", name()}};
+  block.set(pick({"index", "hints"}), JsonList::of(1, nested));
+  return block;
 }
 
 JsonValue Random::value(std::size_t depth) {
@@ -79,7 +121,6 @@ JsonValue Random::value(std::size_t depth) {
     case 3:
       return number();
     case 4:
-      if (chance(3)) return long_text();
       return chance(20) ? "" : name();
     case 5:
       return text();
@@ -116,7 +157,7 @@ JsonValue Random::hit() {
 
 JsonList Random::hits() {
   JsonList hits;
-  for (int left = pick({0, 0, 1, 3, 7, 8, 11, 16}); left > 0; --left) hits.push_back(hit());
+  for (int left = pick({0, 0, 1, 3, 7, 8, 11, 24}); left > 0; --left) hits.push_back(hit());
   return hits;
 }
 
@@ -135,12 +176,13 @@ JsonValue Random::field_value(std::string_view key) {
   if (key == "fqn" || key == "query" || key == "base_branch") return phrase();
   if (key == "next_steps") return own_steps();
   if (key == "text") return std::string(below(5000), 't');
-  if (key == "note" || key == "files_omitted" || key == "freshness") return value(3);
+  if (key == "note" || key == "files_omitted") return value(3);
+  if (key == "freshness") return hint_block();
   return hits();
 }
 
 JsonObject Random::named_fields(std::size_t count, std::initializer_list<const char*> keys) {
-  JsonObject object;
+  JsonObject object = empty_or_wide();
   for (; count > 0; --count) {
     const char* key = pick(keys);
     object.set(key, field_value(key));
@@ -161,9 +203,18 @@ Request Random::request() {
       pick({"symbols", "code", "definition", "semantic", "detail", "callers", "references", "for_file",
             "imports", "related", "hotspots", "circular_deps", "duplicates", "impact", "None", ""});
   if (chance(20)) request.action.reset();
-  if (request.action == "for_file" || chance(10)) request.tool = "tests";
+  if (chance(20)) {
+    using Call = std::pair<const char*, const char*>;
+    std::tie(request.tool, request.action) = pick<Call>({{"search", "symbols"},
+                                                         {"search", "code"},
+                                                         {"search", "definition"},
+                                                         {"search", "semantic"},
+                                                         {"symbol", "callers"},
+                                                         {"symbol", "references"},
+                                                         {"tests", "for_file"}});
+  }
   if (chance(80)) request.arguments = named_fields(below(5), {"query", "fqn", "path"});
-  if (chance(20)) request.freshness = fields(2);
+  if (chance(20)) request.freshness = chance(50) ? hint_block() : fields(2);
   return request;
 }
 

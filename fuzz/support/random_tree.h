@@ -39,13 +39,15 @@ class Random {
   Random(std::function<std::uint64_t()> draw, Domain domain) : draw_(std::move(draw)), domain_(domain) {}
 
   std::size_t below(std::size_t bound) { return static_cast<std::size_t>(draw_() % bound); }
-  bool chance(std::size_t percent) { return below(100) < percent; }
+  // False when the stream has only zeros left, so that nothing more is drawn.
+  bool chance(std::size_t percent) { return below(100) >= 100 - percent; }
   template <typename T>
   T pick(std::initializer_list<T> items) {
     return items.begin()[below(items.size())];
   }
 
-  // Text with everything in it that is written in a way of its own.
+  // Runs of plain text with characters of every lead byte between, and with all
+  // that JSON strings escape, at any offset.
   std::string text();
 
   // A value of at most `depth` levels, with hint fields and nulls in it.
@@ -56,14 +58,16 @@ class Random {
   Request request();
 
  private:
-  // Of about the size from which on copies share a text.
-  std::string long_text();
+  std::string character();
   std::string name();
   std::string path();
+  double decimal();
   values::JsonValue number();
   values::JsonValue phrase();
   values::JsonList list(std::size_t depth);
+  values::JsonObject empty_or_wide();
   values::JsonObject fields(std::size_t depth);
+  values::JsonObject hint_block();
   values::JsonValue hit();
   values::JsonList hits();
   values::JsonList own_steps();
