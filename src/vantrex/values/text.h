@@ -158,6 +158,8 @@ static_assert(sizeof(Text) == 16);
 class NEXT_STEPS_API TextArgument {
  public:
   // NOLINTBEGIN(google-explicit-constructor): stands for what it is made of.
+  // Of a string literal, and of what else holds well-formed text or characters up to
+  // a NUL.
   template <std::size_t kSize>
   consteval TextArgument(const char (&literal)[kSize]) : bits_(detail::literal_bits(literal)) {}
   template <std::size_t kSize>

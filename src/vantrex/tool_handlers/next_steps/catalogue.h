@@ -32,9 +32,11 @@ NEXT_STEPS_API values::JsonObject step(const values::TextArgument& tool, const v
 enum class Takes : std::uint8_t { fqn, path, query, component, changed_files };
 
 namespace detail {
+
 // In the order of Takes.
 inline constexpr std::array<values::TextLiteral, 5> kArgumentNames = {"fqn", "path", "query", "component",
                                                                       "changed_files"};
+
 }  // namespace detail
 
 // The name of the argument: "fqn", "path" and so on.
