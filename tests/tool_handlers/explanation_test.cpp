@@ -114,7 +114,7 @@ TEST(JudgedSteps, SayWhatBecameOfEach) {
     const JsonObject answer{{"note", std::string(std::stoul(row.at(0)), 'n')}};
     const Candidates found{steps_of(row.at(1)), steps_of(row.at(2)), steps_of(row.at(3))};
     std::string told;
-    const auto candidates = judged_steps(answer, found, "S", "U");
+    const auto candidates = judged_steps(answer, {compact_size(answer), _hint_size(answer)}, found, "S", "U");
     for (const CandidateStep& each : candidates) told += each.from() + ": " + each.why() + "; ";
     EXPECT_EQ(told, row.at(4)) << row.at(1) << row.at(2) << row.at(3);
     const Choice choice = choose_steps(found);

@@ -75,7 +75,7 @@ TEST(FollowUps, MayTakeTheQuery) {
 )")) {
     const auto answer = parse_object(row.at(0));
     const auto request = parse_object(row.at(1));
-    const auto made = hint_arguments(kAgain, AnswerView(answer, request));
+    const auto made = hint_arguments(kAgain, AnswerView(answer, &request));
     const auto* arguments = std::get_if<values::JsonObject>(&made);
     EXPECT_EQ(arguments == nullptr ? "none" : values::compact_text(*arguments), row.at(2)) << row.at(0);
   }

@@ -124,8 +124,9 @@ TEST(TextArgument, TakesEveryKindOfText) {
   const std::string_view view = bytes;
   const char* pointer = bytes.c_str();
   char array[] = "größe";
-  const TextArgument kEqual[] = {"größe", bytes, view, pointer, array, Text(bytes), TextLiteral("größe")};
-  for (const TextArgument& argument : kEqual) EXPECT_EQ(argument.text(), Text(bytes));
+  const Text text = bytes;
+  const TextArgument kEqual[] = {"größe", bytes, view, pointer, array, text, TextLiteral("größe")};
+  for (const TextArgument& argument : kEqual) EXPECT_EQ(argument.text(), text);
   const JsonObject object{
       {"größe", 1}, {bytes + " of more than 14 bytes", 2}, {"größe of more than 14 bytes", 3}};
   EXPECT_EQ(compact_text(object), R"({"größe":1,"größe of more than 14 bytes":3})");

@@ -27,8 +27,8 @@ class ByteWord {
   // The eight bytes at `bytes`.
   explicit ByteWord(const char* bytes) noexcept { std::memcpy(&word_, bytes, kBytes); }
 
-  // The `size` bytes at `bytes`, 1 to kBytes - 1, some of them repeated, and spaces;
-  // their order is lost.
+  // Fewer bytes than a word has: the `size` at `bytes`, at least 1, in any order, some
+  // of them repeated, and spaces. Tells whether they are plain, and nothing else.
   static ByteWord of_few(const char* bytes, std::size_t size) noexcept {
     ByteWord few;
     if (size >= 4) {
@@ -48,6 +48,9 @@ class ByteWord {
 
   bool is_ascii() const noexcept { return (word_ & kHighBits) == 0; }
   bool is_plain() const noexcept { return ((word_ & kHighBits) | specials()) == 0; }
+
+  // The bytes as a number.
+  std::uint64_t word() const noexcept { return word_; }
 
   // The mask of the special bytes.
   std::uint64_t specials() const noexcept { return controls() | equal('"') | equal('\\'); }
@@ -71,7 +74,6 @@ class ByteWord {
   }
 
  private:
-  friend class ByteVector;
   ByteWord() noexcept = default;
 
   static constexpr std::uint64_t kOnes = 0x0101010101010101;
@@ -106,7 +108,7 @@ class ByteVector {
     const ByteWord first = is_short ? ByteWord::of_few(bytes, size) : ByteWord(bytes);
     const ByteWord last = is_short ? first : ByteWord(bytes + size - ByteWord::kBytes);
     return ByteVector(
-        _mm_set_epi64x(static_cast<std::int64_t>(last.word_), static_cast<std::int64_t>(first.word_)));
+        _mm_set_epi64x(static_cast<std::int64_t>(last.word()), static_cast<std::int64_t>(first.word())));
   }
 
   bool is_ascii() const noexcept { return _mm_movemask_epi8(vector_) == 0; }

@@ -4,9 +4,7 @@
 // from the same function, so the two cannot disagree.
 #pragma once
 
-#include <array>
 #include <cstddef>
-#include <cstdint>
 
 namespace vantrex::values::detail {
 

@@ -29,7 +29,7 @@ class FieldIndex {
   // Adds the field at `position`, whose key the index does not hold.
   void add(const Text& key, std::size_t position) noexcept;
 
-  // Makes the index anew after fields were removed.
+  // Makes the index hold these fields alone, whose keys differ.
   void rebuild(const JsonField* fields, std::size_t size) noexcept;
 
  private:

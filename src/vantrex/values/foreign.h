@@ -6,7 +6,7 @@
 //
 // Ownership: the object and its text form are immutable and shared by all
 // copies; the last copy destroys them. Threads: copies may be used on any
-// thread; the object itself must bear being read from several at once.
+// thread; the object itself must be safe for concurrent reads.
 #pragma once
 
 #include <atomic>
@@ -56,8 +56,6 @@ class ForeignValue {
   friend bool operator==(const ForeignValue& a, const ForeignValue& b) noexcept { return a.box_ == b.box_; }
 
  private:
-  friend struct detail::ValueAccess;
-
   struct Box {
     std::atomic<std::size_t> references;
     const std::type_info* type;

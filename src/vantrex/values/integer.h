@@ -9,12 +9,12 @@
 
 #include <compare>
 #include <concepts>
-#include <cstddef>
 #include <cstdint>
 #include <limits>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "vantrex/export.h"
 #include "vantrex/values/text.h"

@@ -1,6 +1,5 @@
 #include <algorithm>
 #include <cassert>
-#include <cstring>
 #include <new>
 #include <utility>
 
@@ -59,8 +58,7 @@ const JsonValue* JsonObject::find_short(std::string_view key) const noexcept {
   const detail::Tag tag = detail::inline_tag(key.size());
   for (const auto& field : *this) {
     const detail::TextBits& bits = detail::ValueAccess::bits(field.key);
-    if (bits.tag() == tag && std::memcmp(bits.in.characters, key.data(), key.size()) == 0)
-      return &field.value;
+    if (bits.tag() == tag && bits.view() == key) return &field.value;
   }
   return nullptr;
 }

@@ -1,5 +1,6 @@
 #include "vantrex/values/json_value.h"
 
+#include <new>
 #include <utility>
 
 #include "vantrex/values/value_access.h"
@@ -20,10 +21,10 @@ JsonValue::JsonValue(Integer value) noexcept : JsonValue(nullptr) {
 void JsonValue::copy_from(const JsonValue& other) {
   switch (other.tag()) {
     case Tag::list:
-      new (&list_) JsonList(other.list_);
+      *this = JsonValue(JsonList(other.list_));
       break;
     case Tag::object:
-      new (&object_) JsonObject(other.object_);
+      *this = JsonValue(JsonObject(other.object_));
       break;
     case Tag::foreign:
       new (&foreign_) Foreign(other.foreign_);

@@ -9,7 +9,8 @@
 //
 // Ownership: value types. A list or an object owns the memory of its items and
 // shares it with nobody. Moving takes constant time and moves no item; copying is
-// deep, with one allocation for each list and object. Long texts, foreign values
+// deep, with one allocation for each list and object that holds something, and one
+// more for an object of more than 32 fields. Long texts, foreign values
 // and integers beyond 64 bits are immutable, and copies share them by count.
 //
 // Threads: like an int. Any number of threads may read or copy one value at
@@ -21,7 +22,6 @@
 // std::length_error. Every operation that throws leaves its object as it was.
 #pragma once
 
-#include <array>
 #include <concepts>
 #include <cstddef>
 #include <cstdint>
@@ -34,7 +34,6 @@
 #include <tuple>
 #include <type_traits>
 #include <utility>
-#include <vector>
 
 #include "vantrex/export.h"
 #include "vantrex/values/foreign.h"

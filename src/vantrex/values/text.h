@@ -44,8 +44,9 @@ namespace detail {
 struct ValueAccess;
 }
 
-// A named constant text: a string literal that gains at most 254 bytes when it
-// is escaped, checked and laid out by the compiler. A Text of it costs nothing.
+// A named constant text: a string literal of well-formed UTF-8 without a NUL that
+// gains at most 254 bytes when it is escaped, checked and laid out by the compiler. A
+// Text of it costs nothing.
 class TextLiteral {
  public:
   // Refers to `literal`. Any other text than described above does not compile.
@@ -153,8 +154,8 @@ static_assert(sizeof(Text) == 16);
 
 // A parameter that takes any text, for the time of the call. The compiler checks
 // a string literal and lays it out; other strings are referred to, not copied.
-// A constant array that is no compile-time constant does not compile: pass a
-// std::string_view of it.
+// What is no TextLiteral does not compile as a literal, nor does a constant array that
+// is no compile-time constant: pass a std::string_view of it.
 class NEXT_STEPS_API TextArgument {
  public:
   // NOLINTBEGIN(google-explicit-constructor): stands for what it is made of.

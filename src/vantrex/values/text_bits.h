@@ -1,4 +1,4 @@
-// The 16 bytes of a text.
+// The 16 bytes of a text, and the tag that those of every value begin with.
 //
 // Internal: code outside this folder uses Text, TextLiteral and TextArgument.
 #pragma once
@@ -102,6 +102,7 @@ inline constexpr TextBits kEmptyText{.in = {Tag::inline_text, 0, {}}};
 // The bits of a string literal, checked by the compiler.
 template <std::size_t kSize>
 consteval TextBits literal_bits(const char (&literal)[kSize]) {
+  if (literal[kSize - 1] != 0) throw "no string literal";
   const std::string_view text(literal, kSize - 1);
   std::size_t gain = 0;
   for (std::size_t at = 0; at < text.size();) {

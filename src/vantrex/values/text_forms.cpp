@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 #include <vector>
 
 #include "vantrex/values/text_sinks.h"
@@ -54,7 +55,8 @@ class KeyOrder {
   std::vector<const JsonField*> fields_;
 };
 
-// Puts anything but a list or an object that holds something; false for these.
+// Puts a scalar or an empty list or object, and returns true. Puts nothing of a list
+// or an object that holds something, and returns false.
 template <typename Sink>
 [[gnu::always_inline]] inline bool put_whole(const JsonValue& value, Sink& sink) {
   switch (ValueAccess::tag(value)) {
@@ -207,9 +209,6 @@ std::string canonical_text(const JsonValue& value) {
 
 std::size_t compact_size(const JsonValue& value) {
   return count_bytes<FloatSizes::exact>(value);
-}
-std::size_t compact_size(const JsonList& list) {
-  return count_bytes<FloatSizes::exact>(list);
 }
 std::size_t compact_size(const JsonObject& object, std::size_t enough) {
   return count_bytes<FloatSizes::exact>(object, enough);

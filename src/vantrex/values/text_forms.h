@@ -32,7 +32,6 @@ NEXT_STEPS_API std::string canonical_text(const JsonValue& value);
 
 // The bytes of the compact form; the canonical form has the same length.
 NEXT_STEPS_API std::size_t compact_size(const JsonValue& value);
-NEXT_STEPS_API std::size_t compact_size(const JsonList& list);
 // Counts as far as `enough`: returns the size when it is less, else any number
 // from `enough` to the size.
 NEXT_STEPS_API std::size_t compact_size(const JsonObject& object,

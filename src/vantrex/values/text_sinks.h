@@ -3,8 +3,8 @@
 // Both take the same calls, so the text and its size come from one set of rules.
 #pragma once
 
-#include <algorithm>
 #include <array>
+#include <cassert>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -19,8 +19,7 @@
 
 namespace vantrex::values::detail {
 
-// Whether floats count as what they take, which is known once they are written, or
-// as the most that one can take.
+// How a float counts: exactly, for which it is written, or as the longest one.
 enum class FloatSizes { exact, maximal };
 
 // Each call of ensure_room() and put_string() leaves room for a number or a literal
@@ -90,8 +89,9 @@ class TextMemory {
   char* end() noexcept { return begin() + (long_text_.empty() ? short_text_.size() : long_text_.size()); }
 
   // Makes room for the whole text, which is there up to `end`, and `spare` bytes
-  // behind it. Returns the end in the new memory.
+  // behind it, once and for all. Returns the end in the new memory.
   [[gnu::noinline]] char* grow(const char* end, std::size_t spare) {
+    assert(long_text_.empty());
     const auto written = static_cast<std::size_t>(end - short_text_.data());
     long_text_.resize(measure_() + spare);
     std::memcpy(long_text_.data(), short_text_.data(), written);

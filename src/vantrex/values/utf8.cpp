@@ -1,5 +1,7 @@
 #include "vantrex/values/utf8.h"
 
+#include <algorithm>
+
 #include "vantrex/values/byte_block.h"
 #include "vantrex/values/escapes.h"
 

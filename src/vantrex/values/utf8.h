@@ -4,7 +4,6 @@
 // Pure functions without state: any number of threads may call them.
 #pragma once
 
-#include <algorithm>
 #include <cstddef>
 #include <string>
 #include <string_view>

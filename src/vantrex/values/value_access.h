@@ -44,7 +44,8 @@ struct ValueAccess {
   }
 };
 
-// Steps through the items of a list or the values of an object's fields alike.
+// Steps through the items of a list or the values of an object's fields alike: a field
+// is a key and a value of 16 bytes each, so its value is two steps from the next.
 // `Value` is JsonValue or const JsonValue.
 template <typename Value>
 class Values {

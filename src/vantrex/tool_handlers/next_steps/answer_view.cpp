@@ -13,6 +13,8 @@ using values::JsonValue;
 
 namespace {
 
+constinit const JsonObject kNoArguments;
+
 using HitLists = std::array<const JsonList*, _HIT_LISTS.size()>;
 
 HitLists find_hit_lists(const JsonObject& response) noexcept {
@@ -36,9 +38,9 @@ std::optional<Integer> count_hits(const JsonObject& response, const HitLists& li
 
 }  // namespace
 
-AnswerView::AnswerView(const JsonObject& answer, const JsonObject& request)
+AnswerView::AnswerView(const JsonObject& answer, const JsonObject* request)
     : response(answer),
-      arguments(request),
+      arguments(request == nullptr ? kNoArguments : *request),
       hit_lists_(find_hit_lists(answer)),
       hit_count_(count_hits(answer, hit_lists_)) {}
 

@@ -24,7 +24,8 @@ inline constexpr std::array<std::string_view, 10> _HIT_LISTS = {
 // An answer and a request, both borrowed. The hits are looked up once.
 class AnswerView {
  public:
-  AnswerView(const values::JsonObject& answer, const values::JsonObject& request);
+  // Absent arguments, null, are an empty object.
+  AnswerView(const values::JsonObject& answer, const values::JsonObject* request);
 
   const values::JsonObject& response;
   const values::JsonObject& arguments;

@@ -117,8 +117,7 @@ void prepare(JsonObject& response, JsonValue freshness) {
 Candidates candidate_steps(JsonObject& response, std::string_view tool_name, const FinishOptions& options) {
   Candidates candidates{.own = take_own_steps(response)};
   if (!candidates.own.empty()) return candidates;
-  const JsonObject none;
-  const AnswerView answer(response, options.arguments == nullptr ? none : *options.arguments);
+  const AnswerView answer(response, options.arguments);
   candidates.signals = signal_steps(answer, tool_name, options.action);
   candidates.usual = usual_steps(answer, tool_name, options.action);
   return candidates;

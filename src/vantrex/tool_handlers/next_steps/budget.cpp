@@ -1,8 +1,6 @@
 #include "vantrex/tool_handlers/next_steps/budget.h"
 
 #include <algorithm>
-#include <array>
-#include <cstdint>
 #include <string>
 #include <string_view>
 #include <utility>

@@ -21,6 +21,9 @@ using values::JsonValue;
 
 namespace {
 
+constexpr values::TextLiteral kFloor = "floor";
+constexpr values::TextLiteral kShare = "share";
+
 std::vector<HintField> hint_fields(const JsonObject& answer) {
   std::vector<HintField> fields;
   visit_hints(answer, [&fields](const std::string& path, const JsonValue& value) {
@@ -113,7 +116,7 @@ JsonObject Explanation::to_dict() const {
                                           {"hint_fields", std::move(fields)},
                                           {"step_bytes", step_bytes},
                                           {"room", room},
-                                          {"room_from", is_floor ? "floor" : "share"}}},
+                                          {"room_from", is_floor ? kFloor : kShare}}},
                     {"candidates", std::move(steps)},
                     {"absent", std::move(hints)}};
 }
@@ -125,15 +128,14 @@ Explanation explain_answer(JsonObject answer, std::string_view tool_name, Finish
   const FollowUps* usual = usual_row(tool_name, options.action);
 
   Explanation explained;
-  explained.bytes = values::compact_size(answer);
-  explained.hint_bytes = _hint_size(answer);
+  const AnswerBytes bytes{values::compact_size(answer), _hint_size(answer)};
+  explained.bytes = bytes.all;
+  explained.hint_bytes = bytes.hints;
   explained.hint_fields = hint_fields(answer);
-  explained.candidates =
-      judged_steps(answer, found, signal == nullptr ? "" : signal->key, usual == nullptr ? "" : usual->key);
+  explained.candidates = judged_steps(answer, bytes, found, signal == nullptr ? "" : signal->key,
+                                      usual == nullptr ? "" : usual->key);
   if (found.own.empty() && usual != nullptr) {
-    const JsonObject none;
-    const JsonObject& arguments = options.arguments == nullptr ? none : *options.arguments;
-    explained.absent = absent_hints(AnswerView(answer, arguments), *usual);
+    explained.absent = absent_hints(AnswerView(answer, options.arguments), *usual);
   }
   explained.step_bytes = AddedBytes(kept_steps(explained.candidates)).bytes();
   const HintRoom room(explained.bytes + explained.step_bytes);

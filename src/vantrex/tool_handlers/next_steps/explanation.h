@@ -6,8 +6,9 @@
 // of hints are, how much room there was for steps, every step that was thought
 // of and what became of it, and what the answer lacked for the others.
 //
-// Ownership: the answer is taken by value, as finish_answer does; an explanation owns
-// its values and refers to constant tables only. Threads: no state is kept, so any
+// Ownership: the answer is taken by value, as finish_answer does it; the tool's name and
+// the arguments must not lie in it. An explanation owns its values and refers to
+// constant tables only. Threads: no state is kept, so any
 // number of threads may explain answers at once, also the same one.
 //
 // Cost: several times that of finish_answer, which pays nothing for it. All sizes
@@ -41,7 +42,7 @@ enum class Verdict : std::uint8_t {
   kept,
   repeat,    // makes the same call as a step before it
   over_cap,  // as many steps as an answer may have were before it
-  over_room  // the hints up to it take more than the room there is for them
+  over_room  // with it, the hints take more than their room
 };
 
 // A step that the answer could have got.

@@ -35,9 +35,8 @@ std::size_t first_of_call(const std::vector<CandidateStep>& candidates, std::siz
   return before;
 }
 
-// The candidates that were chosen for the budget to judge, in their order; the
-// others get their verdict here. A step that was passed over makes a call that
-// was made before it, so it is not taken for a later one that was chosen.
+// The candidates that were chosen, in their order, for the budget to judge. The others
+// get their verdict here: they repeat a call, or come after the last that was chosen.
 std::vector<CandidateStep*> sort_out(std::vector<CandidateStep>& candidates, const JsonList& chosen) {
   std::vector<CandidateStep*> judged;
   for (std::size_t position = 0; position < candidates.size(); ++position) {
@@ -52,25 +51,25 @@ std::vector<CandidateStep*> sort_out(std::vector<CandidateStep>& candidates, con
   return judged;
 }
 
-// By how many bytes the hints are over the room with each leading part of
-// `steps`.
-void measure(const JsonObject& answer, const std::vector<CandidateStep*>& steps) {
-  const AnswerBytes before{values::compact_size(answer), _hint_size(answer)};
+// Tells each of `steps` by how many bytes the hints up to it are over their room in an
+// answer of `bytes`.
+void measure(const AnswerBytes& bytes, const std::vector<CandidateStep*>& steps) {
   AddedBytes added;
   for (CandidateStep* step : steps) {
     added.add(step->bytes);
-    step->over_room = before.over_room(added.bytes());
+    step->over_room = bytes.over_room(added.bytes());
   }
 }
 
 }  // namespace
 
-std::vector<CandidateStep> judged_steps(const JsonObject& answer, const Candidates& found,
-                                        std::string_view signal_key, std::string_view usual_key) {
+std::vector<CandidateStep> judged_steps(const JsonObject& answer, const AnswerBytes& bytes,
+                                        const Candidates& found, std::string_view signal_key,
+                                        std::string_view usual_key) {
   std::vector<CandidateStep> candidates = considered(found, signal_key, usual_key);
   const Choice choice = choose_steps(found);
   const std::vector<CandidateStep*> chosen = sort_out(candidates, choice.steps);
-  measure(answer, chosen);
+  measure(bytes, chosen);
   const std::size_t kept = _within_share(answer, choice.steps, choice.keep).size();
   for (std::size_t position = 0; position < chosen.size(); ++position) {
     chosen[position]->verdict = position < kept ? Verdict::kept : Verdict::over_room;

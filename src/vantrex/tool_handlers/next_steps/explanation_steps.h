@@ -14,8 +14,10 @@ namespace vantrex::tool_handlers::next_steps {
 
 // The steps of `found` in their order, each with its verdict: the kept ones are
 // those that `answer`, which has no "next_steps" yet, gets of them. The rows
-// are the keys of the tables' rows that signals and usual follow-ups came from.
-std::vector<CandidateStep> judged_steps(const values::JsonObject& answer, const Candidates& found,
-                                        std::string_view signal_key, std::string_view usual_key);
+// are the keys of the tables' rows that signals and usual follow-ups came from. `bytes`
+// are those of `answer`.
+std::vector<CandidateStep> judged_steps(const values::JsonObject& answer, const AnswerBytes& bytes,
+                                        const Candidates& found, std::string_view signal_key,
+                                        std::string_view usual_key);
 
 }  // namespace vantrex::tool_handlers::next_steps

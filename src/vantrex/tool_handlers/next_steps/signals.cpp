@@ -73,7 +73,7 @@ JsonList signal_steps(const AnswerView& answer, std::string_view tool,
 
 JsonList _signals(const JsonObject& response, std::string_view tool, std::optional<std::string_view> action,
                   const JsonObject& arguments) {
-  return signal_steps(AnswerView(response, arguments), tool, action);
+  return signal_steps(AnswerView(response, &arguments), tool, action);
 }
 
 }  // namespace vantrex::tool_handlers::next_steps

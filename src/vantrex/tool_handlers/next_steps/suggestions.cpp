@@ -16,6 +16,8 @@ using values::Text;
 
 namespace {
 
+constexpr values::TextLiteral kSymbols = "symbols";
+
 constexpr logging::Logger logger("vantrex.tool_handlers.next_steps");
 
 // What `lookup` finds; nothing when it fails, with a warning about it.
@@ -64,7 +66,7 @@ JsonObject& suggest_symbols(JsonObject& response, const models::Repository& repo
   if (query.empty()) query = wanted;
   mark_missed(response, std::move(listed),
               step("search", joined("No indexed symbol is near ", wanted, ": search the names"),
-                   {{"action", "symbols"}, {"query", Text::lossy(query)}}));
+                   {{"action", kSymbols}, {"query", Text::lossy(query)}}));
   return response;
 }
 

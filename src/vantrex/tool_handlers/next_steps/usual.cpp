@@ -55,7 +55,7 @@ const JsonValue& taken(const AnswerView& answer, Takes takes) {
 }  // namespace
 
 JsonValue _taken(const JsonObject& response, Takes takes, const JsonObject& arguments) {
-  return taken(AnswerView(response, arguments), takes);
+  return taken(AnswerView(response, &arguments), takes);
 }
 
 const FollowUps* usual_row(std::string_view tool, std::optional<std::string_view> action) noexcept {
@@ -97,7 +97,7 @@ JsonList usual_steps(const AnswerView& answer, std::string_view tool,
 
 JsonList _usual(const JsonObject& response, std::string_view tool, std::optional<std::string_view> action,
                 const JsonObject& arguments) {
-  return usual_steps(AnswerView(response, arguments), tool, action);
+  return usual_steps(AnswerView(response, &arguments), tool, action);
 }
 
 }  // namespace vantrex::tool_handlers::next_steps

@@ -20,9 +20,8 @@
 
 namespace vantrex::tool_handlers::next_steps {
 
-// The value that a hint takes from the answer or the request, or null when
-// there is none. Of the kinds of argument all but `changed_files`, which
-// _tests_scope answers.
+// The value that a hint takes from the answer or the request, or null when there is
+// none. `takes` is not `changed_files`: that is for _tests_scope.
 values::JsonValue _taken(const values::JsonObject& response, Takes takes,
                          const values::JsonObject& arguments);
 
