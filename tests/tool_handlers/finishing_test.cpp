@@ -20,8 +20,9 @@ using values::JsonList;
 using values::JsonObject;
 
 TEST(WithoutNullFields, DropsFieldsAndKeepsItems) {
-  const values::JsonValue value = parse(R"([null,[null],{"a":null},{"y":null,"b":{"c":null},"a0":0}])");
-  EXPECT_EQ(values::compact_text(without_null_fields(value)), R"([null,[null],{},{"b":{},"a0":0}])");
+  const JsonObject object = parse_object(R"({"a":[1,null,{"c":null}],"y":null,"b":{"c":null},"a0":0})");
+  EXPECT_EQ(values::compact_text(without_null_fields(object)), R"({"a":[1,null,{}],"b":{},"a0":0})");
+  EXPECT_EQ(values::compact_text(without_null_fields(parse(R"([null,{"a":null}])"))), "[null,{}]");
   EXPECT_EQ(without_null_fields(nullptr), nullptr);
 }
 
