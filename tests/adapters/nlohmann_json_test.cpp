@@ -3,7 +3,6 @@
 #include <cstdint>
 #include <string>
 #include <utility>
-#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -63,44 +62,30 @@ TEST(NlohmannJson, SaysWhereWhatItRefusesStands) {
 
   const ordered_json binary = ordered_json::binary({1});
   const ordered_json discarded = ordered_json::value_t::discarded;
-  const JsonValue huge = *values::Integer::parse("18446744073709551616");
-  EXPECT_EQ(to_nlohmann(*values::Integer::parse("18446744073709551615")), UINT64_MAX);
-  const std::vector<std::pair<std::string, std::string>> rows = {
-      {refusal([&] { to_nlohmann(huge); }),
-       "the value: the integer 18446744073709551616 does not fit in 64 bits"},
-      {refusal([&] {
-         to_nlohmann(JsonObject{{"a/b~", JsonList::of(1, JsonObject{{"c", huge}})}});
-       }),
-       "the value at /a~1b~0/1/c: the integer 18446744073709551616 does not fit in 64 bits"},
-      {refusal([&] { from_nlohmann(binary); }), "the value: binary data has no JSON form"},
-      {refusal([&] {
-         from_nlohmann(ordered_json{{"a", {nullptr, discarded}}});
-       }),
-       "the value at /a/1: a value that the parser discarded has no JSON form"},
-      {refusal([&] {
-         from_nlohmann(ordered_json{{"a", "b\xff"}});
-       }),
-       "the value at /a: the text is no well-formed UTF-8 at byte 1"},
-      {refusal([&] {
-         from_nlohmann(ordered_json{{"a", {{"\xff", {1}}}}});
-       }),
-       "the value at /a/\uFFFD: the key is no well-formed UTF-8 at byte 0"},
-      {refusal([&] { finish_answer(ordered_json::array(), "files"); }),
-       "the answer: must be an object, not of type array"},
-      {refusal([&] {
-         finish_answer({{"a", binary}}, "files");
-       }),
-       "the answer at /a: binary data has no JSON form"},
-      {refusal([&] {
-         finish_answer({{"a", 1}}, "files", {.arguments = &binary});
-       }),
-       "the request's arguments: must be an object, not of type binary"},
-      {refusal([&] {
-         finish_answer({{"a", 1}}, "files", {.freshness = huge});
-       }),
-       "the finished answer at /freshness: the integer 18446744073709551616 does not fit in 64 bits"},
+  const std::pair<ordered_json, std::string> kRefused[] = {
+      {binary, ": binary data has no JSON form"},
+      {{{"a", {nullptr, discarded}}}, " at /a/1: a value that the parser discarded has no JSON form"},
+      {{{"a", "b\xff"}}, " at /a: the text is no well-formed UTF-8 at byte 1"},
+      {{{"a", {{"\xff", {1}}}}}, " at /a/\uFFFD: the key is no well-formed UTF-8 at byte 0"},
   };
-  for (const auto& [said, expected] : rows) EXPECT_EQ(said, expected);
+  for (const auto& [json, why] : kRefused)
+    EXPECT_EQ(refusal([&json = json] { from_nlohmann(json); }), "the value" + why);
+
+  const JsonValue huge = *values::Integer::parse("18446744073709551616");
+  const JsonObject inner{{"a/b~", JsonList::of(1, JsonObject{{"c", huge}})}};
+  const std::string misfit = "the integer 18446744073709551616 does not fit in 64 bits";
+  EXPECT_EQ(to_nlohmann(*values::Integer::parse("18446744073709551615")), UINT64_MAX);
+  EXPECT_EQ(refusal([&] { to_nlohmann(huge); }), "the value: " + misfit);
+  EXPECT_EQ(refusal([&] { to_nlohmann(inner); }), "the value at /a~1b~0/1/c: " + misfit);
+
+  const auto refused = [](const ordered_json& answer, const FinishOptions& options = {}) {
+    return refusal([&] { finish_answer(answer, "files", options); });
+  };
+  EXPECT_EQ(refused(ordered_json::array()), "the answer: must be an object, not of type array");
+  EXPECT_EQ(refused({{"a", binary}}), "the answer at /a: binary data has no JSON form");
+  EXPECT_EQ(refused({{"a", 1}}, {.arguments = &binary}),
+            "the request's arguments: must be an object, not of type binary");
+  EXPECT_EQ(refused({{"a", 1}}, {.freshness = huge}), "the finished answer at /freshness: " + misfit);
 }
 
 TEST(NlohmannJson, FinishesInOneLine) {
@@ -110,8 +95,7 @@ TEST(NlohmannJson, FinishesInOneLine) {
     const JsonObject finished = tool_handlers::next_steps::finish_answer(
         request.answer, request.tool,
         {.action = request.action, .arguments = &arguments, .freshness = request.freshness});
-    if (!fits(compact_text(finished)) || !fits(compact_text(request.answer))) continue;
-    if (!fits(compact_text(arguments))) continue;
+    if (!fits(compact_text(JsonList::of(finished, request.answer, arguments)))) continue;
     const ordered_json asked = to_nlohmann(arguments);
     EXPECT_EQ(from_nlohmann(finish_answer(
                   to_nlohmann(request.answer), request.tool,
@@ -122,9 +106,7 @@ TEST(NlohmannJson, FinishesInOneLine) {
 
 TEST(NlohmannJson, NeedsLittleStackForAMillionLevels) {
   tests::on_a_small_stack([] {
-    JsonValue deep = 1;
-    for (int level = 0; level < 1'000'000; level += 2)
-      deep = JsonList::of(JsonObject{{"a", std::move(deep)}});
+    const JsonValue deep = tests::deep_value(1);
     EXPECT_EQ(from_nlohmann(to_nlohmann(deep)), deep);
   });
 }

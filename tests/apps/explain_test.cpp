@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "apps/shell.h"
+#include "support/table.h"
 
 namespace vantrex::tests {
 namespace {
@@ -53,22 +54,14 @@ TEST(Explain, PrintsNoControlCharacters) {
 }
 
 TEST(Explain, GivesTheSameAsData) {
-  const std::string answer = R"({"fqn": "f", "total": 9, "note": ")" + std::string(300, 'n') +
-                             R"(", "text": ")" + std::string(2329, 't') + "\"}";
-  EXPECT_EQ(
-      run("next-steps explain --json --tool symbol --action callers", answer).out,
-      R"({"answer":{"bytes":2670,"hint_bytes":302,"hint_fields":[{"path":"note","bytes":302}],"step_bytes":116,)"
-      R"("room":417.9,"room_from":"share"},"candidates":[)"
-      R"({"step":{"tool":"quality","args":{"action":"impact","fqn":"f"},"reason":"9 callers: check the blast )"
-      R"(radius"},"from":"signal symbol:callers","bytes":100,"kept":true,"why":"over the room by 1 byte, but a )"
-      R"(signal always stays"},)"
-      R"({"step":{"tool":"symbol","args":{"action":"references","fqn":"f"},"reason":"Every use of it"},)"
-      R"("from":"usual symbol:callers","bytes":85,"kept":false,"why":"over the room by 74 bytes"}],"absent":[]})"
-      "\n");
-  EXPECT_EQ(run("next-steps explain --json --tool git | grep -o '.absent.*'", "{}").out,
-            R"("absent":[{"hint":{"tool":"tests","reason":"Tests to run for these files",)"
-            R"("action":"recommended","takes":"changed_files"},"why":"no files and no base branch"}]})"
-            "\n");
+  const std::string long_fields = R"({"fqn": "f", "total": 9, "note": ")" + std::string(300, 'n') +
+                                  R"(", "text": ")" + std::string(2329, 't') + "\"}";
+  for (const auto& row : table(R"(
+# arguments | explanation
+symbol --action callers | {"answer":{"bytes":2670,"hint_bytes":302,"hint_fields":[{"path":"note","bytes":302}],"step_bytes":116,"room":417.9,"room_from":"share"},"candidates":[{"step":{"tool":"quality","args":{"action":"impact","fqn":"f"},"reason":"9 callers: check the blast radius"},"from":"signal symbol:callers","bytes":100,"kept":true,"why":"over the room by 1 byte, but a signal always stays"},{"step":{"tool":"symbol","args":{"action":"references","fqn":"f"},"reason":"Every use of it"},"from":"usual symbol:callers","bytes":85,"kept":false,"why":"over the room by 74 bytes"}],"absent":[]}
+git|grep -o '.absent.*' | "absent":[{"hint":{"tool":"tests","reason":"Tests to run for these files","action":"recommended","takes":"changed_files"},"why":"no files and no base branch"}]}
+)"))
+    EXPECT_EQ(run("next-steps explain --json --tool " + row.at(0), long_fields).out, row.at(1) + "\n");
 }
 
 TEST(Explain, IsColouredOnATerminalOnly) {

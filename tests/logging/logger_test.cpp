@@ -43,14 +43,14 @@ TEST_F(LoggerTest, DefaultSinkWritesTheErrorAndItsCauses) {
   testing::internal::CaptureStderr();
   kLogger.warning("no place", "x", std::make_exception_ptr(std::runtime_error("plain")));
   kLogger.warning("Looking near %r failed", "a\nb", nested_error());
-  EXPECT_EQ(testing::internal::GetCapturedStderr(), "WARNING " + std::string(kLogger.name()) +
-                                                        ": no place\n"
-                                                        "  error: plain\n"
-                                                        "WARNING vantrex.test: Looking near 'a\\nb' failed\n"
-                                                        "  error: index unreadable\n"
-                                                        "  caused by: disk\\ngone\n"
-                                                        "  caused by: an error without a text\n"
-                                                        "  caused by: an error without a text\n");
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), R"(WARNING vantrex.test: no place
+  error: plain
+WARNING vantrex.test: Looking near 'a\nb' failed
+  error: index unreadable
+  caused by: disk\ngone
+  caused by: an error without a text
+  caused by: an error without a text
+)");
 }
 
 TEST_F(LoggerTest, FailingSinksHarmNobody) {

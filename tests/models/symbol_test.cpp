@@ -2,29 +2,30 @@
 
 #include <optional>
 #include <string>
-#include <string_view>
-#include <utility>
 
 #include <gtest/gtest.h>
+
+#include "support/table.h"
 
 namespace vantrex::models {
 namespace {
 
 TEST(Symbol, CodeIsToldByKindAndPath) {
-  using Row = std::pair<std::optional<std::string_view>, std::optional<std::string_view>>;
-  for (const auto& [kind, path] :
-       {Row{{}, {}}, Row{"", ""}, Row{"function", "src/app.py"}, Row{"function", {}}, Row{"keyword", "md"},
-        Row{"method", "a.mdx"}, Row{{}, "x.json5"}}) {
-    EXPECT_TRUE(is_code_symbol(kind, path)) << kind.value_or("null") << " in " << path.value_or("null");
+  const auto optional = [](const std::string& cell) {
+    return cell == "none" ? std::nullopt : std::optional(cell);
+  };
+  for (const auto& row : tests::table(R"(
+# whether it is code | kind and path of each
+code | none none | function src/app.py | function none | keyword md | method a.mdx | none x.json5
+text | Heading none | KEY src/app.py | subsection none | method docs/Guide.MD | method .md | none data/a.markdown | none poetry.lock | none x.yml
+text | m a.md | m a.rst | m a.adoc | m a.txt | m a.json | m a.yaml | m a.toml | m a.ini | m a.cfg | m a.xml | m a.csv
+)")) {
+    for (std::size_t cell = 1; cell < row.size(); ++cell) {
+      const auto words = tests::words(row[cell]);
+      EXPECT_EQ(is_code_symbol(optional(words.at(0)), optional(words.at(1))), row[0] == "code") << row[cell];
+    }
   }
-  for (const auto& [kind, path] :
-       {Row{"Heading", {}}, Row{"KEY", "src/app.py"}, Row{"subsection", ""}, Row{"method", "docs/Guide.MD"},
-        Row{"method", ".md"}, Row{"", "data/a.markdown"}, Row{{}, "poetry.lock"}, Row{{}, "x.yml"}}) {
-    EXPECT_FALSE(is_code_symbol(kind, path)) << kind.value_or("null") << " in " << path.value_or("null");
-  }
-  for (const char* end : {".md", ".markdown", ".rst", ".adoc", ".txt", ".json", ".yaml", ".yml", ".toml",
-                          ".ini", ".cfg", ".xml", ".csv", ".lock"})
-    EXPECT_FALSE(is_code_symbol("method", std::string("a") + end)) << end;
+  EXPECT_TRUE(is_code_symbol("", ""));
 }
 
 }  // namespace

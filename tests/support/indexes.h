@@ -4,9 +4,12 @@
 #include <cstddef>
 #include <functional>
 #include <string>
+#include <string_view>
 #include <utility>
+#include <vector>
 
 #include "vantrex/models/repository.h"
+#include "vantrex/workers/name_lookup.h"
 
 namespace vantrex::tests {
 
@@ -17,6 +20,22 @@ inline models::InMemoryRepository small_index() {
   index.add_symbol({.fqn = "pkg.caf\xe9", .name = "caf\xe9"});
   for (const char* path : {"lib/main.py", "src/app/main.py", "data/\xff.bin"}) index.add_path(path);
   return index;
+}
+
+// An index of `names`, as symbols and as paths.
+inline models::InMemoryRepository index_of(const std::vector<std::string>& names) {
+  models::InMemoryRepository index;
+  for (const std::string& name : names) {
+    index.add_symbol({.fqn = name});
+    index.add_path(name);
+  }
+  return index;
+}
+
+inline std::vector<std::string> nearest_fqns(const models::Repository& index, std::string_view wanted) {
+  std::vector<std::string> fqns;
+  for (const auto& candidate : workers::nearest_symbols(index, wanted)) fqns.push_back(candidate.fqn);
+  return fqns;
 }
 
 // An index that shows `shown` of what the small one holds, or all, and then fails.
@@ -32,10 +51,7 @@ class FailingIndex final : public models::Repository {
     small_index().visit_paths(failing(visit));
     fail_();
   }
-  std::string indexed_revision() const override {
-    if (shown_ == 0) fail_();
-    return "r1";
-  }
+  std::string indexed_revision() const override { return "r1"; }
   std::string present_revision() const override {
     fail_();
     return "r2";

@@ -1,10 +1,13 @@
-// Runs what must not need much stack.
+// What must not need much stack.
 #pragma once
 
 #include <cstddef>
 #include <pthread.h>
+#include <utility>
 
 #include <gtest/gtest.h>
+
+#include "vantrex/values/json_value.h"
 
 namespace vantrex::tests {
 
@@ -21,6 +24,15 @@ inline void on_a_small_stack(void (*operation)()) {
   ASSERT_EQ(pthread_create(&thread, &attributes, run, static_cast<void*>(&operation)), 0);
   ASSERT_EQ(pthread_join(thread, nullptr), 0);
   pthread_attr_destroy(&attributes);
+}
+
+constexpr std::size_t kLevels = 1'000'000;
+
+// Lists and objects by turns: [{"a":[{"a":"leaf"}]}].
+inline values::JsonValue deep_value(values::JsonValue leaf) {
+  for (std::size_t level = 0; level < kLevels; level += 2)
+    leaf = values::JsonList::of(values::JsonObject{{"a", std::move(leaf)}});
+  return leaf;
 }
 
 }  // namespace vantrex::tests

@@ -1,6 +1,7 @@
 // Tables of test cases as text.
 #pragma once
 
+#include <iterator>
 #include <sstream>
 #include <string>
 #include <string_view>
@@ -33,6 +34,12 @@ inline std::vector<std::vector<std::string>> table(const std::string& text) {
     }
   }
   return rows;
+}
+
+// The words of `text`, which blanks part.
+inline std::vector<std::string> words(const std::string& text) {
+  std::istringstream stream(text);
+  return {std::istream_iterator<std::string>(stream), {}};
 }
 
 }  // namespace vantrex::tests

@@ -20,33 +20,20 @@ TEST(FollowUps, ComeFromWhatTheAnswerSays) {
 search | symbols | {"total_count":0} | {"query":"q"} | search{"action":"semantic","query":"q"} No hits: search by meaning
 search | definition | {"total":false,"query":"q"} | {"query":""} | search{"action":"semantic","query":"q"} No hits: search by meaning
 search | semantic | {"results":[]} | {"query":"q"} | explore{"query":"q"} No close match: ask explore
-search | symbols | {"query":"q"} | {"query":"q"} | 
-search | - | {"total_count":0} | {"query":"q"} | 
-search: | symbols | {"total_count":0} | {"query":"q"} | 
-symbol | callers | {"total_count":7} | {"fqn":"f"} | symbol{"action":"references","fqn":"f"}
 symbol | references | {"total":12,"fqn":"a"} | {"fqn":"f"} | quality{"action":"impact","fqn":"f"} 12 references: check the blast radius symbol{"action":"callers","fqn":"a"}
 symbol | callers | {"total":100000000000000000000,"fqn":""} | {"fqn":"f"} | quality{"action":"impact","fqn":"f"} 100000000000000000000 callers: check the blast radius symbol{"action":"references","fqn":""}
-symbol | callers | {"total_count":0} | {"fqn":"f"} | 
 tests | for_file | {"tests":[]} | {"path":"p"} | tests{"action":"recommended","changed_files":["p"]} No test covers it: tests for a change of it
-tests | for_file | {} | {"path":"p"} | file{"action":"symbols","path":"p"}
-tests | for_file | {"tests":[],"file":"p","path":"p"} | {} | 
 search | symbols | {"symbols":[{"fqn":"h","kind":"HEADING"},{"fqn":"d","file":"a.md"}],"callers":[{"fqn":"c"}]} | {} | symbol{"action":"detail","fqn":"c"} symbol{"action":"callers","fqn":"c"}
 search | code | {"path":"own","tests":["text"],"files":[3,"p"]} | {} | file{"action":"symbols","path":"p"}
-search:code | - | {"files":["p"]} | {} | file{"action":"symbols","path":"p"}
-quality | circular_deps | {"fqn":"f"} | {} | 
 status | any | {"total_count":0} | {} | architecture{"action":"components"}
 architecture | components | {"components":[{"name":"c"}]} | {} | architecture{"action":"dependencies","component":"c"}
-file | symbols | {"symbols":[{"fqn":"f","kind":"key"}],"file":"p"} | {} | file{"action":"imports","path":"p"}
 # What a tests step covers.
 context | - | {"file":"A","affected_files":[{"path":"B"},"C",{"path":"A"}],"files":["D"]} | {} | tests{"action":"recommended","changed_files":["A","B","C"]}
-context | - | {"affected_files":[1,{"name":"x"}],"files":["A"]} | {"path":"P"} | tests{"action":"recommended","changed_files":["A"]}
 context | - | {"files":["0","1","2","3","4","5","6","7","8","9","0"],"base_branch":"b"} | {} | tests{"action":"recommended","changed_files":["0","1","2","3","4","5","6","7","8","9"]}
 context | - | {"files":["0","1","2","3","4","5","6","7","8","9","X"],"base_branch":"b"} | {} | tests{"action":"recommended","base_branch":"b"}
 context | - | {"file":"X","files":["0","1","2","3","4","5","6","7","8","9"],"base_branch":""} | {} | tests{"action":"recommended","changed_files":["X","0","1","2","3","4","5","6","7","8"]}
 context | - | {"files":["A"],"files_omitted":[0],"base_branch":"b"} | {} | tests{"action":"recommended","base_branch":"b"}
-context | - | {"files":["A"],"files_omitted":0,"base_branch":"b"} | {} | tests{"action":"recommended","changed_files":["A"]}
 git | log | {"base_branch":7} | {"path":""} | tests{"action":"recommended","changed_files":[""]} context{"action":"delta"}
-git | log | {} | {} | context{"action":"delta"}
 )")) {
     const auto arguments = parse_object(row.at(3));
     const auto finished =

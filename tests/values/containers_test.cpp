@@ -23,26 +23,25 @@ using fuzz::naive::json_text;
 TEST(JsonObject, KeepsItsFieldsLikeAListOfPairs) {
   for (std::uint64_t seed = 0; seed < 300; ++seed) {
     Random random(seed);
-    const std::size_t keys = 1 + random.below(60);  // up to and beyond what is searched without an index
+    // Up to and beyond what is searched without an index.
+    const std::size_t keys = seed % 50 == 0 ? 1000 : 1 + random.below(60);
+    const std::size_t rounds = 100 + 2 * keys;
     JsonObject object;
-    std::vector<std::pair<std::string, int>> expected;
-    for (int round = 0; round < 200; ++round) {
+    std::vector<std::pair<std::string, std::size_t>> expected;
+    for (std::size_t round = 0; round < rounds; ++round) {
       const std::string key = "a key of some length " + std::to_string(random.below(keys));
-      const auto found =
+      auto found =
           std::find_if(expected.begin(), expected.end(), [&](auto& each) { return each.first == key; });
       ASSERT_EQ(object.contains(key), found != expected.end()) << "seed " << seed;
       if (random.chance(5)) object = JsonObject(object);  // has no room to spare
       if (random.chance(3)) object.reserve(random.below(100));
-      if (random.chance(round < 100 ? 25 : 60)) {
+      if (random.chance(2 * round < rounds ? 25 : 60)) {
         ASSERT_EQ(object.remove(key).has_value(), found != expected.end());
         if (found != expected.end()) expected.erase(found);
       } else {
         object.set(key, round);
-        if (found == expected.end()) {
-          expected.emplace_back(key, round);
-        } else {
-          found->second = round;
-        }
+        if (found == expected.end()) found = expected.insert(found, {key, round});
+        found->second = round;
       }
     }
     ASSERT_EQ(object.size(), expected.size());
@@ -53,20 +52,6 @@ TEST(JsonObject, KeepsItsFieldsLikeAListOfPairs) {
       ASSERT_EQ(object.find(field.key.view()), &field.value);
     }
   }
-}
-
-TEST(JsonObject, HoldsAMillionFields) {
-  constexpr int kFields = 1'000'000;
-  JsonObject object;
-  for (int each = 0; each < kFields; ++each) object.set(std::to_string(each), each);
-  for (int each = 0; each < kFields; each += 3) object.set(std::to_string(each), -each);
-  const JsonObject copy = object;
-  for (int each = 0; each < kFields; ++each) {
-    ASSERT_EQ(copy[std::to_string(each)], JsonValue(each % 3 == 0 ? -each : each));
-  }
-  EXPECT_TRUE(JsonObject(copy) == object && compact_text(copy).size() == compact_size(object));
-  EXPECT_FALSE(copy.contains("1000000"));
-  EXPECT_EQ(copy.begin()[77'777].key.view(), "77777");
 }
 
 TEST(Containers, TakeTheirOwnPartsAndRefuseTooMany) {
@@ -80,21 +65,6 @@ TEST(Containers, TakeTheirOwnPartsAndRefuseTooMany) {
   EXPECT_EQ(list[99], list[0]);
   EXPECT_THROW(list.reserve(std::size_t{1} << 32), std::length_error);
   EXPECT_THROW(object.reserve(std::size_t{1} << 32), std::length_error);
-}
-
-// The same tree, put together piece by piece.
-JsonValue rebuilt(const JsonValue& value) {
-  if (const JsonList* list = value.list()) {
-    JsonList copy;
-    for (const JsonValue& item : *list) copy.push_back(rebuilt(item));
-    return copy;
-  }
-  if (const JsonObject* object = value.object()) {
-    JsonObject copy;
-    for (const auto& [key, member] : *object) copy.set(key, rebuilt(member));
-    return copy;
-  }
-  return value;
 }
 
 // A place somewhere in `value`, to be changed.
@@ -132,10 +102,10 @@ JsonValue change(JsonValue& value, Random random) {
 
 TEST(Containers, CopiesChangeAlone) {
   for (std::uint64_t seed = 0; seed < 2000; ++seed) {
-    const JsonValue original = Random(seed).value(5);
+    const JsonValue original = Random(seed, fuzz::Domain::json).value(5);
     const std::string before = json_text(original);
     JsonValue copy = original;
-    JsonValue expected = rebuilt(original);
+    JsonValue expected = tests::parse(before);  // shares nothing
     for (int round = 0; round < 12; ++round) {
       const Random choices(seed * 100 + static_cast<std::uint64_t>(round));
       ASSERT_EQ(json_text(change(copy, choices)), json_text(change(expected, choices))) << "seed " << seed;

@@ -1,5 +1,4 @@
 #include <optional>
-#include <utility>
 
 #include <gtest/gtest.h>
 
@@ -12,22 +11,11 @@
 namespace vantrex::values {
 namespace {
 
-constexpr std::size_t kLevels = 1'000'000;
-
-// Lists and objects by turns: [{"a":[{"a":"leaf"}]}].
-JsonValue deep_value(const char* leaf) {
-  JsonValue value = leaf;
-  for (std::size_t level = 0; level < kLevels; level += 2) {
-    JsonObject object;
-    object.set("a", std::move(value));
-    value = JsonList::of(std::move(object));
-  }
-  return value;
-}
+using tests::deep_value;
 
 void use_deep_values() {
   const JsonValue value = deep_value("a leaf of more than 14 bytes");
-  const std::size_t bytes = kLevels / 2 * 8 + 30;
+  const std::size_t bytes = tests::kLevels / 2 * 8 + 30;
   EXPECT_FALSE(value == deep_value("another leaf"));
   EXPECT_EQ(compact_size(value), bytes);
   EXPECT_EQ(compact_text(value).size(), bytes);

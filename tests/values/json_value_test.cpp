@@ -62,13 +62,10 @@ true | bi1
 false | bi0 empty
 0 | i0 empty
 -7 | i-7
-100000000000000000000 | i100000000000000000000
 -0.0 | f empty
 2.5 | f
 "" | s empty
-"0" | s
 [] | l empty
-[null] | l
 {} | o empty
 {"a":null} | o
 )")) {
@@ -103,41 +100,19 @@ TEST(JsonValue, IsMadeOfWhatHasAJsonForm) {
 TEST(JsonValue, EqualsWhatIsOfTheSameKindAndHoldsTheSame) {
   const double nan = std::numeric_limits<double>::quiet_NaN();
   const JsonValue foreign = ForeignValue::of(1, "x");
-  // Values of one row are equal, of different rows unequal.
-  std::vector<std::vector<JsonValue>> rows = {{nan, -nan},
-                                              {foreign, JsonValue(foreign)},
-                                              {ForeignValue::of(1, "x")},
-                                              {"more than 14 bytes", TextLiteral("more than 14 bytes")}};
-  for (const auto& cells : tests::table(R"(
-null
-true
-1 | 1
-100000000000000000000 | 100000000000000000000
-1.0 | 10e-1
-0.0
--0.0
-""
-[] | []
-{} | {}
-[[],{"a":[1]}] | [[],{"a":[1]}]
-[[],{"a":[1.0]}]
-{"a":1,"b":2} | {"a":0,"b":2,"a":1}
-{"b":2,"a":1}
-{"a":1,"c":2}
-{"a":1,"b":2,"c":null}
-)")) {
-    rows.emplace_back();
-    for (const std::string& cell : cells) rows.back().push_back(parse(cell));
-  }
-  for (const auto& a : rows) {
-    for (const auto& b : rows) {
-      EXPECT_EQ(a.front() == b.back(), &a == &b) << compact_text(a.front()) << " " << compact_text(b.back());
-      const JsonList* list = a.front().list();
-      EXPECT_TRUE(list == nullptr || b.back().list() == nullptr || (*list == *b.back().list()) == (&a == &b));
-      const JsonObject* object = a.front().object();
-      EXPECT_TRUE(object == nullptr || b.back().object() == nullptr ||
-                  (*object == *b.back().object()) == (&a == &b));
-    }
+  EXPECT_TRUE(foreign == JsonValue(foreign) && foreign != ForeignValue::of(1, "x"));
+  // Of the others, those are equal that have the same text.
+  JsonValue parsed = parse(R"([
+    null, true, 1, 1, 100000000000000000000, 100000000000000000000, 1.0, 10e-1, 0.0, -0.0, "", [], [], {}, {},
+    [[], {"a": [1]}], [[], {"a": [1]}], [[], {"a": [1.0]}], {"a": 1, "b": 2}, {"a": 0, "b": 2, "a": 1},
+    {"b": 2, "a": 1}, {"a": 1, "c": 2}, {"a": 1, "b": 2, "c": null}])");
+  JsonList& values = *parsed.list();
+  for (const JsonValue& more :
+       {JsonValue(nan), {-nan}, {"more than 14 bytes"}, {TextLiteral("more than 14 bytes")}})
+    values.push_back(more);
+  for (const JsonValue& a : values) {
+    for (const JsonValue& b : values)
+      EXPECT_EQ(a == b, compact_text(a) == compact_text(b)) << compact_text(a) << " " << compact_text(b);
   }
 }
 

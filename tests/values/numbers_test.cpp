@@ -1,12 +1,9 @@
 #include <bit>
 #include <cmath>
 #include <cstdint>
-#include <iterator>
 #include <limits>
 #include <random>
-#include <sstream>
 #include <string>
-#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -18,20 +15,16 @@
 namespace vantrex::values {
 namespace {
 
-std::vector<std::string> words(const std::string& text) {
-  std::istringstream stream(text);
-  return {std::istream_iterator<std::string>(stream), {}};
-}
+using tests::words;
 
 TEST(Integer, ParsesWhatHasTheFormOfAnInteger) {
   for (const auto& row : tests::table(R"(
 -000 | 0
--012 | -12
-9223372036854775807 | 9223372036854775807
 -9223372036854775808 | -9223372036854775808
 -0009223372036854775809 | -9223372036854775809
 00000000000000000000001 | 1
 - | none
+ | none
 +1 | none
 1.0 | none
  1 | none
@@ -40,7 +33,6 @@ TEST(Integer, ParsesWhatHasTheFormOfAnInteger) {
     const auto integer = Integer::parse(row.at(0));
     EXPECT_EQ(integer ? integer->digits() : "none", row.at(1)) << row.at(0);
   }
-  EXPECT_FALSE(Integer::parse(""));
   const std::string huge(1'000'000, '7');
   EXPECT_EQ(Integer::parse("-00" + huge)->digits(), "-" + huge);
   EXPECT_EQ(Integer(std::numeric_limits<std::uint64_t>::max()).digits(), "18446744073709551615");

@@ -1,13 +1,12 @@
 #include "vantrex/values/text.h"
 
 #include <algorithm>
-#include <bit>
 #include <cstdint>
-#include <optional>
 #include <string>
 #include <string_view>
 
 #include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
 
 #include "fuzz/support/naive.h"
 #include "fuzz/support/random_tree.h"
@@ -17,32 +16,6 @@
 
 namespace vantrex::values {
 namespace {
-
-// The bytes of the character at the start of `bytes`, by the arithmetic of code
-// points, or 0.
-std::size_t character_size(std::string_view bytes) {
-  const auto lead = static_cast<unsigned char>(bytes[0]);
-  const auto size = static_cast<std::size_t>(lead < 0x80 ? 1 : std::countl_one(lead));
-  if ((size == 1 && lead >= 0x80) || size > 4 || size > bytes.size()) return 0;
-  std::uint32_t code_point = lead & (0xFFU >> size);
-  for (const char byte : bytes.substr(1, size - 1)) {
-    if ((byte & 0xC0) != 0x80) return 0;
-    code_point = code_point << 6 | (static_cast<unsigned char>(byte) & 0x3FU);
-  }
-  constexpr std::uint32_t kLeast[] = {0, 0, 0x80, 0x800, 0x10000};
-  const bool is_surrogate = 0xD800 <= code_point && code_point <= 0xDFFF;
-  return kLeast[size] <= code_point && code_point <= 0x10FFFF && !is_surrogate ? size : 0;
-}
-
-// The bytes to replace together where no character starts: as many as begin one.
-std::size_t ill_formed_size(std::string_view bytes) {
-  for (std::size_t size = std::min<std::size_t>(3, bytes.size()); size > 1; --size) {
-    for (const char more : {'\x80', '\xBF'}) {
-      if (character_size(std::string(bytes.substr(0, size)) + std::string(3, more)) > size) return size;
-    }
-  }
-  return 1;
-}
 
 std::size_t accepted_bytes(std::string_view bytes) {
   try {
@@ -55,21 +28,17 @@ std::size_t accepted_bytes(std::string_view bytes) {
   }
 }
 
+// Compares Text with another library's reading, at offsets within a machine word.
 void check_utf8(const std::string& bytes) {
-  std::optional<std::size_t> accepted;
-  std::string repaired;
-  for (std::string_view left = bytes; !left.empty();) {
-    const std::size_t size = character_size(left);
-    if (size == 0 && !accepted) accepted = bytes.size() - left.size();
-    repaired += size == 0 ? "\uFFFD" : left.substr(0, size);
-    left.remove_prefix(size == 0 ? ill_formed_size(left) : size);
-  }
   for (const std::size_t before : {0U, 6U, 13U}) {
-    const std::string plain(before, 'x');
-    const std::string more = plain + bytes + '\x80';  // what lies behind the end is not looked at
-    const std::string_view view = std::string_view(more).substr(0, before + bytes.size());
-    ASSERT_EQ(accepted_bytes(view), before + accepted.value_or(bytes.size())) << testing::PrintToString(view);
-    ASSERT_EQ(Text::lossy(view), Text(plain + repaired)) << testing::PrintToString(view);
+    const std::string text = std::string(before, 'x') + bytes;
+    const std::string more = text + '\x80';  // what lies behind the end is not looked at
+    const std::string_view view = std::string_view(more).substr(0, text.size());
+    const std::string repaired =
+        nlohmann::json(text).dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
+    const std::size_t first = repaired.find("\uFFFD");
+    ASSERT_EQ(accepted_bytes(view), first == std::string::npos ? text.size() : first - 1) << repaired;
+    ASSERT_EQ(compact_text(Text::lossy(view)), repaired) << testing::PrintToString(view);
   }
 }
 
@@ -84,7 +53,6 @@ void check_continued(const std::string& bytes) {
 TEST(Text, IsWellFormedUtf8) {
   for (int first = 0x7F; first <= 0xFF; ++first) check_continued({static_cast<char>(first)});
   for (const char* bytes : {"", "€\xF1\x80\x80\xC3\xA9", "\xC3\"\xE2\x82\xE2\x82\xAC"}) check_utf8(bytes);
-  EXPECT_EQ(Text::lossy("€\xF1\x80\x80\xC3\xA9"), Text("€\uFFFDé"));
   EXPECT_THROW(Text(static_cast<const char*>(nullptr)), std::invalid_argument);
 }
 
@@ -94,10 +62,9 @@ TEST(Text, KnowsItsEscapesAtEveryOffset) {
   for (std::size_t size = 0; size <= kMaxSize; ++size) {
     for (std::size_t offset = 0; offset <= size; ++offset) {
       for (std::size_t kind = 0; kind < kBytes.size(); ++kind) {
-        for (const std::size_t count : {std::min<std::size_t>(1, size - offset), size - offset}) {
+        for (const std::size_t end : {std::min(offset + 1, size), size}) {
           std::string bytes(size, 'x');
-          for (std::size_t each = 0; each < count; ++each)
-            bytes[offset + each] = kBytes[(kind + each) % kBytes.size()];
+          for (std::size_t at = offset; at < end; ++at) bytes[at] = kBytes[(kind + at) % kBytes.size()];
           const std::string expected = fuzz::naive::json_text(Text(bytes));
           ASSERT_EQ(compact_text(Text(bytes)), expected);
           ASSERT_EQ(size + Text(bytes).escape_gain() + 2, expected.size()) << expected;
@@ -113,10 +80,8 @@ TEST(Text, ComparesByBytesHoweverItIsHeld) {
       "\uFFFF", "\U00010000"};
   for (const Text& a : texts) {
     for (const Text& b : texts) EXPECT_EQ(a <=> b, &a <=> &b) << a.view() << " " << b.view();
-    EXPECT_EQ(a.size() + a.escape_gain() + 2, fuzz::naive::json_text(a).size()) << a.view();
   }
   EXPECT_EQ(texts[2], Text("literal\nof more than 14"));
-  EXPECT_EQ(Text(TextLiteral("short")), Text(std::string("short")));
 }
 
 TEST(TextArgument, TakesEveryKindOfText) {
@@ -145,13 +110,8 @@ TEST(TextForms, EqualTheNaiveWriting) {
     ASSERT_EQ(tests::allocations().taken, allocations) << "measuring took memory";
     ASSERT_EQ(size, text.size()) << text;
     ASSERT_EQ(canonical_text(value), fuzz::naive::json_text(value, true)) << text;
-    const JsonValue copy = value;
-    ASSERT_EQ(copy, value) << text;
-    ASSERT_EQ(fuzz::naive::json_text(copy), text);
+    ASSERT_EQ(fuzz::naive::json_text(JsonValue(value)), text);
   }
-  const JsonValue value = tests::parse(R"({"b":[{"z":1,"":2}],"a":{},"é":0,"B":1,"𝄞":3,"\uffff":4,"a\n":5})");
-  EXPECT_EQ(canonical_text(value),
-            "{\"B\":1,\"a\":{},\"a\\n\":5,\"b\":[{\"\":2,\"z\":1}],\"é\":0,\"\uFFFF\":4,\"𝄞\":3}");
 }
 
 }  // namespace

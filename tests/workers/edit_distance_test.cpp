@@ -1,11 +1,12 @@
 #include "vantrex/workers/edit_distance.h"
 
 #include <algorithm>
-#include <random>
 #include <string>
 #include <vector>
 
 #include <gtest/gtest.h>
+
+#include "fuzz/support/random_tree.h"
 
 namespace vantrex::workers {
 namespace {
@@ -15,8 +16,7 @@ std::size_t by_definition(const std::u32string& a, const std::u32string& b) {
   std::vector edits(a.size() + 1, std::vector<std::size_t>(b.size() + 1));
   for (std::size_t i = 0; i <= a.size(); ++i) {
     for (std::size_t j = 0; j <= b.size(); ++j) {
-      std::size_t& least = edits[i][j];
-      least = i + j;
+      std::size_t& least = edits[i][j] = i + j;
       if (i > 0) least = std::min(least, edits[i - 1][j] + 1);
       if (j > 0) least = std::min(least, edits[i][j - 1] + 1);
       if (i > 0 && j > 0) least = std::min(least, edits[i - 1][j - 1] + (a[i - 1] == b[j - 1] ? 0 : 1));
@@ -29,24 +29,22 @@ std::size_t by_definition(const std::u32string& a, const std::u32string& b) {
 }
 
 TEST(EditDistance, IsTheDefinitionUpToTheCap) {
-  std::mt19937 random(2);
-  const auto below = [&](std::size_t bound) { return static_cast<std::size_t>(random()) % bound; };
+  fuzz::Random random(2);
   for (int round = 0; round < 20000; ++round) {
     // Short texts, and some on either side of what fits one machine word.
-    const std::size_t size = round % 20 == 0 ? 60 + below(10) : below(12);
+    const std::size_t size = round % 20 == 0 ? 60 + random.below(10) : random.below(12);
     const std::u32string letters = round % 3 == 0 ? U"ab\u00e9\U0001F600" : U"ab";
     std::u32string a(size, 'a');
-    for (char32_t& letter : a) letter = letters[below(letters.size())];
+    for (char32_t& letter : a) letter = letters[random.below(letters.size())];
     std::u32string b = a;
-    for (std::size_t edits = below(9); edits > 0; --edits) {
-      const std::size_t place = below(b.size() + 1);
-      if (below(2) == 0) b.insert(place, 1, letters[below(letters.size())]);
-      if (below(2) == 0 && place < b.size()) b.erase(place, 1);
-      if (below(2) == 0 && place + 1 < b.size()) std::swap(b[place], b[place + 1]);
+    for (std::size_t edits = random.below(9); edits > 0; --edits) {
+      const std::size_t place = random.below(b.size() + 1);
+      if (random.chance(50)) b.insert(place, 1, letters[random.below(letters.size())]);
+      if (random.chance(50) && place < b.size()) b.erase(place, 1);
+      if (random.chance(50) && place + 1 < b.size()) std::swap(b[place], b[place + 1]);
     }
     const std::size_t exact = by_definition(a, b);
-    for (const std::size_t most :
-         {std::size_t{0}, exact - std::min<std::size_t>(exact, 1), exact, below(200)}) {
+    for (const std::size_t most : {std::size_t{0}, exact - (exact > 0 ? 1 : 0), exact, random.below(200)}) {
       const std::size_t expected = std::min(exact, std::min(most, kMostEdits) + 1);
       ASSERT_EQ(edit_distance(a, b, most), expected);
       ASSERT_EQ(EditDistanceFrom(a).to(b, most), expected);

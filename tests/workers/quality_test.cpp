@@ -2,18 +2,18 @@
 // standard libraries of C and C++, and the paths of two real trees.
 #include <algorithm>
 #include <cctype>
-#include <cstddef>
 #include <fstream>
 #include <functional>
 #include <random>
 #include <set>
 #include <string>
-#include <string_view>
 #include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
 
+#include "fuzz/support/random_tree.h"
+#include "support/indexes.h"
 #include "vantrex/workers/name_lookup.h"
 #include "vantrex/workers/name_parts.h"
 
@@ -32,21 +32,17 @@ Texts lines_of(const std::string& file) {
 
 // An index of real names, each in two: the last part and what stands before it.
 struct Corpus {
-  Corpus(const std::string& file, Parted (*part)(std::string_view) noexcept) : has_paths(part == part_path) {
-    for (const std::string& name : lines_of(file)) {
+  Corpus(const Texts& lines, Parted (*part)(std::string_view) noexcept)
+      : has_paths(part == part_path), index(tests::index_of(lines)) {
+    for (const std::string& name : lines) {
       const std::string last(part(name).last);
       names.emplace_back(name.substr(0, name.size() - last.size()), last);
       held.insert({name, last});
-      index.add_symbol({.fqn = name});
-      index.add_path(name);
     }
   }
 
   Texts offered_for(const std::string& query) const {
-    if (has_paths) return nearest_paths(index, query);
-    Texts fqns;
-    for (const SymbolCandidate& candidate : nearest_symbols(index, query)) fqns.push_back(candidate.fqn);
-    return fqns;
+    return has_paths ? nearest_paths(index, query) : tests::nearest_fqns(index, query);
   }
 
   bool has_paths;
@@ -55,28 +51,29 @@ struct Corpus {
   models::InMemoryRepository index;
 };
 
-class Quality : public testing::Test {
- protected:
-  std::size_t below(std::size_t bound) { return static_cast<std::size_t>(random_()) % bound; }
-
-  // One edit within the first `size` letters of `text`.
-  std::string one_edit(const std::string& text, std::size_t size) {
-    std::string edited = text;
-    while (edited == text) {
-      const std::size_t place = below(size);
-      const auto letter = static_cast<char>('a' + below(26));
-      const std::size_t kind = below(4);
-      if (kind == 0) edited.insert(place, 1, letter);
-      if (kind == 1) edited.erase(place, 1);
-      if (kind == 2) edited[place] = letter;
-      if (kind == 3 && place + 1 < size) std::swap(edited[place], edited[place + 1]);
-    }
-    return edited;
+// One edit within the first `size` letters of `text`.
+std::string one_edit(const std::string& text, std::size_t size, fuzz::Random& random) {
+  std::string edited = text;
+  while (edited == text) {
+    const std::size_t place = random.below(size);
+    const auto letter = static_cast<char>('a' + random.below(26));
+    const std::size_t kind = random.below(4);
+    if (kind == 0) edited.insert(place, 1, letter);
+    if (kind == 1) edited.erase(place, 1);
+    if (kind == 2) edited[place] = letter;
+    if (kind == 3 && place + 1 < size) std::swap(edited[place], edited[place + 1]);
   }
+  return edited;
+}
 
- private:
-  std::mt19937 random_{7};
-};
+// Spoils a name by one edit in its last part, less a file's ending.
+auto misspelt(const Corpus& corpus, fuzz::Random& random) {
+  return [&](Part outer, Part last) {
+    const std::size_t stem = std::min(last.rfind('.'), last.size());
+    const std::string edit = stem < 4 ? "" : one_edit(last, stem, random);
+    return edit.empty() || corpus.held.contains(edit) ? "" : outer + edit;
+  };
+}
 
 // Asks for every third name, spoiled. `spoil` makes the query of what stands
 // before the last part and of that part, or "" where the class does not apply;
@@ -84,9 +81,7 @@ class Quality : public testing::Test {
 // are of queries answered with what was meant as the first, or as one of five.
 void expect_found(const char* what, const Corpus& corpus, double best_share, double five_share,
                   const std::function<std::string(Part, Part)>& spoil) {
-  double asked = 0;
-  double best = 0;
-  double among_five = 0;
+  double asked = 0, best = 0, among_five = 0;
   for (std::size_t at = 0; at < corpus.names.size(); at += 3) {
     const auto& [outer, last] = corpus.names[at];
     const std::string query = spoil(outer, last);
@@ -94,20 +89,19 @@ void expect_found(const char* what, const Corpus& corpus, double best_share, dou
     const Texts offered = corpus.offered_for(query);
     const auto place = std::find(offered.begin(), offered.end(), outer + last);
     ++asked;
-    if (place != offered.end()) ++among_five;
-    if (place != offered.end() && place == offered.begin()) ++best;
+    if (place == offered.end()) continue;
+    ++among_five;
+    if (place == offered.begin()) ++best;
   }
   EXPECT_GT(asked, 200) << what;
   EXPECT_GE(100 * best / asked, best_share) << what;
   EXPECT_GE(100 * among_five / asked, five_share) << what;
 }
 
-TEST_F(Quality, Symbols) {
-  const Corpus symbols("symbols.txt", part_symbol);
-  expect_found("one edit", symbols, 98, 100, [&](Part outer, Part last) {
-    const std::string edit = last.size() < 4 ? "" : one_edit(last, last.size());
-    return edit.empty() || symbols.held.contains(edit) ? "" : outer + edit;
-  });
+TEST(Quality, Symbols) {
+  fuzz::Random random(std::mt19937(7), fuzz::Domain::any);
+  const Corpus symbols(lines_of("symbols.txt"), part_symbol);
+  expect_found("one edit", symbols, 98, 100, misspelt(symbols, random));
   expect_found("case", symbols, 99, 99, [](Part outer, std::string last) {
     for (char& c : last) c = static_cast<char>(std::islower(c) != 0 ? std::toupper(c) : std::tolower(c));
     return outer + last;
@@ -127,23 +121,20 @@ TEST_F(Quality, Symbols) {
   const Texts foreign = lines_of("foreign_words.txt");
   Texts answered;
   for (int round = 0; round < 750; ++round) {
-    Texts queries(2);
-    for (std::size_t size = 6 + below(10); size > 0; --size) queries[0] += static_cast<char>('a' + below(26));
-    queries[1] = foreign.at(below(foreign.size())) + "_" + foreign.at(below(foreign.size()));
-    for (const std::string& query : queries) {
+    std::string letters(6 + random.below(10), ' ');
+    for (char& letter : letters) letter = static_cast<char>('a' + random.below(26));
+    const std::string words =
+        foreign[random.below(foreign.size())] + "_" + foreign[random.below(foreign.size())];
+    for (const std::string& query : {letters, words})
       if (!symbols.offered_for(query).empty()) answered.push_back(query);
-    }
   }
   EXPECT_LE(answered.size(), 15U) << testing::PrintToString(answered);
 }
 
-TEST_F(Quality, Paths) {
-  const Corpus paths("paths.txt", part_path);
-  expect_found("one edit of a stem", paths, 98, 100, [&](Part outer, Part last) {
-    const std::size_t stem = std::min(last.rfind('.'), last.size());
-    const std::string edit = stem < 4 ? "" : one_edit(last, stem);
-    return edit.empty() || paths.held.contains(edit) ? "" : outer + edit;
-  });
+TEST(Quality, Paths) {
+  fuzz::Random random(std::mt19937(7), fuzz::Domain::any);
+  const Corpus paths(lines_of("paths.txt"), part_path);
+  expect_found("one edit of a stem", paths, 98, 100, misspelt(paths, random));
   expect_found("wrong directory", paths, 85, 95, [](Part outer, Part last) {
     return outer.substr(0, outer.rfind('/', outer.size() - 2) + 1) + "elsewhere/" + last;
   });
