@@ -150,7 +150,7 @@ class TreeBuilder {
     if (JsonList* list = parent.container.list()) {
       list->push_back(std::move(value));
     } else {
-      parent.container.object()->set(std::move(parent.key), std::move(value));
+      parent.container.object()->set(parent.key, std::move(value));
     }
     return true;
   }
