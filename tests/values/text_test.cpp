@@ -84,6 +84,15 @@ TEST(Text, ComparesByBytesHoweverItIsHeld) {
   EXPECT_EQ(texts[2], Text("literal\nof more than 14"));
 }
 
+// A gain that does not fit in a byte of the text lies with its characters.
+TEST(Text, KnowsAGainOfAnySize) {
+  for (const std::size_t quotes : {14U, 254U, 255U, 256U, 100'000U}) {
+    const Text text(std::string(quotes, '"'));
+    EXPECT_EQ(text.escape_gain(), quotes);
+    EXPECT_EQ(compact_text(Text(text)).size(), 2 * quotes + 2);
+  }
+}
+
 TEST(TextArgument, TakesEveryKindOfText) {
   const std::string bytes = "größe";
   const std::string_view view = bytes;
