@@ -1,7 +1,7 @@
 // How a life grows with the bytes of its answer, with shapes that invite quadratic
 // work, and with a second thread; and how a name lookup grows with the index.
 //
-// Names are growth/SHAPE/CONTENDER, threads/WORK/CONTENDER and lookup/SHAPE/CONTENDER; the counter `items`
+// Names are growth/SHAPE/CONTENDER, threads/JOB/CONTENDER and lookup/SHAPE/CONTENDER; the counter `items`
 // says how many bytes, fields, steps or queries a run has.
 #include <array>
 #include <string>
