@@ -20,7 +20,7 @@ constexpr int kRounds = 300;
 
 TEST(Threads, FinishOneAnswerWhileLookupsFailAndTheLogChanges) {
   const fuzz::Request request = fuzz::Random(1).request();
-  const JsonObject answer = without_null_fields(request.answer);  // shared by its copies
+  const JsonObject answer = without_null_fields(request.answer);  // its long texts are shared by copies
   const auto finish = [&] {
     JsonObject copy = answer;
     copy.set("more", 1);
