@@ -1,5 +1,6 @@
 // The C++ of docs/guide.md, which shows what stands between two marks of a
 // name, in this order, and what the program prints.
+#include <cmath>
 #include <iostream>
 #include <mutex>
 #include <optional>
@@ -22,7 +23,7 @@ namespace models = vantrex::models;
 namespace tool_handlers = vantrex::tool_handlers;
 namespace next_steps = vantrex::tool_handlers::next_steps;
 using vantrex::values::ForeignValue, vantrex::values::InvalidUtf8, vantrex::values::JsonList;
-using vantrex::values::JsonObject, vantrex::values::Text;
+using vantrex::values::JsonObject, vantrex::values::JsonValue, vantrex::values::Text;
 
 namespace {
 
@@ -35,6 +36,12 @@ JsonObject callers(const JsonObject& request, const models::Repository& index) {
       {.action = "callers", .arguments = &request, .freshness = tool_handlers::freshness_block(index)});
 }
 // [finishing]
+
+// [serves]
+JsonObject ready(const next_steps::ServedTools& served) {
+  return next_steps::finish_answer({{"state", "ready"}}, "status", {.serves = &served});
+}
+// [serves]
 
 // [own]
 JsonObject explore(std::string_view query) {
@@ -103,6 +110,13 @@ nlohmann::ordered_json search(const nlohmann::ordered_json& answer, const nlohma
 }
 // [nlohmann]
 
+// [finite]
+JsonObject coverage(double covered, double lines) {
+  const double share = covered / lines;
+  return {{"lines", lines}, {"share", std::isfinite(share) ? JsonValue(share) : nullptr}};
+}
+// [finite]
+
 // [logging]
 void log_to(std::ostream& out) {
   logging::set_sink([&out](const logging::Record& record) {
@@ -131,6 +145,8 @@ int main() {
   };
   OwnIndex index;
   print(callers({{"fqn", "pkg.mod.parse"}}, index));
+  print(ready({{"status"}, {"architecture", "components"}}));
+  print(ready({{"status"}, {"symbol", "detail"}}));
   print(explore("how is a file read?"));
   print(not_found({{"fqn", "pkg.parser"}}, index));
   print({{"why",
@@ -139,6 +155,7 @@ int main() {
   const JsonObject answer = status({42});
   print({{"answer", answer}, {"carried", answer["revision"].foreign()->as<Revision>()->number}});
   std::cout << search({{"results", nlohmann::ordered_json::array()}}, {{"query", "parse"}}) << '\n';
+  print(coverage(0, 0));
   log_to(std::cout);
   index.is_locked = true;
   print(not_found({{"fqn", "pkg.parser"}}, index));

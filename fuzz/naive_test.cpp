@@ -22,9 +22,27 @@ namespace next_steps = tool_handlers::next_steps;
 // class of value, every row, every signal, and each way that a rule can go.
 std::set<std::string> everything() {
   std::set<std::string> names = every_class();
-  names.insert({"scope changed_files", "scope first files", "scope base_branch", "scope empty",
-                "requested path", "requested fqn", "no code", "boolean count", "own steps", "room by share",
-                "room by floor", "dropped", "large freshness hints", "indexed answer", "indexed arguments"});
+  names.insert({"scope changed_files",
+                "scope first files",
+                "scope base_branch",
+                "scope empty",
+                "requested path",
+                "requested fqn",
+                "no code",
+                "boolean count",
+                "own steps",
+                "room by share",
+                "room by floor",
+                "dropped",
+                "large freshness hints",
+                "indexed answer",
+                "indexed arguments",
+                "signal of a served tool",
+                "signal of a served action",
+                "signal not served",
+                "usual of a served tool",
+                "usual of a served action",
+                "usual not served"});
   for (const auto& row : next_steps::NEXT_STEPS) names.insert("row " + std::string(row.key));
   for (const auto& row : next_steps::_SIGNALS) names.insert("signal " + std::string(row.key));
   return names;

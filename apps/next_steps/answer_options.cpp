@@ -29,11 +29,15 @@ void AnswerOptions::add_to(CLI::App& parser) {
   parser.add_option("--action", action_, "The action that it ran")->type_name("ACTION");
   parser.add_option("--arguments", arguments_, "The request's arguments, an object")->type_name("JSON");
   parser.add_option("--freshness", freshness_, "The freshness block, an object")->type_name("JSON");
+  serves_.add_to(parser);
   parser.add_option("FILE", file_, "The answer, an object; standard input when - or none")->type_name("");
 }
 
 Request AnswerOptions::read() const {
-  Request request{.response = {}, .tool = tool_, .action = action_, .arguments = {}, .freshness = {}};
+  Request request;
+  request.tool = tool_;
+  request.action = action_;
+  request.serves = serves_.set();
   request.arguments = option_object("--arguments", arguments_);
   request.freshness = option_object("--freshness", freshness_);
   Input input(file_, "an answer");

@@ -7,17 +7,18 @@
 #include <CLI/CLI.hpp>
 
 #include "next_steps/request.h"
+#include "next_steps/serves_option.h"
 
 namespace next_steps_program {
 
-// --tool, --action, --arguments, --freshness, and the answer's file.
+// --tool, --action, --arguments, --freshness, --serves, and the answer's file.
 class AnswerOptions {
  public:
   // The options are parsed into this object, which must outlive `parser`'s use.
   void add_to(CLI::App& parser);
 
   // Reads the answer and makes the request of it. Throws InputRejected,
-  // IoFailed and std::bad_alloc.
+  // IoFailed and std::bad_alloc. The request refers to this object.
   Request read() const;
 
  private:
@@ -26,6 +27,7 @@ class AnswerOptions {
   std::string arguments_ = "null";
   std::string freshness_ = "null";
   std::string file_;
+  ServesOption serves_;
 };
 
 }  // namespace next_steps_program

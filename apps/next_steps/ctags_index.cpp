@@ -67,6 +67,8 @@ Symbol symbol_of(Members& members) {
   return symbol;
 }
 
+const std::string kHowToMakeOne = std::string("; an index is made by: ") + kCtagsCommand;
+
 // Fills a repository line by line.
 class IndexFiller {
  public:
@@ -79,6 +81,7 @@ class IndexFiller {
     if (paths_.insert(symbol.file).second) repository_.add_path(symbol.file);
     repository_.add_symbol(std::move(symbol));
   }
+  bool empty() const noexcept { return paths_.empty(); }
   InMemoryRepository take() && { return std::move(repository_); }
 
  private:
@@ -96,9 +99,11 @@ InMemoryRepository read_ctags_index(const std::string& file) {
     try {
       filler.add(*line);
     } catch (const JsonError& error) {
-      throw InputRejected(input.name(), lines.line_number(), error);
+      if (lines.line_number() > 1) throw InputRejected(input.name(), lines.line_number(), error);
+      throw InputRejected(input.name(), JsonError(error.place(), error.what() + kHowToMakeOne));
     }
   }
+  if (filler.empty()) throw InputRejected(input.name(), "the index holds no symbols" + kHowToMakeOne);
   return std::move(filler).take();
 }
 

@@ -18,8 +18,8 @@ inline constexpr const char* kCtagsCommand = "ctags --output-format=json --field
 
 // The index in `file`, standard input for "-": a symbol for each tag and its
 // path once. A symbol's fqn is its scope and its name, joined as its language
-// does. Throws InputRejected for the first line that is none of such an index,
-// IoFailed and std::bad_alloc.
+// does. Throws InputRejected for the first line that is none of such an index and
+// for an index without symbols, IoFailed and std::bad_alloc.
 vantrex::models::InMemoryRepository read_ctags_index(const std::string& file);
 
 }  // namespace next_steps_program

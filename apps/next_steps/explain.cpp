@@ -1,6 +1,7 @@
 // next-steps explain: why an answer gets the steps it gets.
 #include <cstdlib>
 #include <memory>
+#include <string_view>
 #include <unistd.h>
 
 #include "next_steps/answer_options.h"
@@ -20,8 +21,10 @@ struct ExplainOptions {
 
 Colour wanted_colour() {
   const char* no_colour = std::getenv("NO_COLOR");  // NOLINT(concurrency-mt-unsafe): nobody sets it
+  const char* terminal = std::getenv("TERM");       // NOLINT(concurrency-mt-unsafe)
   const bool refused = no_colour != nullptr && *no_colour != '\0';
-  return !refused && ::isatty(STDOUT_FILENO) == 1 ? Colour::verdicts : Colour::none;
+  const bool is_dumb = terminal != nullptr && std::string_view(terminal) == "dumb";
+  return !refused && !is_dumb && ::isatty(STDOUT_FILENO) == 1 ? Colour::verdicts : Colour::none;
 }
 
 ExitStatus explain(const ExplainOptions& options) {
@@ -44,7 +47,7 @@ Command add_explain(CLI::App& program) {
   options->answer.add_to(*parser);
   parser->add_flag("--json", options->json, "Print the explanation as an object");
   parser->add_flag("--pretty", options->pretty, "Indent that object");
-  parser->footer("Verdicts are coloured on a terminal, unless NO_COLOR is set.");
+  parser->footer("Verdicts are coloured on a terminal, unless NO_COLOR is set or TERM is dumb.");
   return {parser, [options] { return explain(*options); }};
 }
 

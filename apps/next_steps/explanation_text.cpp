@@ -1,9 +1,8 @@
 #include "next_steps/explanation_text.h"
 
 #include <algorithm>
-#include <array>
-#include <charconv>
 #include <numeric>
+#include <optional>
 #include <string_view>
 
 #include "vantrex/logging/quoted_literal.h"
@@ -19,17 +18,7 @@ using vantrex::values::JsonValue;
 namespace {
 
 constexpr std::size_t kMostFields = 10;
-
-// "320", "320.85": two decimals at most.
-std::string short_number(double number) {
-  std::array<char, 64> digits{};
-  char* const end =
-      std::to_chars(digits.data(), digits.data() + digits.size(), number, std::chars_format::fixed, 2).ptr;
-  std::string text(digits.data(), end);
-  text.erase(text.find_last_not_of('0') + 1);
-  if (text.ends_with('.')) text.pop_back();
-  return text;
-}
+constexpr std::string_view kYellow = "\x1b[33m";
 
 std::string right_aligned(std::size_t number) {
   const std::string digits = std::to_string(number);
@@ -43,6 +32,15 @@ std::string call_text(const JsonValue& step) {
   return tool ? std::string(*tool) + " " + compact_text((*call)["args"]) : compact_text(step);
 }
 
+// "usual symbol:callers, signal symbol:callers".
+std::string rows_text(const module::TableRows& rows) {
+  std::string text;
+  if (!rows.usual.empty()) text = "usual " + std::string(rows.usual);
+  if (rows.usual_of_tool) text += " (the tool's: the action has none of its own)";
+  if (!rows.signal.empty()) text += (text.empty() ? "signal " : ", signal ") + std::string(rows.signal);
+  return text.empty() ? "none" : text;
+}
+
 class ExplanationWriter {
  public:
   ExplanationWriter(const module::Explanation& explained, Colour colour)
@@ -54,7 +52,11 @@ class ExplanationWriter {
       candidate(position + 1, explained_.candidates[position]);
     }
     for (const module::AbsentHint& each : explained_.absent) absent(each);
-    if (explained_.candidates.empty() && explained_.absent.empty()) line("no step came into question");
+    for (const module::SilentSignal& each : explained_.silent) silent(each);
+    if (explained_.candidates.empty() && explained_.absent.empty() && explained_.silent.empty()) {
+      line("no step came into question");
+    }
+    for (const std::string& each : explained_.remarks) marked_line("! ", "remark", kYellow, each);
     return std::move(text_);
   }
 
@@ -86,10 +88,8 @@ class ExplanationWriter {
       line(right_aligned(rest) + "  in " + std::to_string(fields.end() - shown) + " more");
     }
     line("steps  " + std::to_string(explained_.step_bytes) + " bytes");
-    const std::string finished = std::to_string(explained_.bytes + explained_.step_bytes) + " bytes";
-    const std::string share = short_number(module::HINT_SHARE) + " of " + finished;
-    line("room   " + short_number(explained_.room) + " bytes for hints and steps, which is " +
-         (explained_.is_floor ? "the floor: " + share + " are no more" : share));
+    line("room   " + explained_.room_text() + " for hints and steps");
+    line("rows   " + rows_text(explained_.rows));
   }
 
   void candidate(std::size_t number, const module::CandidateStep& each) {
@@ -108,9 +108,13 @@ class ExplanationWriter {
     std::string call(hint.tool.view());
     if (hint.action) call += " " + std::string(hint.action->view());
     if (hint.takes) call += " with " + std::string(text(*hint.takes).view());
-    marked_line("- ", "absent", "\x1b[33m", call);
+    marked_line("- ", "absent", kYellow, call);
     line(std::string(11, ' ') + std::string(hint.reason.view()));
     line(std::string(11, ' ') + each.why);
+  }
+
+  void silent(const module::SilentSignal& each) {
+    marked_line("- ", "silent", kYellow, "signal " + std::string(each.row) + ": " + each.why);
   }
 
   const module::Explanation& explained_;

@@ -11,9 +11,12 @@
 
 namespace next_steps_program {
 
-// The input breaks a rule. The message says where: SOURCE:LINE:COLUMN: why.
+// The input breaks a rule. The message says where: SOURCE:LINE:COLUMN: why, or, of the
+// whole, SOURCE: why.
 class InputRejected : public std::runtime_error {
  public:
+  InputRejected(const std::string& source, const std::string& why)
+      : std::runtime_error(source + ": " + why) {}
   InputRejected(const std::string& source, const JsonError& error)
       : InputRejected(source, error.place().line, error) {}
   // The same for a text that is one line of the input, by its number from 1.

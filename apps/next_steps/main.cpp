@@ -32,6 +32,7 @@ ExitStatus run(int argument_count, char** arguments) {
   const std::vector<Command> commands = {add_finish(program), add_batch(program), add_suggest(program),
                                          add_explain(program), add_catalogue(program)};
   try {
+    if (argument_count == 1) throw CLI::CallForHelp();
     program.parse(argument_count, arguments);
   } catch (const CLI::ParseError& ending) {
     return answer_parse(program, ending);
@@ -60,8 +61,8 @@ ExitStatus run_and_report(int argument_count, char** arguments) {
 }  // namespace next_steps_program
 
 int main(int argument_count, char** arguments) {
-  // A closed pipe is reported as a failed write.
-  if (std::signal(SIGPIPE, SIG_IGN) == SIG_ERR) return EXIT_FAILURE;
+  // A reader that goes away ends the program, also when its parent ignores the signal.
+  if (std::signal(SIGPIPE, SIG_DFL) == SIG_ERR) return EXIT_FAILURE;
   try {
     return static_cast<int>(next_steps_program::run_and_report(argument_count, arguments));
   } catch (...) {  // not even the report could be written

@@ -15,7 +15,7 @@ class Output {
   // Throws IoFailed and std::bad_alloc.
   void write(std::string_view text);
   // Hands everything to the operating system. Throws IoFailed, among others for
-  // a full disk and a closed pipe.
+  // a full disk.
   void flush();
 
  private:

@@ -18,7 +18,8 @@ namespace {
 module::FinishOptions options_of(Request& request) {
   return {.action = std::move(request.action),
           .arguments = request.arguments ? &*request.arguments : nullptr,
-          .freshness = std::move(request.freshness)};
+          .freshness = std::move(request.freshness),
+          .serves = request.serves};
 }
 
 }  // namespace

@@ -15,7 +15,8 @@ struct Request {
   std::string tool;
   std::optional<std::string> action;
   std::optional<vantrex::values::JsonObject> arguments;
-  vantrex::values::JsonValue freshness;  // an object or null
+  vantrex::values::JsonValue freshness;                                     // an object or null
+  const vantrex::tool_handlers::next_steps::ServedTools* serves = nullptr;  // borrowed
 };
 
 // The request that one line of a batch holds: the object {"response": object,

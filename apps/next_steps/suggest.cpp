@@ -36,10 +36,24 @@ JsonObject read_answer(const std::string& file) {
   }
 }
 
+// Whether the index holds a symbol of that name or fqn, or that path.
+bool holds(const vantrex::models::Repository& index, bool is_symbol, std::string_view wanted) {
+  bool found = false;
+  if (is_symbol) {
+    index.visit_symbols([&](const auto& symbol) { found |= symbol.fqn == wanted || symbol.name == wanted; });
+  } else {
+    index.visit_paths([&](std::string_view path) { found |= path == wanted; });
+  }
+  return found;
+}
+
 ExitStatus suggest(const SuggestOptions& options) {
   const auto index = read_ctags_index(options.index);
-  JsonObject answer = options.file ? read_answer(*options.file) : JsonObject();
   const bool is_symbol = options.what == "symbol";
+  if (holds(index, is_symbol, options.wanted)) {
+    throw InputRejected(options.wanted, "no miss: the index holds this " + options.what);
+  }
+  JsonObject answer = options.file ? read_answer(*options.file) : JsonObject();
   const std::string action = options.action.value_or(is_symbol ? "detail" : "symbols");
   (is_symbol ? module::suggest_symbols : module::suggest_paths)(answer, index, options.wanted, action);
   print_answer(module::finish_answer(answer, is_symbol ? "symbol" : "file", {.action = action}),
@@ -59,6 +73,7 @@ Command add_suggest(CLI::App& program) {
       ->type_name("");
   parser->add_option("WANTED", options->wanted, "The symbol's name or the path that was asked for")
       ->required()
+      ->check([](const std::string& name) { return name.empty() ? "must not be empty" : ""; })
       ->type_name("");
   parser->add_option("--index", options->index, "The index; standard input when -")
       ->required()

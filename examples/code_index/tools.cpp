@@ -127,11 +127,20 @@ const Tool* find_tool(const JsonObject& call) {
   return found == kTools.end() ? nullptr : found;
 }
 
-}  // namespace
-
-bool serves(const JsonObject& call) {
-  return find_tool(call) != nullptr;
+// What this server has, so that its answers offer nothing else.
+const next_steps::ServedTools& served_tools() {
+  static const next_steps::ServedTools served = [] {
+    next_steps::ServedTools tools;
+    for (const Tool& each : kTools) {
+      const bool has_action = !each.action.empty();
+      tools.add({std::string(each.tool), has_action ? next_steps::OptionalText(each.action) : nullptr});
+    }
+    return tools;
+  }();
+  return served;
 }
+
+}  // namespace
 
 JsonObject answer(const Repository& index, const JsonObject& call) {
   const Tool* tool = find_tool(call);
@@ -143,7 +152,8 @@ JsonObject answer(const Repository& index, const JsonObject& call) {
   return next_steps::finish_answer(tool->run(index, text_of(arguments, tool->argument)), tool->tool,
                                    {.action = tool->action,
                                     .arguments = &arguments,
-                                    .freshness = vantrex::tool_handlers::freshness_block(index)});
+                                    .freshness = vantrex::tool_handlers::freshness_block(index),
+                                    .serves = &served_tools()});
 }
 
 }  // namespace code_index

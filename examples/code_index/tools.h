@@ -6,11 +6,8 @@
 
 namespace code_index {
 
-// Whether there is a tool for `call`, an object like {"tool": "symbol", "args":
-// {"action": "detail", "fqn": "pkg.run"}}. A step of an answer is such a call.
-bool serves(const vantrex::values::JsonObject& call);
-
-// The finished answer to `call`. Throws std::invalid_argument when no tool
+// The finished answer to `call`, an object like {"tool": "symbol", "args": {"action":
+// "detail", "fqn": "pkg.run"}}. A step of an answer is such a call. Throws std::invalid_argument when no tool
 // serves it, or when it lacks the tool's argument.
 vantrex::values::JsonObject answer(const vantrex::models::Repository& index,
                                    const vantrex::values::JsonObject& call);

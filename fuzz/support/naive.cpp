@@ -219,6 +219,23 @@ Steps without_repeats(const Steps& steps) {
   return kept;
 }
 
+// The steps that the server has; the whole list when it is not said what it has.
+Steps only_served(const Request& request, const Steps& steps, const std::string& rule, Rules& reached) {
+  if (!request.serves) return steps;
+  const auto& names = request.serves->names;
+  Steps kept;
+  for (const JsonValue& step : steps) {
+    const std::string tool(*(*step.object())["tool"].string());
+    const auto action = (*(*step.object())["args"].object())["action"].string();
+    const bool whole = std::find(names.begin(), names.end(), tool) != names.end();
+    const bool named =
+        action && std::find(names.begin(), names.end(), tool + ":" + std::string(*action)) != names.end();
+    if (whole || named) kept.push_back(step);
+    reached.insert(rule + (whole ? " of a served tool" : named ? " of a served action" : " not served"));
+  }
+  return kept;
+}
+
 Steps within_share(const JsonObject& response, Steps steps, std::size_t keep, Rules& reached) {
   const std::size_t size = json_text(response).size();
   const std::size_t hints = hint_size(response);
@@ -266,9 +283,10 @@ Finished finish(const Request& request) {
     const JsonObject given = request.arguments.value_or(JsonObject());
     const Answer rules = {answer, given, finished.reached};
     const std::string action = request.action.value_or("None");
-    steps = rules.signals(request.tool, action);
+    steps = only_served(request, rules.signals(request.tool, action), "signal", finished.reached);
     keep = std::max(std::size_t{1}, std::min(steps.size(), std::size_t{3}));
-    for (const JsonValue& step : rules.usual(request.tool, action)) steps.push_back(step);
+    const Steps usual = only_served(request, rules.usual(request.tool, action), "usual", finished.reached);
+    steps.insert(steps.end(), usual.begin(), usual.end());
     steps = without_repeats(steps);
     if (steps.size() > 3) steps.resize(3);
   }

@@ -190,6 +190,22 @@ JsonObject Random::named_fields(std::size_t count, std::initializer_list<const c
   return object;
 }
 
+// About half of the calls that the tables make; what is no such call does no harm.
+Served Random::served() {
+  Served served;
+  for (const char* tool :
+       {"search", "symbol", "file", "tests", "explore", "quality", "architecture", "context"}) {
+    for (const char* action : {"", "semantic", "detail", "callers", "references", "symbols", "imports",
+                               "for_file", "recommended", "impact", "components", "dependencies", "delta"}) {
+      if (!chance(*action == '\0' ? 20 : 40)) continue;
+      const std::string name = *action == '\0' ? tool : std::string(tool) + ":" + action;
+      served.names.push_back(name);
+      served.set.add({tool, *action == '\0' ? nullptr : action});
+    }
+  }
+  return served;
+}
+
 Request Random::request() {
   Request request;
   request.answer = named_fields(
@@ -215,6 +231,7 @@ Request Random::request() {
   }
   if (chance(80)) request.arguments = named_fields(below(5), {"query", "fqn", "path"});
   if (chance(20)) request.freshness = chance(50) ? hint_block() : fields(2);
+  if (chance(40)) request.serves = served();
   return request;
 }
 

@@ -9,11 +9,18 @@
 #include <random>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "vantrex/tool_handlers/next_steps/finishing.h"
 #include "vantrex/values/json_value.h"
 
 namespace vantrex::fuzz {
+
+// What a server has, as texts ("search", "symbol:detail") and as the library takes it.
+struct Served {
+  std::vector<std::string> names;
+  tool_handlers::next_steps::ServedTools set;
+};
 
 // What finish_answer is called with.
 struct Request {
@@ -22,9 +29,13 @@ struct Request {
   std::optional<std::string> action;
   std::optional<values::JsonObject> arguments;
   values::JsonValue freshness;
+  std::optional<Served> serves = {};
 
   tool_handlers::next_steps::FinishOptions options() const {
-    return {.action = action, .arguments = arguments ? &*arguments : nullptr, .freshness = freshness};
+    return {.action = action,
+            .arguments = arguments ? &*arguments : nullptr,
+            .freshness = freshness,
+            .serves = serves ? &serves->set : nullptr};
   }
 };
 
@@ -72,6 +83,7 @@ class Random {
   values::JsonList hits();
   values::JsonList own_steps();
   values::JsonValue field_value(std::string_view key);
+  Served served();
   values::JsonObject named_fields(std::size_t count, std::initializer_list<const char*> keys);
 
   std::function<std::uint64_t()> draw_;

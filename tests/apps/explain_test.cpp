@@ -26,7 +26,8 @@ TEST(Explain, TellsAPerson) {
          1  a[6].tip
          2  in 2 more
 steps  191 bytes
-room   320 bytes for hints and steps, which is the floor: 0.15 of 409 bytes are no more
+room   320 bytes (the floor; 15 % of 409 is 61) for hints and steps
+rows   usual symbol:detail
 1 kept     symbol {"action":"callers","fqn":"f"}
            Who calls the best hit
            usual symbol:detail, 89 bytes: fits the room
@@ -41,7 +42,7 @@ room   320 bytes for hints and steps, which is the floor: 0.15 of 409 bytes are 
 }
 
 TEST(Explain, PrintsNoControlCharacters) {
-  const Ran ran = run("next-steps explain --tool x | tail -6",
+  const Ran ran = run("next-steps explain --tool x | tail -8",
                       R"({"a\u009b\u001b[1m": {"note": 1}, "next_steps": [
     {"tool": "t\u001b", "args": {"\u007f": "\u0085"}, "reason": "\n\u009b2J"}, "\u009b", {"tool": 7}]})");
   EXPECT_EQ(ran.out, R"(           \n\u009b2J
@@ -50,17 +51,52 @@ TEST(Explain, PrintsNoControlCharacters) {
            own, 4 bytes: fits the room
 3 kept     {"tool":7}
            own, 10 bytes: fits the room
+! remark   next_steps[1] is sent as it is, but is no step: it is no object
+! remark   next_steps[2] is sent as it is, but is no step: it has no "tool" that is a string
 )");
+}
+
+TEST(Explain, TellsANewcomerOfMistakes) {
+  const std::string lists =
+      "symbols, results, matches, definitions, callers, references, dead_symbols, files, tests, components";
+  for (const auto& row : table(R"(
+# arguments | answer | rows, absent and silent ones, and remarks
+serach | {} | none, unknown tool "serach"; did you mean "search"?
+xyz | {} | none, unknown tool "xyz"; known are architecture, context, explore, file, files, git, quality, search, status, symbol, tests
+explore | {} | none
+xyz --serves xyz:a | {} | none
+search --action symbols | {"symbols":[{"fqn":"f"}],"total":12,"query":"q"} | usual search (the tool's: the action has none of its own), signal search:symbols, signal search:symbols: 12 hits, not 0
+search --action semantic | {"results":[]} | usual search (the tool's: the action has none of its own), signal search:semantic, symbol detail with fqn, symbol callers with fqn, signal search:semantic: no query
+symbol --action callers --arguments '{"fqn":"f"}' | {"total":7} | usual symbol:callers, signal symbol:callers, signal symbol:callers: 7 callers, 8 are needed
+symbol --action references | {"total":true,"fqn":"f"} | usual symbol:references, signal symbol:references, signal symbol:references: 1 reference, 8 are needed
+symbol --action callers | {"fqn":"f"} | usual symbol:callers, signal symbol:callers, signal symbol:callers: no count of hits
+file | {"hits":[{"fqn":"f"}]} | usual file, symbol detail with fqn, file imports with path, no hits: none of the answer's fields is one of the lists LISTS
+file --serves search | {"hits":[{"fqn":"f"}]} | usual file
+git | {"total":0} | usual git, tests recommended with changed_files
+files | {"next_steps":{"tool":"x"},"files":["a"]} | usual files, "next_steps" is ignored: it is no list
+x | {"next_steps":[{"tool":"x","args":[]},{"tool":"x","args":{}},{"tool":"x","args":{},"reason":"r"}]} | none, next_steps[0] is sent as it is, but is no step: it has no "args" that is an object, next_steps[1] is sent as it is, but is no step: it has no "reason" that is a string
+)")) {
+    const Ran ran = run("next-steps explain --tool " + row.at(0) +
+                            " | sed -nE 's/^(rows  |- absent|- silent|! remark) +//p' | paste -sd, | sed "
+                            "'s/,/, /g; s/,  /, /g'",
+                        row.at(1));
+    std::string expected = row.at(2);
+    if (const std::size_t at = expected.find("LISTS"); at != std::string::npos)
+      expected.replace(at, 5, lists);
+    EXPECT_EQ(ran.out, expected + "\n") << row.at(0);
+  }
 }
 
 TEST(Explain, GivesTheSameAsData) {
   const std::string long_fields = R"({"fqn": "f", "total": 9, "note": ")" + std::string(300, 'n') +
                                   R"(", "text": ")" + std::string(2329, 't') + "\"}";
-  for (const auto& row : table(R"(
+  for (const auto& row : table(R"x(
 # arguments | explanation
-symbol --action callers | {"answer":{"bytes":2670,"hint_bytes":302,"hint_fields":[{"path":"note","bytes":302}],"step_bytes":116,"room":417.9,"room_from":"share"},"candidates":[{"step":{"tool":"quality","args":{"action":"impact","fqn":"f"},"reason":"9 callers: check the blast radius"},"from":"signal symbol:callers","bytes":100,"kept":true,"why":"over the room by 1 byte, but a signal always stays"},{"step":{"tool":"symbol","args":{"action":"references","fqn":"f"},"reason":"Every use of it"},"from":"usual symbol:callers","bytes":85,"kept":false,"why":"over the room by 74 bytes"}],"absent":[]}
-git|grep -o '.absent.*' | "absent":[{"hint":{"tool":"tests","reason":"Tests to run for these files","action":"recommended","takes":"changed_files"},"why":"no files and no base branch"}]}
-)"))
+symbol --action callers | {"answer":{"bytes":2670,"hint_bytes":302,"hint_fields":[{"path":"note","bytes":302}],"step_bytes":116,"room":417.9,"room_from":"share","room_text":"417 bytes (15 % of 2786)"},"rows":{"usual":"symbol:callers","usual_of_tool":false,"signal":"symbol:callers"},"candidates":[{"step":{"tool":"quality","args":{"action":"impact","fqn":"f"},"reason":"9 callers: check the blast radius"},"from":"signal symbol:callers","bytes":100,"kept":true,"why":"over the room by 1 byte, but a signal always stays"},{"step":{"tool":"symbol","args":{"action":"references","fqn":"f"},"reason":"Every use of it"},"from":"usual symbol:callers","bytes":85,"kept":false,"why":"over the room by 74 bytes"}],"absent":[],"silent":[],"remarks":[]}
+git|grep -o '.absent.*' | "absent":[{"hint":{"tool":"tests","reason":"Tests to run for these files","action":"recommended","takes":"changed_files"},"why":"no files and no base branch"}],"silent":[],"remarks":[]}
+saerch --action code --serves symbol|grep -o '.rows.*' | "rows":{"usual":null,"usual_of_tool":false,"signal":null},"candidates":[],"absent":[],"silent":[],"remarks":["unknown tool \"saerch\"; did you mean \"search\"?"]}
+tests --action for_file|grep -o '.silent.*' | "silent":[{"signal":"tests:for_file","why":"9 hits, not 0, no path"}],"remarks":["no hits: none of the answer's fields is one of the lists symbols, results, matches, definitions, callers, references, dead_symbols, files, tests, components"]}
+)x"))
     EXPECT_EQ(run("next-steps explain --json --tool " + row.at(0), long_fields).out, row.at(1) + "\n");
 }
 
@@ -70,8 +106,11 @@ TEST(Explain, IsColouredOnATerminalOnly) {
   const std::string on_terminal = "script -qec '" + command + "' /dev/null";
   const std::string plain = run(command).out;
   EXPECT_EQ(plain.find('\x1b'), std::string::npos);
-  EXPECT_EQ(run("NO_COLOR=1 " + on_terminal + " | tr -d '\\r'").out, plain);
-  EXPECT_NE(run("NO_COLOR= " + on_terminal).out.find("1 \x1b[32mkept\x1b[0m     arch"), std::string::npos);
+  for (const char* setting : {"NO_COLOR=1 ", "TERM=dumb "}) {
+    EXPECT_EQ(run(setting + on_terminal + " | tr -d '\\r'").out, plain);
+  }
+  EXPECT_NE(run("NO_COLOR= TERM=xterm " + on_terminal).out.find("1 \x1b[32mkept\x1b[0m     arch"),
+            std::string::npos);
 }
 
 TEST(Catalogue, IsWhatTheDocumentShows) {
@@ -79,6 +118,24 @@ TEST(Catalogue, IsWhatTheDocumentShows) {
   EXPECT_EQ(ran.out, read_file(NEXT_STEPS_ROOT "/docs/catalogue.md"))
       << "the tables have changed: next-steps catalogue > docs/catalogue.md";
   EXPECT_EQ(ran.err + std::to_string(ran.status), "0");
+}
+
+TEST(Catalogue, IsThatOfTheServer) {
+  const Ran ran =
+      run("next-steps catalogue --serves search,symbol:detail,file:symbols,mine,quality:circular_deps"
+          " | grep '^[|-] `[^A-Z]'");
+  EXPECT_EQ(ran.out, R"(| `search` | `symbol` `detail` | `fqn` | Details of the best hit |
+| `search:code` | `file` `symbols` | `path` | Symbols of the first file |
+| `symbol:detail` | none |  |  |
+| `file` | `symbol` `detail` | `fqn` | Details of the best hit |
+| `quality:circular_deps` | none |  |  |
+| `search:symbols` | 0 hits and `query` | `search` | `{"action":"semantic","query":"QUERY"}` | No hits: search by meaning |
+| `search:code` | 0 hits and `query` | `search` | `{"action":"semantic","query":"QUERY"}` | No hits: search by meaning |
+| `search:definition` | 0 hits and `query` | `search` | `{"action":"semantic","query":"QUERY"}` | No hits: search by meaning |
+- `symbol` `detail`
+- `mine`
+- `quality` `circular_deps`
+)");
 }
 
 }  // namespace

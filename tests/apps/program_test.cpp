@@ -23,6 +23,9 @@ next-steps finish --tool x --freshness '{"a":null}' --arguments null | {} | 0 | 
 next-steps finish --tool symbol:callers --arguments '{}' | {"fqn": "f"} | 0 | {"fqn":"f","next_steps":[{"tool":"symbol","args":{"action":"references","fqn":"f"},"reason":"Every use of it"}]} | 
 next-steps finish --tool $'\xff' | {} | 0 | {} | 
 next-steps --version |  | 0 | next-steps )" NEXT_STEPS_VERSION R"( | 
+next-steps|head -1 |  | 0 | Finishes the answers of a code-index tool server | 
+next-steps finish --tool status --serves search,architecture:components | {} | 0 | {"next_steps":[{"tool":"architecture","args":{"action":"components"},"reason":"The components of the code"}]} | 
+next-steps batch --serves architecture:dependencies | {"response":{},"tool":"status"} | 0 | {} | 
 next-steps batch --help|head -1 |  | 0 | Finish the answers of a stream of JSON lines | 
 
 next-steps finish --tool x | {"a": 1e999} | 1 |  | <stdin>:1:7: number out of range\n
@@ -30,9 +33,13 @@ next-steps finish --tool x |  [1] | 1 |  | <stdin>:1:2: an answer must be an obj
 echo '{' >$TMPDIR/a.json; next-steps finish --tool x $TMPDIR/a.json |  | 1 |  | /a.json:2:1: 
 next-steps finish --tool x --arguments '{"a":]' | {} | 1 |  | --arguments:1:6: 
 next-steps finish --tool x --freshness '[]' | {} | 1 |  | --freshness:1:1: the value of --freshness must be an object, not a list\n
-next-steps suggest symbol x --index /dev/null - | [] | 1 |  | <stdin>:1:1: an answer must be an object, not a list\n
+next-steps suggest symbol x --index examples/index/models.json - | [] | 1 |  | <stdin>:1:1: an answer must be an object, not a list\n
 
-next-steps |  | 2 |  | Run with --help for more information.\n
+next-steps finish --tool x --serves a:b,,c | {} | 2 |  | --serves: "" is neither TOOL nor TOOL:ACTION\n
+next-steps batch --serves symbol: |  | 2 |  | --serves: "symbol:" is neither
+next-steps explain --tool x --serves a:b:c | {} | 2 |  | --serves: "a:b:c" is neither
+next-steps catalogue --serves :a |  | 2 |  | --serves: ":a" is neither
+next-steps suggest symbol '' --index - |  | 2 |  | WANTED: must not be empty
 next-steps finish | {} | 2 |  | --tool is required
 next-steps suggest symbol x |  | 2 |  | --index is required
 next-steps suggest symbol x --index - - |  | 2 |  | --index: the index and the answer cannot both be standard input
@@ -41,7 +48,7 @@ next-steps finish --tool x /no/such/file |  | 3 |  | /no/such/file: No such file
 next-steps batch / |  | 3 |  | /: Is a directory\n
 next-steps finish --tool x <&- |  | 3 |  | <stdin>: Bad file descriptor\n
 next-steps finish --tool x >/dev/full | {} | 3 |  | standard output: No space left on device\n
-yes '{"response":{},"tool":"x"}'|next-steps batch|true; exit ${PIPESTATUS[1]} |  | 3 |  | standard output: Broken pipe\n
+yes '{"response":{},"tool":"x"}'|next-steps batch|true; exit ${PIPESTATUS[1]} |  | 141 |  | 
 )")) {
     const Ran ran = run("export TMPDIR=$(dirname $0)\n" + row.at(0), row.at(1));
     EXPECT_EQ(std::to_string(ran.status), row.at(2)) << row.at(0);

@@ -77,5 +77,20 @@ TEST(Suggest, RefusesWhatIsNoIndexAndSaysWhere) {
   }
 }
 
+TEST(Suggest, RefusesAWrongIndexAndWhatIsNoMiss) {
+  const std::string how = "; an index is made by: ctags --output-format=json --fields=+nl -R -f INDEX .";
+  const std::string only_ptag = kIndex.substr(0, kIndex.find('\n'));
+  EXPECT_EQ(suggest("path x", "!_TAG_FILE_FORMAT\t2\n").err.substr(0, 11), "<stdin>:1:1");
+  EXPECT_TRUE(suggest("path x", "!_TAG_FILE_FORMAT\t2\n").err.ends_with(how + "\n"));
+  EXPECT_EQ(suggest("symbol x", only_ptag).err, "<stdin>: the index holds no symbols" + how + "\n");
+  for (const std::string held : {"symbol runner", "symbol io::Writer::write_all", "path src/w.c"}) {
+    const Ran ran = suggest(held);
+    const std::size_t blank = held.find(' ');
+    EXPECT_EQ(ran.err,
+              held.substr(blank + 1) + ": no miss: the index holds this " + held.substr(0, blank) + "\n");
+    EXPECT_EQ(ran.out + std::to_string(ran.status), "1");
+  }
+}
+
 }  // namespace
 }  // namespace vantrex::tests

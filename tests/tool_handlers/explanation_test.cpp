@@ -51,6 +51,7 @@ TEST(ExplainAnswer, TellsOfTheStepsThatTheAnswerGets) {
   std::set<std::string> missing = {"over the room, but the first step always stays",
                                    "over the room, but a signal always stays",
                                    "over the room",
+                                   "the server does not have it",
                                    "no fqn in any hit",
                                    "no component in any hit",
                                    "no files and no base branch",
@@ -114,10 +115,11 @@ TEST(JudgedSteps, SayWhatBecameOfEach) {
     const JsonObject answer{{"note", std::string(std::stoul(row.at(0)), 'n')}};
     const Candidates found{steps_of(row.at(1)), steps_of(row.at(2)), steps_of(row.at(3))};
     std::string told;
-    const auto candidates = judged_steps(answer, {compact_size(answer), _hint_size(answer)}, found, "S", "U");
+    const auto candidates = judged_steps(answer, {compact_size(answer), _hint_size(answer)}, found,
+                                         {.usual = "U", .signal = "S"});
     for (const CandidateStep& each : candidates) told += each.from() + ": " + each.why() + "; ";
     EXPECT_EQ(told, row.at(4)) << row.at(1) << row.at(2) << row.at(3);
-    const Choice choice = choose_steps(found);
+    const Choice choice = choose_steps(found, nullptr);
     EXPECT_EQ(kept_steps(candidates), _within_share(answer, choice.steps, choice.keep));
   }
 }

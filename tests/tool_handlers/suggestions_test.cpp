@@ -1,6 +1,7 @@
 #include "vantrex/tool_handlers/next_steps/suggestions.h"
 
 #include <new>
+#include <pthread.h>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -95,6 +96,28 @@ TEST(Suggestions, TakeALookupThatFailsAsOneThatFindsNothing) {
       EXPECT_ANY_THROW(freshness_block(index));
     }
   }
+}
+
+TEST(Suggestions, LetTheCancellationOfTheirThreadPass) {
+  const auto cancel_here = [] {
+    pthread_cancel(pthread_self());
+    pthread_testcancel();
+  };
+  const std::function<void()> failures[] = {cancel_here, [] { throw 7; }};
+  logging::set_sink([&](const logging::Record& /*record*/) { cancel_here(); });
+  for (const auto& fail : failures) {  // in the lookup, and in the log of its failure
+    pthread_t thread{};
+    const auto suggest = [](void* index) -> void* {
+      suggested("symbol", *static_cast<const models::Repository*>(index), "wanted");
+      return nullptr;
+    };
+    tests::FailingIndex index(fail, 0);
+    ASSERT_EQ(pthread_create(&thread, nullptr, suggest, static_cast<models::Repository*>(&index)), 0);
+    void* ending = nullptr;
+    pthread_join(thread, &ending);
+    EXPECT_EQ(ending, PTHREAD_CANCELED);
+  }
+  logging::set_sink({});
 }
 
 TEST(Freshness, NamesBothRevisionsUnlessTheIndexIsCurrent) {

@@ -8,6 +8,7 @@
 #include <string>
 #include <utility>
 
+#include "vantrex/forced_unwind.h"
 #include "vantrex/logging/quoted_literal.h"
 
 namespace vantrex::logging {
@@ -33,13 +34,15 @@ std::shared_ptr<const Sink> current_sink() {
   return immortal.slot.sink;
 }
 
-void send(const Record& record) noexcept {
+void send(const Record& record) {
   try {
     if (const std::shared_ptr<const Sink> sink = current_sink()) {
       (*sink)(record);
     } else {
       write_to_standard_error(record);
     }
+  } catch (const ForcedUnwind&) {
+    throw;
   } catch (...) {
     // A log that fails has nowhere to say so.
   }
@@ -90,12 +93,12 @@ void write_to_standard_error(const Record& record) {
   static_cast<void>(std::fwrite(text.data(), 1, text.size(), stderr));
 }
 
-void Logger::warning(std::string_view message, std::exception_ptr error) const noexcept {
+void Logger::warning(std::string_view message, std::exception_ptr error) const {
   send({name_, Level::warning, message, std::move(error)});
 }
 
 void Logger::warning(std::string_view format, std::string_view argument,
-                     std::exception_ptr error) const noexcept {
+                     std::exception_ptr error) const {
   std::string message;
   try {
     if (const std::size_t place = format.find("%r"); place != std::string_view::npos) {

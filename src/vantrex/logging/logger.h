@@ -57,12 +57,13 @@ class NEXT_STEPS_API Logger {
   // The name that the logger was made with.
   constexpr std::string_view name() const noexcept { return name_; }
 
-  // Sends a warning to the sink. Whatever the sink throws ends here.
-  void warning(std::string_view message, std::exception_ptr error) const noexcept;
+  // Sends a warning to the sink. Whatever the sink throws ends here; only the
+  // cancellation of the thread goes on.
+  void warning(std::string_view message, std::exception_ptr error) const;
 
   // The same with the first "%r" of `format` replaced by `argument` as a quoted
   // literal; where there is no memory for that, the format is sent as it is.
-  void warning(std::string_view format, std::string_view argument, std::exception_ptr error) const noexcept;
+  void warning(std::string_view format, std::string_view argument, std::exception_ptr error) const;
 
  private:
   std::string_view name_;

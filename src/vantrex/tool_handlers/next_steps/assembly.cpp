@@ -63,6 +63,23 @@ bool all_differ_in_size(const JsonList& steps) {
   return true;
 }
 
+// Those of `steps` that `keeps` is true for, called with each and its position.
+template <typename Keeps>
+JsonList filtered(JsonList steps, Keeps keeps) {
+  JsonList kept;
+  for (std::size_t position = 0; position < steps.size(); ++position) {
+    JsonValue& step = steps.mutable_item(position);
+    if (keeps(std::as_const(step), position)) kept.push_back(std::move(step));
+  }
+  return kept;
+}
+
+JsonList served(JsonList steps, const ServedTools* serves) {
+  if (serves == nullptr) return steps;
+  return filtered(std::move(steps),
+                  [serves](const JsonValue& step, std::size_t) { return is_served(step, serves); });
+}
+
 // The steps that the tool itself gave, taken out of its answer; empty when it
 // gave none.
 JsonList take_own_steps(JsonObject& response) {
@@ -83,18 +100,26 @@ std::string call_text(const JsonValue& step, std::size_t position) {
 JsonList _deduplicated(JsonList steps) {
   if (all_differ_in_size(steps)) return steps;
   std::unordered_set<std::string> seen;
-  JsonList kept;
-  for (std::size_t position = 0; position < steps.size(); ++position) {
-    if (seen.insert(call_text(steps[position], position)).second) {
-      kept.push_back(std::move(steps.mutable_item(position)));
-    }
-  }
-  return kept;
+  return filtered(std::move(steps), [&seen](const JsonValue& step, std::size_t position) {
+    return seen.insert(call_text(step, position)).second;
+  });
 }
 
-Choice choose_steps(JsonList signals, JsonList usual) {
-  const Keep keep{std::clamp(signals.size(), std::size_t{1}, MAX_STEPS)};
-  JsonList steps = std::move(signals);
+bool is_served(std::string_view tool, std::optional<std::string_view> action,
+               const ServedTools* serves) noexcept {
+  return serves == nullptr || serves->contains(tool, action);
+}
+
+bool is_served(const JsonValue& step, const ServedTools* serves) noexcept {
+  const JsonObject& call = *step.object();
+  return is_served(call["tool"].string().value_or(""), (*call["args"].object())["action"].string(), serves);
+}
+
+Choice choose_steps(Candidates candidates, const ServedTools* serves) {
+  if (!candidates.own.empty()) return {std::move(candidates.own), Keep{1}};
+  JsonList steps = served(std::move(candidates.signals), serves);
+  JsonList usual = served(std::move(candidates.usual), serves);
+  const Keep keep{std::clamp(steps.size(), std::size_t{1}, MAX_STEPS)};
   if (steps.empty()) std::swap(steps, usual);
   for (std::size_t position = 0; position < usual.size(); ++position) {
     steps.push_back(std::move(usual.mutable_item(position)));
@@ -102,11 +127,6 @@ Choice choose_steps(JsonList signals, JsonList usual) {
   steps = _deduplicated(std::move(steps));
   steps.truncate(MAX_STEPS);
   return {std::move(steps), keep};
-}
-
-Choice choose_steps(Candidates candidates) {
-  if (!candidates.own.empty()) return {std::move(candidates.own), Keep{1}};
-  return choose_steps(std::move(candidates.signals), std::move(candidates.usual));
 }
 
 void prepare(JsonObject& response, JsonValue freshness) {
@@ -124,7 +144,7 @@ Candidates candidate_steps(JsonObject& response, std::string_view tool_name, con
 }
 
 JsonObject& _add_next_steps(JsonObject& response, std::string_view tool_name, const FinishOptions& options) {
-  Choice choice = choose_steps(candidate_steps(response, tool_name, options));
+  Choice choice = choose_steps(candidate_steps(response, tool_name, options), options.serves);
   JsonList steps = _within_share(response, std::move(choice.steps), choice.keep);
   if (!steps.empty()) response.append("next_steps", std::move(steps));
   return response;

@@ -10,6 +10,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -52,12 +53,15 @@ struct Choice {
   Keep keep;
 };
 
-// The choice from the signals and usual follow-ups of an answer whose tool gave
-// no steps. Throws as _deduplicated.
-Choice choose_steps(values::JsonList signals, values::JsonList usual);
+// Whether a server that has `serves` has the call; null has every call. `step` is one
+// of the module's own.
+bool is_served(std::string_view tool, std::optional<std::string_view> action,
+               const ServedTools* serves) noexcept;
+bool is_served(const values::JsonValue& step, const ServedTools* serves) noexcept;
 
-// The choice from any candidates. Throws as _deduplicated.
-Choice choose_steps(Candidates candidates);
+// The choice from the candidates, of which those of the tables must be served. Throws
+// as _deduplicated.
+Choice choose_steps(Candidates candidates, const ServedTools* serves);
 
 // Does to `response` what comes before the choice of its steps: drops its null
 // fields and adds the freshness block. Throws std::bad_alloc, and then some of it

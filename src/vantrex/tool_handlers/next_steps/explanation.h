@@ -40,9 +40,10 @@ enum class Source : std::uint8_t { own, signal, usual };
 // What became of a step.
 enum class Verdict : std::uint8_t {
   kept,
-  repeat,    // makes the same call as a step before it
-  over_cap,  // as many steps as an answer may have were before it
-  over_room  // with it, the hints take more than their room
+  not_served,  // the server does not have the call
+  repeat,      // makes the same call as a step before it
+  over_cap,    // as many steps as an answer may have were before it
+  over_room    // with it, the hints take more than their room
 };
 
 // A step that the answer could have got.
@@ -63,10 +64,24 @@ struct NEXT_STEPS_API CandidateStep {
   std::string why() const;
 };
 
-// A hint of the catalogue's row of which no step could be made.
+// A hint of the catalogue's row that the server has, and of which no step could be made.
 struct AbsentHint {
   const Hint* hint;  // in a constant table, never null
   std::string why;   // "no hits", "no files and no base branch"
+};
+
+// A signal that looked at the answer and gave no step.
+struct SilentSignal {
+  std::string_view row;  // the key of the table's row
+  std::string why;       // "12 hits, not 0"
+};
+
+// The keys of the tables' rows that an answer's steps come from, empty where there is
+// none. They are the tool, or the tool and the action.
+struct TableRows {
+  std::string_view usual = {};   // "search"
+  bool usual_of_tool = false;    // whether that is the tool's row, as the action has none
+  std::string_view signal = {};  // "search:symbols"
 };
 
 // Everything that decided on the steps of one answer.
@@ -84,14 +99,27 @@ struct NEXT_STEPS_API Explanation {
   bool is_floor = false;
 
   std::vector<CandidateStep> candidates;  // in the order in which they were considered
-  std::vector<AbsentHint> absent;         // none when the tool gave steps of its own
+
+  // All empty when the tool gave steps of its own: the tables are not asked then.
+  TableRows rows;
+  std::vector<AbsentHint> absent;
+  std::vector<SilentSignal> silent;
+
+  // What looks like a mistake of the tool's author, a sentence each.
+  std::vector<std::string> remarks;
+
+  // "320 bytes (the floor; 15 % of 537 is 80)", "417 bytes (15 % of 2786)".
+  std::string room_text() const;
 
   // {"answer": {"bytes", "hint_bytes", "hint_fields": [{"path", "bytes"}],
-  //             "step_bytes", "room", "room_from"},
+  //             "step_bytes", "room", "room_from", "room_text"},
+  //  "rows": {"usual", "usual_of_tool", "signal"},
   //  "candidates": [{"step", "from", "bytes", "kept", "why"}],
-  //  "absent": [{"hint": {"tool", "reason", "action", "takes"}, "why"}]}
-  // where "room_from" is "share" or "floor", and a hint has the fields that it
-  // has. Throws std::bad_alloc.
+  //  "absent": [{"hint": {"tool", "reason", "action", "takes"}, "why"}],
+  //  "silent": [{"signal", "why"}],
+  //  "remarks": [string]}
+  // where "room_from" is "share" or "floor", a row that there is not is null, and a
+  // hint has the fields that it has. Throws std::bad_alloc.
   values::JsonObject to_dict() const;
 };
 

@@ -11,17 +11,19 @@ using values::JsonValue;
 
 namespace {
 
-std::vector<CandidateStep> considered(const Candidates& found, std::string_view signal_key,
-                                      std::string_view usual_key) {
+std::vector<CandidateStep> considered(const Candidates& found, const TableRows& rows,
+                                      const ServedTools* serves) {
   std::vector<CandidateStep> candidates;
-  const auto add = [&candidates](const JsonList& steps, Source source, std::string_view row) {
+  const auto add = [&](const JsonList& steps, Source source, std::string_view row) {
     for (const JsonValue& step : steps) {
-      candidates.push_back({step, source, row, _encoded_size(step), Verdict::over_cap});
+      const bool served = source == Source::own || is_served(step, serves);
+      candidates.push_back(
+          {step, source, row, _encoded_size(step), served ? Verdict::over_cap : Verdict::not_served});
     }
   };
   add(found.own, Source::own, "");
-  add(found.signals, Source::signal, signal_key);
-  add(found.usual, Source::usual, usual_key);
+  add(found.signals, Source::signal, rows.signal);
+  add(found.usual, Source::usual, rows.usual);
   return candidates;
 }
 
@@ -36,11 +38,13 @@ std::size_t first_of_call(const std::vector<CandidateStep>& candidates, std::siz
 }
 
 // The candidates that were chosen, in their order, for the budget to judge. The others
-// get their verdict here: they repeat a call, or come after the last that was chosen.
+// that are served get their verdict here: they repeat a call, or come after the last
+// that was chosen.
 std::vector<CandidateStep*> sort_out(std::vector<CandidateStep>& candidates, const JsonList& chosen) {
   std::vector<CandidateStep*> judged;
   for (std::size_t position = 0; position < candidates.size(); ++position) {
     CandidateStep& candidate = candidates[position];
+    if (candidate.verdict == Verdict::not_served) continue;
     if (judged.size() < chosen.size() && chosen[judged.size()] == candidate.step) {
       judged.push_back(&candidate);
       continue;
@@ -64,10 +68,10 @@ void measure(const AnswerBytes& bytes, const std::vector<CandidateStep*>& steps)
 }  // namespace
 
 std::vector<CandidateStep> judged_steps(const JsonObject& answer, const AnswerBytes& bytes,
-                                        const Candidates& found, std::string_view signal_key,
-                                        std::string_view usual_key) {
-  std::vector<CandidateStep> candidates = considered(found, signal_key, usual_key);
-  const Choice choice = choose_steps(found);
+                                        const Candidates& found, const TableRows& rows,
+                                        const ServedTools* serves) {
+  std::vector<CandidateStep> candidates = considered(found, rows, serves);
+  const Choice choice = choose_steps(found, serves);
   const std::vector<CandidateStep*> chosen = sort_out(candidates, choice.steps);
   measure(bytes, chosen);
   const std::size_t kept = _within_share(answer, choice.steps, choice.keep).size();

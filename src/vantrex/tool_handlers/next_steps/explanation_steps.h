@@ -3,7 +3,6 @@
 // A pure function; it throws only std::bad_alloc and what _deduplicated throws.
 #pragma once
 
-#include <string_view>
 #include <vector>
 
 #include "vantrex/tool_handlers/next_steps/assembly.h"
@@ -13,11 +12,11 @@
 namespace vantrex::tool_handlers::next_steps {
 
 // The steps of `found` in their order, each with its verdict: the kept ones are
-// those that `answer`, which has no "next_steps" yet, gets of them. The rows
-// are the keys of the tables' rows that signals and usual follow-ups came from. `bytes`
-// are those of `answer`.
+// those that `answer`, which has no "next_steps" yet, gets of them from a server that
+// has `serves`. `rows` are the rows that signals and usual follow-ups came from, `bytes`
+// those of `answer`.
 std::vector<CandidateStep> judged_steps(const values::JsonObject& answer, const AnswerBytes& bytes,
-                                        const Candidates& found, std::string_view signal_key,
-                                        std::string_view usual_key);
+                                        const Candidates& found, const TableRows& rows,
+                                        const ServedTools* serves = nullptr);
 
 }  // namespace vantrex::tool_handlers::next_steps

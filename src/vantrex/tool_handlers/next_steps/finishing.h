@@ -11,6 +11,7 @@
 
 #include "vantrex/export.h"
 #include "vantrex/tool_handlers/next_steps/optional_text.h"
+#include "vantrex/tool_handlers/next_steps/served_tools.h"
 #include "vantrex/values/json_value.h"
 
 namespace vantrex::tool_handlers::next_steps {
@@ -31,6 +32,10 @@ struct FinishOptions {
   const values::JsonObject* arguments = nullptr;
   // The index's freshness block, null while the index is current.
   values::JsonValue freshness = nullptr;
+  // What the server has, borrowed for the call; null when it has every tool. Steps
+  // from the tables that it does not have are left out; own steps and those of a
+  // miss are the handler's word and stay.
+  const ServedTools* serves = nullptr;
 };
 
 // The finished answer to a request: `response` without its null fields, with

@@ -57,17 +57,20 @@ const SignalRow* signal_row(std::string_view tool, std::optional<std::string_vie
   return detail::find_joined(_SIGNALS, tool, action);
 }
 
+JsonObject known_to_signals(const AnswerView& answer, std::optional<std::string_view> action) {
+  return {{"hits", answer.hit_count()},
+          {"query", answer.requested_or_answered("query")},
+          {"fqn", answer.requested_or_answered("fqn")},
+          {"path", answer.arguments["path"]},
+          {"what", Text::lossy(action.value_or(""))}};
+}
+
 JsonList signal_steps(const AnswerView& answer, std::string_view tool,
                       std::optional<std::string_view> action) {
   JsonList steps;
   const SignalRow* row = signal_row(tool, action);
   if (row == nullptr) return steps;
-  const JsonObject known{{"hits", answer.hit_count()},
-                         {"query", answer.requested_or_answered("query")},
-                         {"fqn", answer.requested_or_answered("fqn")},
-                         {"path", answer.arguments["path"]},
-                         {"what", Text::lossy(action.value_or(""))}};
-  if (auto found = row->signal(known)) steps.push_back(*std::move(found));
+  if (auto found = row->signal(known_to_signals(answer, action))) steps.push_back(*std::move(found));
   return steps;
 }
 

@@ -49,6 +49,9 @@ static_assert(detail::has_unique_keys(_SIGNALS));
 // The row for `tool` and `action`, or null.
 const SignalRow* signal_row(std::string_view tool, std::optional<std::string_view> action) noexcept;
 
+// What the signals look at, of an answer to the action.
+values::JsonObject known_to_signals(const AnswerView& answer, std::optional<std::string_view> action);
+
 // The signal steps of an answer: a list of one step at most.
 values::JsonList _signals(const values::JsonObject& response, std::string_view tool,
                           std::optional<std::string_view> action, const values::JsonObject& arguments);

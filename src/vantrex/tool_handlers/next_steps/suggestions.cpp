@@ -4,6 +4,7 @@
 #include <string>
 #include <utility>
 
+#include "vantrex/forced_unwind.h"
 #include "vantrex/logging/logger.h"
 #include "vantrex/tool_handlers/next_steps/catalogue.h"
 #include "vantrex/workers/name_lookup.h"
@@ -24,12 +25,17 @@ constexpr logging::Logger logger("vantrex.tool_handlers.next_steps");
 template <typename Lookup>
 auto guarded(Lookup lookup, std::string_view warning, const models::Repository& repository,
              std::string_view wanted) -> decltype(lookup(repository, wanted)) {
+  std::exception_ptr failure;
   try {
     return lookup(repository, wanted);
+  } catch (const ForcedUnwind&) {
+    throw;
   } catch (...) {
-    logger.warning(warning, wanted, std::current_exception());
-    return {};
+    failure = std::current_exception();
   }
+  // Outside the handler, from which a cancellation of the thread could not pass.
+  logger.warning(warning, wanted, std::move(failure));
+  return {};
 }
 
 std::string joined(std::string_view before, std::string_view wanted, std::string_view between,

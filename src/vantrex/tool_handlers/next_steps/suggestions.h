@@ -9,7 +9,8 @@
 //
 // A lookup that fails, with whatever it throws, costs one warning in the log
 // and is then as if nothing were near. Everything else that is thrown reaches
-// the caller, and the answer may by then hold some of the fields.
+// the caller, and the answer may by then hold some of the fields. The cancellation of
+// the thread is no failure and goes on.
 #pragma once
 
 #include <string_view>

@@ -1,0 +1,53 @@
+#include "next_steps/serves_option.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <stdexcept>
+
+namespace next_steps_program {
+
+namespace module = vantrex::tool_handlers::next_steps;
+
+namespace {
+
+// The tool or action that "symbol" or "symbol:detail" names.
+module::ServedTool read_served_tool(std::string_view text) {
+  const std::size_t colon = std::min(text.find(':'), text.size());
+  const std::string_view tool = text.substr(0, colon);
+  if (colon == text.size() && !tool.empty()) return {.tool = std::string(tool)};
+  const std::string_view action = text.substr(std::min(colon + 1, text.size()));
+  if (tool.empty() || action.empty() || action.find(':') != std::string_view::npos) {
+    throw std::invalid_argument("\"" + std::string(text) + "\" is neither TOOL nor TOOL:ACTION");
+  }
+  return {.tool = std::string(tool), .action = action};
+}
+
+}  // namespace
+
+std::vector<module::ServedTool> read_served_tools(std::string_view text) {
+  std::vector<module::ServedTool> tools;
+  for (std::size_t begin = 0; begin <= text.size();) {
+    const std::size_t end = std::min(text.find(',', begin), text.size());
+    tools.push_back(read_served_tool(text.substr(begin, end - begin)));
+    begin = end + 1;
+  }
+  return tools;
+}
+
+void ServesOption::add_to(CLI::App& parser) {
+  const auto parse = [this](const std::string& text) {
+    try {
+      tools_ = read_served_tools(text);
+    } catch (const std::invalid_argument& error) {
+      throw CLI::ValidationError("--serves", error.what());
+    }
+    set_.emplace();
+    for (const module::ServedTool& each : tools_) set_->add(each);
+  };
+  parser
+      .add_option_function<std::string>(
+          "--serves", parse, "What the server has: tools, with all their actions, and single actions")
+      ->type_name("TOOL[:ACTION],...");
+}
+
+}  // namespace next_steps_program

@@ -1,0 +1,107 @@
+#include "vantrex/tool_handlers/next_steps/explanation_remarks.h"
+
+#include <algorithm>
+#include <optional>
+#include <set>
+
+#include "vantrex/models/repository.h"
+#include "vantrex/tool_handlers/next_steps/catalogue.h"
+#include "vantrex/tool_handlers/next_steps/signal_trial.h"
+#include "vantrex/values/text_forms.h"
+#include "vantrex/workers/name_lookup.h"
+
+namespace vantrex::tool_handlers::next_steps {
+
+using values::JsonObject;
+using values::JsonValue;
+using values::Kind;
+
+namespace {
+
+std::string quoted(std::string_view text) {
+  return values::compact_text(JsonValue(values::Text::lossy(text)));
+}
+
+// "one, two, three".
+template <typename Texts>
+std::string listed(const Texts& texts) {
+  std::string list;
+  for (const auto& each : texts) {
+    if (!list.empty()) list += ", ";
+    list += each;
+  }
+  return list;
+}
+
+// What an entry of an own list lacks to be a step; empty when it is one.
+std::string lack_of_step(const JsonValue& entry) {
+  const JsonObject* step = entry.object();
+  if (step == nullptr) return "is no object";
+  if ((*step)["tool"].kind() != Kind::string) return "has no \"tool\" that is a string";
+  if ((*step)["args"].kind() != Kind::object) return "has no \"args\" that is an object";
+  if ((*step)["reason"].kind() != Kind::string) return "has no \"reason\" that is a string";
+  return "";
+}
+
+// Every tool that the tables name, also one that only a step calls.
+std::set<std::string> table_tools() {
+  std::set<std::string> tools;
+  const auto add_tool_of = [&](std::string_view key) { tools.emplace(key.substr(0, key.find(':'))); };
+  for (const FollowUps& row : NEXT_STEPS) {
+    add_tool_of(row.key);
+    for (const Hint* hint : row.hints()) tools.emplace(hint->tool.view());
+  }
+  for (const SignalRow& row : _SIGNALS) {
+    add_tool_of(row.key);
+    const JsonObject step = SignalTrial(row).step();
+    tools.emplace(step["tool"].string().value_or(""));
+  }
+  return tools;
+}
+
+std::optional<std::string> unknown_tool(std::string_view tool) {
+  const std::set<std::string> tools = table_tools();
+  if (tools.contains(std::string(tool)) || NEXT_STEPS.find(tool) != nullptr) return std::nullopt;
+  models::InMemoryRepository known;
+  for (const std::string& each : tools) known.add_symbol({.fqn = each, .name = each});
+  const auto nearest = workers::nearest_symbols(known, tool);
+  return "unknown tool " + quoted(tool) + "; " +
+         (nearest.empty() ? "known are " + listed(tools)
+                          : "did you mean " + quoted(nearest.front().fqn) + "?");
+}
+
+bool takes_from_hits(const AbsentHint& absent) {
+  const auto takes = absent.hint->takes;
+  return takes == Takes::fqn || takes == Takes::path || takes == Takes::component;
+}
+
+}  // namespace
+
+std::vector<std::string> remarks_on_own_steps(const JsonValue& own) {
+  std::vector<std::string> remarks;
+  if (own.is_null()) return remarks;
+  if (own.list() == nullptr) return {"\"next_steps\" is ignored: it is no list"};
+  for (std::size_t position = 0; position < own.list()->size(); ++position) {
+    const std::string lack = lack_of_step((*own.list())[position]);
+    if (lack.empty()) continue;
+    remarks.push_back("next_steps[" + std::to_string(position) + "] is sent as it is, but is no step: it " +
+                      lack);
+  }
+  return remarks;
+}
+
+std::vector<std::string> remarks_on_tables(const AnswerView& answer, std::string_view tool,
+                                           const ServedTools* serves, const std::vector<AbsentHint>& absent) {
+  std::vector<std::string> remarks;
+  const bool is_served = serves != nullptr && serves->contains_any_of(tool);
+  if (auto unknown = is_served ? std::nullopt : unknown_tool(tool)) remarks.push_back(*std::move(unknown));
+  const auto& lists = answer.hit_lists();
+  const bool has_list = std::any_of(lists.begin(), lists.end(), [](const auto* list) { return list; });
+  const bool wants_hits = std::any_of(absent.begin(), absent.end(), takes_from_hits);
+  if (wants_hits && !has_list && !answer.has_no_hits()) {
+    remarks.push_back("no hits: none of the answer's fields is one of the lists " + listed(_HIT_LISTS));
+  }
+  return remarks;
+}
+
+}  // namespace vantrex::tool_handlers::next_steps

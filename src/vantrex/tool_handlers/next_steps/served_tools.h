@@ -1,0 +1,58 @@
+// ServedTools: which tools and actions a server has.
+//
+// Purpose: a server that lacks some of the tools names those that it has, so that
+// no answer offers a step to another. Make one set for the server, before the first
+// answer.
+//
+// Ownership: owns its texts, which may be any bytes. Threads: any number may read
+// one set at once.
+#pragma once
+
+#include <functional>
+#include <initializer_list>
+#include <map>
+#include <optional>
+#include <set>
+#include <string>
+#include <string_view>
+
+#include "vantrex/export.h"
+#include "vantrex/tool_handlers/next_steps/optional_text.h"
+
+namespace vantrex::tool_handlers::next_steps {
+
+// A tool with all its actions, or one action of it.
+struct ServedTool {
+  std::string tool;               // "symbol"
+  OptionalText action = nullptr;  // absent for the tool itself and all its actions
+};
+
+// A set of tools and actions.
+class NEXT_STEPS_API ServedTools {
+ public:
+  // The empty set, of a server without tools.
+  ServedTools() = default;
+  // The set of `tools`: {{"search"}, {"symbol", "detail"}, {"symbol", "callers"}}.
+  // Throws std::bad_alloc.
+  ServedTools(std::initializer_list<ServedTool> tools);
+
+  // Adds a tool or an action; one that is there already changes nothing. Throws
+  // std::bad_alloc.
+  void add(const ServedTool& served);
+
+  // Whether the server has the action, or, without an action, the tool itself.
+  bool contains(std::string_view tool, std::optional<std::string_view> action) const noexcept;
+
+  // Whether the server has the tool or any action of it.
+  bool contains_any_of(std::string_view tool) const noexcept { return tools_.contains(tool); }
+
+ private:
+  struct Actions {
+    bool all = false;
+    std::set<std::string, std::less<>> some = {};
+  };
+
+  std::map<std::string, Actions, std::less<>> tools_;
+};
+
+}  // namespace vantrex::tool_handlers::next_steps
