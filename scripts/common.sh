@@ -3,9 +3,9 @@
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
-build_packages=(g++ cmake ninja-build nlohmann-json3-dev libcli11-dev)
-test_packages=("${build_packages[@]}" libgtest-dev clang-format universal-ctags pkg-config)
-bench_packages=(libbenchmark-dev rapidjson-dev libboost-json1.81-dev)
+build_packages=(g++ cmake ninja-build rapidjson-dev libcli11-dev)
+test_packages=("${build_packages[@]}" libgtest-dev nlohmann-json3-dev clang-format universal-ctags pkg-config)
+bench_packages=(libbenchmark-dev rapidjson-dev nlohmann-json3-dev libboost-json1.81-dev)
 ci_packages=("${test_packages[@]}" clang clang-tidy libclang-rt-14-dev)
 
 say() {

@@ -1,11 +1,15 @@
 #include "next_steps/json_reader.h"
 
 #include <algorithm>
+#include <charconv>
+#include <cmath>
 #include <cstdint>
-#include <iterator>
+#include <cstdlib>
+#include <new>
 #include <utility>
 
-#include <nlohmann/json.hpp>
+#include <rapidjson/error/en.h>
+#include <rapidjson/reader.h>
 
 #include "vantrex/values/utf8.h"
 
@@ -26,113 +30,105 @@ constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
   throw JsonError(place_of(text, offset), message);
 }
 
-// Refuses what the parser would accept silently or take for the end of the
-// text, and gives ill-formed bytes a place before anything else is looked at.
+// Refuses bytes that no JSON text holds. The parser stops at each of them or its strings
+// are refused, so they are looked for only then; they come before other errors.
 void check_bytes(std::string_view text) {
   if (text.starts_with(kByteOrderMark)) reject(text, 0, "byte-order mark before the document");
-  // The parser would look for a byte-order mark here, and complain about that.
-  if (text.starts_with(kByteOrderMark.front())) reject(text, 0, "invalid literal");
   const std::size_t nul = text.find('\0');
   const std::size_t well_formed = values::scan_utf8(text.substr(0, nul)).well_formed;
   if (well_formed < std::min(nul, text.size())) reject(text, well_formed, "ill-formed UTF-8");
   if (nul != std::string_view::npos) reject(text, nul, "NUL byte");
 }
 
-// The quote that opens the string whose closing quote is at `closing`: inside a
-// string every quote follows an odd number of backslashes, before it none do.
-std::size_t opening_quote(std::string_view text, std::size_t closing) {
-  for (std::size_t quote = text.rfind('"', closing - 1);; quote = text.rfind('"', quote - 1)) {
-    const std::size_t before = text.substr(0, quote).find_last_not_of('\\');
-    const std::size_t backslashes = before == std::string_view::npos ? quote : quote - before - 1;
-    if (backslashes % 2 == 0) return quote;
+// The end of the hexadecimal digits at `begin`, of which there are four at most.
+std::size_t hex_end(std::string_view text, std::size_t begin) {
+  const std::size_t end = text.find_first_not_of("0123456789abcdefABCDEF", begin);
+  return std::min({end, begin + 4, text.size()});
+}
+
+// Whether the digits of "\uD8" and so on, at `digits`, are those of a surrogate whose
+// second digit is one of `seconds`.
+bool is_surrogate(std::string_view text, std::size_t digits, std::string_view seconds) {
+  return (text[digits] | 0x20) == 'd' && seconds.find(text[digits + 1]) != std::string_view::npos;
+}
+constexpr std::string_view kOfHigh = "89abAB";
+constexpr std::string_view kOfLow = "cdefCDEF";
+
+// The byte that breaks the escape at `escape`, which is no valid one.
+std::size_t breaking_byte(std::string_view text, std::size_t escape) {
+  if (text.substr(escape, 2) != "\\u") return escape + 1;
+  const std::size_t end = hex_end(text, escape + 2);
+  if (end < escape + 6) return end;
+  if (is_surrogate(text, escape + 2, kOfLow)) return end - 1;  // with no high one before it
+  if (text.substr(end, 2) != "\\u") return text.substr(end, 1) == "\\" ? end + 1 : end;
+  const std::size_t second_end = hex_end(text, end + 2);
+  return second_end < end + 6 ? second_end : second_end - 1;
+}
+
+// The escape of a low surrogate without a high one before it, in the string that opens
+// at `quote` and has one. Its other escapes are valid.
+std::size_t lone_low_surrogate(std::string_view text, std::size_t quote) {
+  for (std::size_t escape = quote;;) {
+    escape = text.find('\\', escape);
+    if (text[escape + 1] != 'u') {
+      escape += std::string_view(R"(\n)").size();
+    } else if (is_surrogate(text, escape + 2, kOfLow)) {
+      return escape;
+    } else {
+      escape +=
+          std::string_view(is_surrogate(text, escape + 2, kOfHigh) ? R"(\ud83d\ude00)" : R"(\u00e9)").size();
+    }
   }
 }
 
-// The first byte of the token whose last byte is at `last`. `read` is what the
-// parser has read of it, for a number just that.
-std::size_t token_start(std::string_view text, std::size_t last, std::string_view read) {
-  if (last >= text.size()) return text.size();
-  const char byte = text[last];
-  if (byte == '"') return opening_quote(text, last);
-  if (byte >= '0' && byte <= '9') return last + 1 - read.size();
-  for (const std::string_view literal : {"true", "false", "null"}) {
-    if (text.substr(0, last + 1).ends_with(literal)) return last + 1 - literal.size();
-  }
-  return last;
-}
-
-// The bytes of a text, telling how far they have been read.
-class TrackedByte {
+// Memory for the parser's stack, which must not go on without any.
+class ThrowingAllocator {
  public:
-  using iterator_category = std::input_iterator_tag;
-  using value_type = char;
-  using difference_type = std::ptrdiff_t;
-  using pointer = const char*;
-  using reference = const char&;
+  static constexpr bool kNeedFree = true;
 
-  TrackedByte(const char* byte, const char** reached) : byte_(byte), reached_(reached) {}
-
-  reference operator*() const { return *byte_; }
-  TrackedByte& operator++() {
-    *reached_ = ++byte_;
-    return *this;
+  static void* Malloc(std::size_t size) { return Realloc(nullptr, 0, size); }
+  static void* Realloc(void* memory, std::size_t /*size*/, std::size_t new_size) {
+    if (new_size == 0) {
+      Free(memory);
+      return nullptr;
+    }
+    void* const grown = std::realloc(memory, new_size);  // NOLINT(cppcoreguidelines-no-malloc)
+    return grown == nullptr ? throw std::bad_alloc() : grown;
   }
-  friend bool operator==(const TrackedByte& a, const TrackedByte& b) { return a.byte_ == b.byte_; }
-
- private:
-  const char* byte_;
-  const char** reached_;
+  static void Free(void* memory) noexcept { std::free(memory); }  // NOLINT(cppcoreguidelines-no-malloc)
 };
 
 // Builds the value from the parser's events, with a stack of its own.
-class TreeBuilder {
+class TreeBuilder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, TreeBuilder> {
  public:
   TreeBuilder(std::string_view text, std::vector<MemberOffset>* members)
-      : text_(text), reached_(text.data()), members_(members) {}
+      : text_(text), copy_(text), stream_(copy_.data()), members_(members) {}
 
   JsonValue build() {
-    const char* end = text_.data() + text_.size();
-    nlohmann::json::sax_parse(TrackedByte(text_.data(), &reached_), TrackedByte(end, &reached_), this);
+    constexpr unsigned kFlags =
+        rapidjson::kParseInsituFlag | rapidjson::kParseIterativeFlag | rapidjson::kParseNumbersAsStringsFlag;
+    rapidjson::GenericReader<rapidjson::UTF8<>, rapidjson::UTF8<>, ThrowingAllocator> reader;
+    const rapidjson::ParseResult result = reader.Parse<kFlags>(stream_, *this);
+    if (result.IsError()) refuse(result.Code(), result.Offset());
+    if (stream_.Tell() < text_.size()) check_bytes(text_);  // a NUL byte passes for the end
     return std::move(root_);
   }
 
-  bool null() { return add(nullptr); }
-  bool boolean(bool value) { return add(value); }
-  bool number_integer(std::int64_t value) { return add(value); }
-  bool number_unsigned(std::uint64_t value) { return add(value); }
-  bool number_float(double value, const std::string& raw) {
-    // An integer beyond 64 bits comes as a float too, but written as integers are.
-    if (const auto integer = Integer::parse(raw)) return add(*integer);
-    return add(value);
-  }
-  bool string(const std::string& value) { return add(Text(value)); }
-  static bool binary(const nlohmann::json::binary_t& /*value*/) { return false; }
-
-  bool start_object(std::size_t /*size*/) { return open(JsonObject()); }
-  bool start_array(std::size_t /*size*/) { return open(JsonList()); }
-  bool end_object() { return close(); }
-  bool end_array() { return close(); }
-  bool key(const std::string& value) {
-    open_.back().key = Text(value);
+  // The parser's events. During each the stream stands at the first byte of its token.
+  bool Null() { return add(nullptr); }
+  bool Bool(bool value) { return add(value); }
+  bool RawNumber(const char* digits, std::size_t size, bool /*copy*/) { return add(number({digits, size})); }
+  bool String(const char* bytes, std::size_t size, bool /*copy*/) { return add(text({bytes, size})); }
+  bool StartObject() { return open(JsonObject()); }
+  bool StartArray() { return open(JsonList()); }
+  bool EndObject(std::size_t /*count*/) { return close(); }
+  bool EndArray(std::size_t /*count*/) { return close(); }
+  bool Key(const char* bytes, std::size_t size, bool /*copy*/) {
+    open_.back().key = text({bytes, size});
     if (members_ != nullptr && open_.size() == 1) {
-      const auto closing = static_cast<std::size_t>(reached_ - text_.data()) - 1;
-      members_->push_back({open_.back().key, opening_quote(text_, closing)});
+      members_->push_back({open_.back().key, stream_.Tell()});
     }
     return true;
-  }
-
-  bool parse_error(std::size_t bytes_read, const std::string& token,
-                   const nlohmann::json::exception& error) const {
-    constexpr int kOutOfRange = 406;
-    const std::size_t last = std::min(bytes_read - 1, text_.size());
-    if (error.id == kOutOfRange) reject(text_, token_start(text_, last, token), "number out of range");
-    std::string message = error.what();
-    message.erase(0, message.find(": ") + 2);
-    // A broken token is quoted in the message, and the place is the byte that
-    // broke it; else the place is the whole token that was not expected.
-    const std::size_t quoted = message.find("; last read: ");
-    if (quoted == std::string::npos) reject(text_, token_start(text_, last, token), message);
-    reject(text_, last, message.substr(0, quoted));
   }
 
  private:
@@ -140,6 +136,33 @@ class TreeBuilder {
     JsonValue container;
     Text key;  // of the field that is being read
   };
+
+  // The text of the last token, whose bytes are `unescaped`.
+  Text text(std::string_view unescaped) {
+    try {
+      return Text(unescaped);
+    } catch (const values::InvalidUtf8&) {  // which the parser does not look for
+      check_bytes(text_);
+      refuse(rapidjson::kParseErrorStringUnicodeSurrogateInvalid, lone_low_surrogate(text_, stream_.Tell()));
+    }
+  }
+
+  // The number that the last token, `digits`, writes.
+  JsonValue number(std::string_view digits) {
+    const char* end = digits.data() + digits.size();
+    std::int64_t small = 0;
+    if (const auto read = std::from_chars(digits.data(), end, small);
+        read.ptr == end && read.ec == std::errc()) {
+      return small;
+    }
+    double value = 0;
+    if (std::from_chars(digits.data(), end, value).ec != std::errc()) {
+      value = std::strtod(std::string(digits).c_str(), nullptr);  // tells too large from too small
+    }
+    if (std::isinf(value)) refuse(rapidjson::kParseErrorNumberTooBig, stream_.Tell());
+    if (const auto integer = Integer::parse(digits)) return *integer;
+    return value;
+  }
 
   bool add(JsonValue value) {
     if (open_.empty()) {
@@ -164,8 +187,17 @@ class TreeBuilder {
     return add(std::move(finished));
   }
 
+  [[noreturn]] void refuse(rapidjson::ParseErrorCode code, std::size_t offset) const {
+    const bool in_string = code >= rapidjson::kParseErrorStringUnicodeEscapeInvalidHex &&
+                           code <= rapidjson::kParseErrorStringEscapeInvalid;
+    if (!in_string) reject(text_, offset, rapidjson::GetParseError_En(code));
+    if (text_[offset] != '\\') reject(text_, offset, "Control character in string.");
+    reject(text_, breaking_byte(text_, offset), rapidjson::GetParseError_En(code));
+  }
+
   std::string_view text_;
-  const char* reached_;
+  std::string copy_;  // the parser unescapes its strings in place
+  rapidjson::InsituStringStream stream_;
   std::vector<MemberOffset>* members_;
   std::vector<Open> open_;
   JsonValue root_;
@@ -181,8 +213,12 @@ Place place_of(std::string_view text, std::size_t offset) {
 }
 
 JsonValue read_json(std::string_view text, std::vector<MemberOffset>* members) {
-  check_bytes(text);
-  return TreeBuilder(text, members).build();
+  try {
+    return TreeBuilder(text, members).build();
+  } catch (const JsonError&) {
+    check_bytes(text);
+    throw;
+  }
 }
 
 JsonObject read_json_object(std::string_view text, std::string_view what,

@@ -28,7 +28,7 @@ next-steps finish --tool status --serves search,architecture:components | {} | 0
 next-steps batch --serves architecture:dependencies | {"response":{},"tool":"status"} | 0 | {} | 
 next-steps batch --help|head -1 |  | 0 | Finish the answers of a stream of JSON lines | 
 
-next-steps finish --tool x | {"a": 1e999} | 1 |  | <stdin>:1:7: number out of range\n
+next-steps finish --tool x | {"a": 1e999} | 1 |  | <stdin>:1:7: Number too big to be stored in double.\n
 next-steps finish --tool x |  [1] | 1 |  | <stdin>:1:2: an answer must be an object, not a list\n
 echo '{' >$TMPDIR/a.json; next-steps finish --tool x $TMPDIR/a.json |  | 1 |  | /a.json:2:1: 
 next-steps finish --tool x --arguments '{"a":]' | {} | 1 |  | --arguments:1:6: 
@@ -89,7 +89,7 @@ TEST(Program, BearsDepthAndSizeOnASmallStack) {
                 .out,
             "100000009\n");
   EXPECT_EQ(run("next-steps finish --tool x", R"({"a":)" + std::string(1'000'000, '7') + "}").err,
-            "<stdin>:1:6: number out of range\n");
+            "<stdin>:1:6: Number too big to be stored in double.\n");
 }
 
 TEST(Batch, AnswersEachLineInItsPlace) {
@@ -101,14 +101,14 @@ TEST(Batch, AnswersEachLineInItsPlace) {
 {"response":{"a":1},"tool":"x"} |  | {"a":1}
   {"tool":"x","action":null,"arguments":null,"freshness":null,"response":{}} |  | {}
 {"response":{},"tool":"x","freshness":{"a":null}} |  | {"freshness":{"a":null}}
- | 1 | syntax error while parsing value - unexpected end of input; expected '[', '{', or a literal
+ | 1 | The document is empty.
  {"tool":"x"} | 2 | \"response\" is missing
 {"response":{}} | 1 | \"tool\" is missing
 {"response":[],"tool":"x"} | 2 | \"response\" must be an object, not a list
 {"tool":"x","response":{"tool":1},"tool":null} | 35 | \"tool\" must be a string, not null
 {"response":{},"tool":"x","arguments":""} | 27 | \"arguments\" must be an object or null, not a string
 {"response":{},"tool":"x","a\"\\":0} | 27 | \"a\\\"\\\\\" is no member of a request
-{"response":{},"tool":"x"} {} | 28 | syntax error while parsing value - unexpected '{'; expected end of input
+{"response":{},"tool":"x"} {} | 28 | The document root must not be followed by other values.
 {"response":{"b":2},"tool":"x"} |  | {"b":2}
 )")) {
     if (number++ > 0) input += '\n';

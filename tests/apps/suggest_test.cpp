@@ -59,9 +59,9 @@ path 0.0 | [] | files | {} | No indexed file is near 0.0
 TEST(Suggest, RefusesWhatIsNoIndexAndSaysWhere) {
   const auto rows = table(R"(
 # a line of the index | the column and message
- | 1: syntax error while parsing value - unexpected end of input; expected '[', '{', or a literal
+ | 1: The document is empty.
 ["tag"] | 1: a tag must be an object, not a list
-{"_type":"tag","name":"a","path":"b" | 37: syntax error while parsing object - unexpected end of input; expected '}'
+{"_type":"tag","name":"a","path":"b" | 37: Missing a comma or '}' after an object member.
 {"_type":"file","name":"a","path":"b"} | 2: "_type" must be "tag" or "ptag"
  {"_type":"tag","path":"b"} | 2: "name" is missing
 {"_type":"tag","name":null,"path":"b"} | 16: "name" must be a string, not null
