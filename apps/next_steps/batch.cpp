@@ -1,53 +1,44 @@
-// next-steps batch: a finished answer for each line, also as a co-process.
+// next-steps batch: a reply for each line, also as a co-process.
 #include <iostream>
 #include <memory>
+#include <optional>
 #include <string>
-#include <utility>
 
+#include "next_steps/batch_request.h"
 #include "next_steps/command.h"
+#include "next_steps/ctags_index.h"
 #include "next_steps/failures.h"
+#include "next_steps/index_file.h"
 #include "next_steps/input.h"
 #include "next_steps/output.h"
-#include "next_steps/request.h"
 #include "next_steps/serves_option.h"
-#include "vantrex/tool_handlers/tool_result.h"
-#include "vantrex/values/text_forms.h"
 
 namespace next_steps_program {
 
-using vantrex::values::JsonObject;
-
 namespace {
-
-// The line that stands in the place of a finished answer.
-std::string error_line(std::size_t line, const JsonError& error) {
-  return compact_text(JsonObject{
-      {"error", JsonObject{{"line", line}, {"column", error.place().column}, {"message", error.what()}}}});
-}
 
 struct BatchOptions {
   std::string file;
+  std::string index;
   ServesOption serves;
 };
 
 ExitStatus batch(const BatchOptions& options) {
+  std::optional<IndexFile> index;
+  if (!options.index.empty()) index.emplace(options.index);
+  const BatchContext context{options.serves.set(), index ? &*index : nullptr};
   Output output;
   Input input(options.file, "requests, one a line,");
   LineReader lines(input, [&output] { output.flush(); });
   std::size_t rejected = 0;
   std::string first_rejection;
   while (const auto line = lines.next()) {
-    try {
-      Request request = read_request(*line);
-      request.serves = options.serves.set();
-      output.write(vantrex::tool_handlers::tool_result_text(finished(std::move(request))));
-    } catch (const JsonError& error) {
-      output.write(error_line(lines.line_number(), error));
-      if (rejected++ == 0) {
-        first_rejection = InputRejected(input.name(), lines.line_number(), error).what();
-      }
-    }
+    const BatchReply reply = reply_to(*line, lines.line_number(), context);
+    output.write(reply.line);
     output.write("\n");
+    if (reply.error && rejected++ == 0) {
+      first_rejection = InputRejected(input.name(), lines.line_number(), *reply.error).what();
+    }
   }
   output.flush();
   if (rejected == 0) return ExitStatus::done;
@@ -59,15 +50,28 @@ ExitStatus batch(const BatchOptions& options) {
 
 Command add_batch(CLI::App& program) {
   auto options = std::make_shared<BatchOptions>();
-  CLI::App* parser = program.add_subcommand("batch", "Finish the answers of a stream of JSON lines");
-  parser->add_option("FILE", options->file, "The requests, one a line; standard input when - or none")
-      ->type_name("");
+  CLI::App* parser = program.add_subcommand("batch", "Answer a stream of requests, one a line");
+  parser->add_option("FILE", options->file, "The requests; standard input when - or none")->type_name("");
+  parser
+      ->add_option("--index", options->index, "The index, a file, for misses; read again when it is replaced")
+      ->check([](const std::string& file) { return file == "-" ? "must be a file" : ""; })
+      ->type_name("INDEX");
   options->serves.add_to(*parser);
   parser->footer(
-      "A request is {\"response\": object, \"tool\": string} with, as known, \"action\": string,\n"
-      "\"arguments\": object, \"freshness\": object. Each line is answered by one line, before the\n"
-      "next is waited for: the finished answer, or {\"error\": {\"line\", \"column\", \"message\"}}\n"
-      "for a line that is no request, an empty one included.");
+      "A request is a JSON object, and one of\n"
+      "  {\"response\": object, \"tool\": string, \"action\"?: string}\n"
+      "                       answered by the finished answer\n"
+      "  the same with \"explain\": true\n"
+      "                       answered as explain --json does\n"
+      "  {\"suggest\": \"symbol\" or \"path\", \"wanted\": string, \"action\"?: string, \"response\"?: "
+      "object}\n"
+      "                       answered as suggest does, from the index\n"
+      "with, as known, \"arguments\": object, \"freshness\": object, \"serves\": [\"symbol:detail\", ...].\n"
+      "Each line is answered by one line, before the next is waited for. A line that is no\n"
+      "request, an empty one included, is answered by {\"error\": {\"line\", \"column\", \"message\"}}.\n"
+      "A request with an \"id\", any value, is answered by {\"id\", \"answer\"} or {\"id\", \"error\"}.\n"
+      "Universal Ctags makes the index:\n  " +
+      std::string(kCtagsCommand));
   return {parser, [options] { return batch(*options); }};
 }
 

@@ -1,6 +1,7 @@
 // The members of a line that must hold one object, checked one by one.
 #pragma once
 
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -20,6 +21,11 @@ class Members {
 
   // Refuses every member that is not in `known`.
   void refuse_others(std::span<const std::string_view> known) const;
+
+  bool has(std::string_view key) const noexcept { return object_.contains(key); }
+
+  // Takes the member `key` out, whatever it is; nothing when it is not there.
+  std::optional<values::JsonValue> take(std::string_view key) noexcept { return object_.remove(key); }
 
   // The member `key`, which must be there and of `kind`; `expected` says so in
   // the message: "an object".

@@ -17,13 +17,9 @@ struct Request {
   std::optional<vantrex::values::JsonObject> arguments;
   vantrex::values::JsonValue freshness;                                     // an object or null
   const vantrex::tool_handlers::next_steps::ServedTools* serves = nullptr;  // borrowed
+  // What the request itself says that the server has; takes the place of the above.
+  std::optional<vantrex::tool_handlers::next_steps::ServedTools> own_serves;
 };
-
-// The request that one line of a batch holds: the object {"response": object,
-// "tool": string, "action"?: string|null, "arguments"?: object|null,
-// "freshness"?: object|null} and no other member. Throws JsonError, with the
-// place of the member that is wrong, and std::bad_alloc.
-Request read_request(std::string_view line);
 
 // The finished answer to `request`, and why it got its steps. Throw
 // std::bad_alloc.

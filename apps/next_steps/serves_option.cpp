@@ -8,9 +8,6 @@ namespace next_steps_program {
 
 namespace module = vantrex::tool_handlers::next_steps;
 
-namespace {
-
-// The tool or action that "symbol" or "symbol:detail" names.
 module::ServedTool read_served_tool(std::string_view text) {
   const std::size_t colon = std::min(text.find(':'), text.size());
   const std::string_view tool = text.substr(0, colon);
@@ -22,8 +19,9 @@ module::ServedTool read_served_tool(std::string_view text) {
   return {.tool = std::string(tool), .action = action};
 }
 
-}  // namespace
+namespace {
 
+// The tools of a list: "search,symbol:detail,files".
 std::vector<module::ServedTool> read_served_tools(std::string_view text) {
   std::vector<module::ServedTool> tools;
   for (std::size_t begin = 0; begin <= text.size();) {
@@ -33,6 +31,8 @@ std::vector<module::ServedTool> read_served_tools(std::string_view text) {
   }
   return tools;
 }
+
+}  // namespace
 
 void ServesOption::add_to(CLI::App& parser) {
   const auto parse = [this](const std::string& text) {

@@ -12,10 +12,11 @@
 
 namespace next_steps_program {
 
-// The tools and actions that `text` lists: "search,symbol:detail,files". Throws
-// std::invalid_argument for what is no such list, and std::bad_alloc.
-std::vector<vantrex::tool_handlers::next_steps::ServedTool> read_served_tools(std::string_view text);
+// The tool or action that `text` names: "symbol" or "symbol:detail". Throws
+// std::invalid_argument for what names none, and std::bad_alloc.
+vantrex::tool_handlers::next_steps::ServedTool read_served_tool(std::string_view text);
 
+// --serves, a list of these with commas between.
 class ServesOption {
  public:
   // The option is parsed into this object, which must outlive `parser`'s use.

@@ -2,25 +2,25 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "next_steps/command.h"
 #include "next_steps/ctags_index.h"
 #include "next_steps/failures.h"
 #include "next_steps/input.h"
 #include "next_steps/json_reader.h"
+#include "next_steps/miss.h"
 #include "next_steps/output.h"
-#include "vantrex/tool_handlers/next_steps.h"
 
 namespace next_steps_program {
 
-namespace module = vantrex::tool_handlers::next_steps;
 using values::JsonObject;
 
 namespace {
 
 struct SuggestOptions {
   std::string what;
-  std::string wanted;
+  std::string name;
   std::string index;
   std::optional<std::string> action;
   std::optional<std::string> file;
@@ -36,28 +36,16 @@ JsonObject read_answer(const std::string& file) {
   }
 }
 
-// Whether the index holds a symbol of that name or fqn, or that path.
-bool holds(const vantrex::models::Repository& index, bool is_symbol, std::string_view wanted) {
-  bool found = false;
-  if (is_symbol) {
-    index.visit_symbols([&](const auto& symbol) { found |= symbol.fqn == wanted || symbol.name == wanted; });
-  } else {
-    index.visit_paths([&](std::string_view path) { found |= path == wanted; });
-  }
-  return found;
-}
-
 ExitStatus suggest(const SuggestOptions& options) {
   const auto index = read_ctags_index(options.index);
-  const bool is_symbol = options.what == "symbol";
-  if (holds(index, is_symbol, options.wanted)) {
-    throw InputRejected(options.wanted, "no miss: the index holds this " + options.what);
+  const Wanted wanted = options.what == "symbol" ? Wanted::symbol : Wanted::path;
+  if (holds(index, wanted, options.name)) {
+    throw InputRejected(options.name, "no miss: the index holds this " + options.what);
   }
-  JsonObject answer = options.file ? read_answer(*options.file) : JsonObject();
-  const std::string action = options.action.value_or(is_symbol ? "detail" : "symbols");
-  (is_symbol ? module::suggest_symbols : module::suggest_paths)(answer, index, options.wanted, action);
-  print_answer(module::finish_answer(answer, is_symbol ? "symbol" : "file", {.action = action}),
-               options.pretty);
+  Request request;
+  if (options.file) request.response = read_answer(*options.file);
+  request.action = options.action.value_or(std::string(default_action(wanted)));
+  print_answer(finished_miss(index, wanted, options.name, std::move(request)), options.pretty);
   return ExitStatus::done;
 }
 
@@ -71,7 +59,7 @@ Command add_suggest(CLI::App& program) {
       ->required()
       ->check(CLI::IsMember({"symbol", "path"}))
       ->type_name("");
-  parser->add_option("WANTED", options->wanted, "The symbol's name or the path that was asked for")
+  parser->add_option("WANTED", options->name, "The symbol's name or the path that was asked for")
       ->required()
       ->check([](const std::string& name) { return name.empty() ? "must not be empty" : ""; })
       ->type_name("");
