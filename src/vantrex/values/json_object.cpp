@@ -72,6 +72,11 @@ const JsonValue& JsonObject::operator[](std::string_view key) const& noexcept {
   return value == nullptr ? kAbsent : *value;
 }
 
+const JsonValue& detail::PathStep::in(const JsonList* list, const JsonObject* object) const noexcept {
+  if (key_) return object == nullptr ? kAbsent : (*object)[*key_];
+  return list == nullptr || position_ >= list->size() ? kAbsent : (*list)[position_];
+}
+
 void JsonObject::set(const TextArgument& key, JsonValue value) {
   if (JsonValue* present = find_mutable(key.view())) {
     *present = std::move(value);
@@ -102,6 +107,11 @@ std::optional<JsonValue> JsonObject::remove(std::string_view key) noexcept {
   fields_[--head_.size].~JsonField();
   detail::rebuild_index(*this);
   return removed;
+}
+
+void JsonObject::clear() noexcept {
+  while (head_.size > 0) fields_[--head_.size].~JsonField();
+  if (fields_ != nullptr) detail::rebuild_index(*this);
 }
 
 void JsonObject::reserve(std::size_t capacity) {
