@@ -314,6 +314,7 @@ class NEXT_STEPS_API JsonValue {
   // Nothing else is a value: no pointer but to characters, no character, no enum and no
   // other class without to_json_value.
   template <typename T>
+  // NOLINTNEXTLINE(bugprone-forwarding-reference-overload): never for a JsonValue.
   requires(!detail::TakenAsValue<T>) JsonValue(T&& not_a_value)
   = delete;
   // NOLINTEND(google-explicit-constructor)

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <limits>
-#include <ostream>
 #include <utility>
 #include <vector>
 
@@ -206,19 +205,6 @@ std::string compact_text(const JsonObject& object) {
 }
 std::string canonical_text(const JsonValue& value) {
   return text_of<KeyOrder>(value);
-}
-
-std::ostream& operator<<(std::ostream& out, const JsonValue& value) {
-  return out << text_of<InsertionOrder>(value);
-}
-std::ostream& operator<<(std::ostream& out, const JsonList& list) {
-  return out << text_of<InsertionOrder>(list);
-}
-std::ostream& operator<<(std::ostream& out, const JsonObject& object) {
-  return out << text_of<InsertionOrder>(object);
-}
-std::ostream& operator<<(std::ostream& out, const JsonField& field) {
-  return out << JsonValue(field.key) << ':' << field.value;
 }
 
 std::size_t compact_size(const JsonValue& value) {
