@@ -84,13 +84,18 @@ JsonList verdicts(const JsonObject& answer) {
 // [budget]
 
 // [values]
-JsonObject row(const std::vector<std::string>& tags, const std::optional<int>& line) {
-  return {{"tags", tags}, {"line", line}, {"size", tags.size()}};
+enum class Access { open, closed };
+
+JsonValue to_json_value(Access access) {
+  return access == Access::open ? "open" : "closed";
 }
 
-std::string first_tag(const JsonObject& row) {
-  const JsonList* tags = row["tags"].list();
-  return std::string(tags == nullptr || tags->empty() ? "" : (*tags)[0].string().value_or(""));
+JsonObject row(const std::vector<std::string>& tags, const std::optional<Access>& access) {
+  return {{"tags", tags}, {"access", access}, {"size", tags.size()}};
+}
+
+std::string tag(const JsonObject& row, unsigned position) {
+  return std::string(row.at_path("tags", position).string().value_or("none"));
 }
 // [values]
 
@@ -151,7 +156,7 @@ int main() {
   print(not_found({{"fqn", "pkg.parser"}}, index));
   print({{"why",
           verdicts({{"fqn", "pkg.mod.parse"}, {"file", "pkg/mod.py"}, {"note", std::string(150, '.')}})}});
-  print({{"row", row({"io", "text"}, std::nullopt)}, {"first tag", first_tag(row({"io"}, 7))}});
+  print({{"row", row({"io", "text"}, Access::open)}, {"second tag", tag(row({"io"}, std::nullopt), 1)}});
   const JsonObject answer = status({42});
   print({{"answer", answer}, {"carried", answer["revision"].foreign()->as<Revision>()->number}});
   std::cout << search({{"results", nlohmann::ordered_json::array()}}, {{"query", "parse"}}) << '\n';

@@ -32,7 +32,7 @@ std::string optional_text(Members& members, std::string_view key) {
 std::size_t line_number(Members& members) {
   const JsonValue* value = members.allowed("line", Kind::integer, "an integer");
   if (value == nullptr) return 0;
-  const std::int64_t number = value->integer()->to_int64().value_or(-1);
+  const std::int64_t number = value->integer<std::int64_t>().value_or(-1);
   if (number < 0) members.refuse("line", "must be the number of a line");
   return static_cast<std::size_t>(number);
 }

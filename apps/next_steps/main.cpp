@@ -7,6 +7,7 @@
 #include "next_steps/command.h"
 #include "next_steps/failures.h"
 #include "next_steps/output.h"
+#include "vantrex/version.h"
 
 namespace next_steps_program {
 namespace {

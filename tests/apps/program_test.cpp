@@ -4,6 +4,7 @@
 
 #include "apps/shell.h"
 #include "support/table.h"
+#include "vantrex/version.h"
 
 namespace vantrex::tests {
 namespace {

@@ -1,6 +1,9 @@
 #include <algorithm>
 #include <functional>
+#include <iterator>
 #include <optional>
+#include <ranges>
+#include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -29,6 +32,10 @@ TEST(JsonObject, KeepsItsFieldsLikeAListOfPairs) {
     JsonObject object;
     std::vector<std::pair<std::string, std::size_t>> expected;
     for (std::size_t round = 0; round < rounds; ++round) {
+      if (round == rounds / 4) {
+        object.clear();
+        expected.clear();
+      }
       const std::string key = "a key of some length " + std::to_string(random.below(keys));
       auto found =
           std::find_if(expected.begin(), expected.end(), [&](auto& each) { return each.first == key; });
@@ -65,6 +72,29 @@ TEST(Containers, TakeTheirOwnPartsAndRefuseTooMany) {
   EXPECT_EQ(list[99], list[0]);
   EXPECT_THROW(list.reserve(std::size_t{1} << 32), std::length_error);
   EXPECT_THROW(object.reserve(std::size_t{1} << 32), std::length_error);
+}
+
+TEST(Containers, WorkWithAlgorithmsAndStreams) {
+  static_assert(std::ranges::contiguous_range<JsonList> && std::ranges::contiguous_range<JsonObject>);
+  JsonList list;
+  std::ranges::copy(std::vector<int>{3, 1, 2}, std::back_inserter(list));
+  const JsonObject object = {{"a", list}, {"b", list.back()}};
+  std::ostringstream out;
+  out << list << object << *std::ranges::find(object, Text("b"), &JsonField::key);
+  EXPECT_EQ(out.str(), R"([3,1,2]{"a":[3,1,2],"b":2}"b":2)");
+}
+
+TEST(Containers, GiveWhatIsAtAPath) {
+  const JsonObject answer = tests::parse_object(R"({"a": [{"b": 1}, [2, [3]]], "": {"0": 4}})");
+  const JsonValue& list = answer["a"];
+  EXPECT_EQ(answer.at_path("a", 0, "b"), 1);
+  EXPECT_EQ(list.at_path(1U, std::int8_t{1}, std::size_t{0}), 3);
+  EXPECT_EQ(list.list()->at_path(1, 0), 2);
+  EXPECT_EQ(answer.at_path(std::string(), Text("0")), 4);
+  for (const JsonValue* nothing :
+       {&answer.at_path("a", 2), &answer.at_path("a", -1), &answer.at_path("", 0), &answer.at_path(0),
+        &list.at_path("b"), &answer.at_path("a", 0, "b", 0), &list.at_path(std::uint64_t{1} << 63)})
+    EXPECT_EQ(*nothing, nullptr);
 }
 
 // A place somewhere in `value`, to be changed.

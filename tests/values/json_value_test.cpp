@@ -18,9 +18,23 @@
 #include "support/table.h"
 #include "vantrex/values/text_forms.h"
 
+// A user's own types.
+namespace colors {
+enum class Color { red, green };
+struct Palette : std::vector<Color> {};
+
+vantrex::values::JsonValue to_json_value(Color color) {
+  return color == Color::red ? "red" : "green";
+}
+vantrex::values::JsonValue to_json_value(const Palette& palette) {
+  return palette.size();
+}
+}  // namespace colors
+
 namespace vantrex::values {
 namespace {
 
+using colors::Color;
 using tests::parse;
 
 template <typename... T>
@@ -84,6 +98,8 @@ TEST(JsonValue, IsMadeOfWhatHasAJsonForm) {
       {std::tuple(1, "two", nullptr, std::tuple<>()), R"([1,"two",null,[]])"},
       {std::map<std::string, std::vector<int>>{{"b", {}}, {"a", {1}}}, R"({"a":[1],"b":[]})"},
       {JsonList::of(JsonList()), "[[]]"},
+      {std::map<std::string, std::pair<Color, int>>{{"a", {Color::green, 1}}}, R"({"a":["green",1]})"},
+      {JsonList::of(std::optional(Color::red), colors::Palette{{{}, {}}}), R"(["red",2])"},
       {JsonObject{{"z", 1}, {"a", nullptr}, {"z", 2}}, R"({"z":2,"a":null})"},
   };
   for (const auto& [value, expected] : kRows) EXPECT_EQ(compact_text(value), expected);

@@ -10,6 +10,7 @@
 #include "fuzz/support/naive.h"
 #include "support/table.h"
 #include "vantrex/values/integer.h"
+#include "vantrex/values/json_value.h"
 #include "vantrex/values/number_text.h"
 
 namespace vantrex::values {
@@ -36,6 +37,15 @@ TEST(Integer, ParsesWhatHasTheFormOfAnInteger) {
   const std::string huge(1'000'000, '7');
   EXPECT_EQ(Integer::parse("-00" + huge)->digits(), "-" + huge);
   EXPECT_EQ(Integer(std::numeric_limits<std::uint64_t>::max()).digits(), "18446744073709551615");
+}
+
+TEST(Integer, FitsInTypesOfItsRange) {
+  const JsonValue huge = std::numeric_limits<std::uint64_t>::max();
+  EXPECT_EQ(huge.integer<std::uint64_t>(), std::numeric_limits<std::uint64_t>::max());
+  EXPECT_EQ(huge.integer<std::int64_t>(), std::nullopt);
+  EXPECT_EQ(JsonValue(255).integer<std::uint8_t>(), 255);
+  EXPECT_EQ(JsonValue(256).integer<std::uint8_t>(), std::nullopt);
+  EXPECT_EQ(Integer(-1).to<std::uint64_t>(), std::nullopt);
 }
 
 TEST(Integer, IsOrderedByValue) {

@@ -19,6 +19,7 @@
 #pragma once
 
 #include <concepts>
+#include <cstddef>
 #include <cstdint>
 #include <stdexcept>
 #include <string>
@@ -80,6 +81,8 @@ struct FinishOptions {
 // objects.
 nlohmann::ordered_json finish_answer(const nlohmann::ordered_json& response, std::string_view tool_name,
                                      FinishOptions options = {});
+nlohmann::ordered_json finish_answer(const nlohmann::ordered_json& response, std::nullptr_t,
+                                     FinishOptions options = {}) = delete;
 
 }  // namespace vantrex::adapters
 

@@ -1,10 +1,8 @@
 // The walks of nlohmann_json.h. Include that one.
 #pragma once
 
-#include <charconv>
 #include <cstddef>
 #include <optional>
-#include <system_error>
 #include <utility>
 #include <vector>
 
@@ -208,13 +206,9 @@ class ToNlohmann {
   }
 
   Json number(const values::Integer& integer) const {
-    if (const auto small = integer.to_int64()) return *small;
-    const std::string digits = integer.digits();
-    const char* end = digits.data() + digits.size();
-    std::uint64_t number = 0;
-    const auto [read, error] = std::from_chars(digits.data(), end, number);
-    if (read == end && error == std::errc()) return number;
-    fail("the integer " + digits + " does not fit in 64 bits");
+    if (const auto number = integer.to<std::int64_t>()) return *number;
+    if (const auto number = integer.to<std::uint64_t>()) return *number;
+    fail("the integer " + integer.digits() + " does not fit in 64 bits");
   }
 
   [[noreturn]] void fail(const std::string& why) const {

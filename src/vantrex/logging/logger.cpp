@@ -97,8 +97,7 @@ void Logger::warning(std::string_view message, std::exception_ptr error) const {
   send({name_, Level::warning, message, std::move(error)});
 }
 
-void Logger::warning(std::string_view format, std::string_view argument,
-                     std::exception_ptr error) const {
+void Logger::warning(std::string_view format, std::string_view argument, std::exception_ptr error) const {
   std::string message;
   try {
     if (const std::size_t place = format.find("%r"); place != std::string_view::npos) {

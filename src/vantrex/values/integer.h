@@ -7,6 +7,7 @@
 // Ownership: a value type; copying never allocates. Threads: like an int.
 #pragma once
 
+#include <charconv>
 #include <compare>
 #include <concepts>
 #include <cstdint>
@@ -14,6 +15,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <utility>
 
 #include "vantrex/export.h"
@@ -52,9 +54,14 @@ class NEXT_STEPS_API Integer {
   // Takes time linear in the digits.
   static std::optional<Integer> parse(std::string_view text);
 
-  // The value when it fits in 64 bits.
-  std::optional<std::int64_t> to_int64() const noexcept {
-    return is_small() ? std::optional(small_) : std::nullopt;
+  // The value as a T, or nothing where T does not hold it.
+  template <CountingInteger T>
+  std::optional<T> to() const noexcept {
+    if (is_small()) return std::in_range<T>(small_) ? std::optional(static_cast<T>(small_)) : std::nullopt;
+    T value = 0;
+    const std::string_view digits = digits_.view();
+    const auto read = std::from_chars(digits.data(), digits.data() + digits.size(), value);
+    return read.ec == std::errc() ? std::optional(value) : std::nullopt;
   }
 
   // The decimal digits, with a leading "-" when negative.

@@ -72,6 +72,11 @@ const JsonValue& JsonObject::operator[](std::string_view key) const& noexcept {
   return value == nullptr ? kAbsent : *value;
 }
 
+const JsonValue& detail::PathStep::in(const JsonList* list, const JsonObject* object) const noexcept {
+  if (key_) return object == nullptr ? kAbsent : (*object)[*key_];
+  return list == nullptr || position_ >= list->size() ? kAbsent : (*list)[position_];
+}
+
 void JsonObject::set(const TextArgument& key, JsonValue value) {
   if (JsonValue* present = find_mutable(key.view())) {
     *present = std::move(value);

@@ -10,7 +10,7 @@ namespace vantrex::values {
 using detail::Tag;
 
 JsonValue::JsonValue(Integer value) noexcept : JsonValue(nullptr) {
-  if (const auto small = value.to_int64()) {
+  if (const auto small = value.to<std::int64_t>()) {
     plain_.tag = Tag::integer;
     plain_.as.integer = *small;
     return;

@@ -27,67 +27,51 @@
 #include <cstdint>
 #include <cstring>
 #include <initializer_list>
+#include <iosfwd>
 #include <optional>
-#include <ranges>
 #include <string>
 #include <string_view>
-#include <tuple>
 #include <type_traits>
 #include <utility>
 
 #include "vantrex/export.h"
+#include "vantrex/values/conversions.h"
 #include "vantrex/values/foreign.h"
 #include "vantrex/values/integer.h"
+#include "vantrex/values/path_step.h"
 #include "vantrex/values/text.h"
 
 namespace vantrex::values {
 
-class JsonList;
-class JsonObject;
-class JsonValue;
 struct JsonField;
 
 // The kinds of a value. An integer is one of any size, a float is a double.
 enum class Kind : std::uint8_t { null, boolean, integer, floating, string, list, object, foreign };
 
 namespace detail {
-
 struct ValueAccess;
-
-template <typename T>
-concept StringLike = std::convertible_to<const T&, std::string_view>;
-
-template <typename T>
-concept OwnType = std::same_as<T, JsonValue> || std::same_as<T, JsonList> || std::same_as<T, JsonObject>;
-
-// std::vector, std::array, std::span and their like; neither text nor map, nor
-// a range of itself.
-template <typename T>
-concept Sequence = !OwnType<T> && !StringLike<T> && std::ranges::input_range<const T> && !requires {
-  typename T::mapped_type;
 }
-&&!std::same_as<std::ranges::range_value_t<const T>, T>;
-
-template <typename T>
-concept StringKeyedMap = requires {
-  typename T::mapped_type;
-  requires StringLike<typename T::key_type>;
-}
-&&std::ranges::input_range<const T>;
-
-}  // namespace detail
 
 // An ordered list of values. Pointers, references and iterators into it are
 // invalidated by everything that is not const.
 class NEXT_STEPS_API JsonList {
  public:
+  // What the standard library asks of a container.
+  using value_type = JsonValue;
+  using size_type = std::size_t;
+  using difference_type = std::ptrdiff_t;
+  using reference = const JsonValue&;
+  using const_reference = const JsonValue&;
+  using iterator = const JsonValue*;
+  using const_iterator = const JsonValue*;
+
   JsonList() noexcept = default;
 
-  // The list of the items of any sequence or tuple.
+  // The list of the items of any sequence, tuple or pair.
   template <detail::Sequence Range>
   explicit JsonList(const Range& items);
-  template <typename... Items>
-  explicit JsonList(const std::tuple<Items...>& items);
+  template <detail::FixedTuple Tuple>
+  explicit JsonList(const Tuple& items);
 
   // The list of the given items: JsonList::of(1, "two", nullptr).
   template <typename... Items>
@@ -122,15 +106,30 @@ class NEXT_STEPS_API JsonList {
   // The same, to be changed.
   JsonValue& mutable_item(std::size_t position) & noexcept;
 
+  // The last item of a list that is not empty.
+  const JsonValue& back() const& noexcept;
+  const JsonValue& back() const&& = delete;
+
+  // What JsonValue::at_path gives, with one step at least.
+  template <typename... Steps>
+  const JsonValue& at_path(const detail::PathStep& first, const Steps&... rest) const& noexcept;
+  template <typename... Steps>
+  const JsonValue& at_path(const Steps&... steps) const&& = delete;
+
   // Adds `item` after the last one, in amortised constant time.
   void push_back(JsonValue item);
   // Keeps the first `count` items; does nothing when there are no more.
   void truncate(std::size_t count) noexcept;
+  // Removes all items and keeps their room.
+  void clear() noexcept { truncate(0); }
   // Makes room for `capacity` items in all.
   void reserve(std::size_t capacity);
 
   // Lists are equal when they hold equal items in the same order.
   friend NEXT_STEPS_API bool operator==(const JsonList& a, const JsonList& b);
+
+  // Writes the compact text, for logs and the messages of tests.
+  friend NEXT_STEPS_API std::ostream& operator<<(std::ostream& out, const JsonList& list);
 
  private:
   friend struct detail::ValueAccess;
@@ -148,6 +147,15 @@ class NEXT_STEPS_API JsonList {
 // const.
 class NEXT_STEPS_API JsonObject {
  public:
+  // What the standard library asks of a container.
+  using value_type = JsonField;
+  using size_type = std::size_t;
+  using difference_type = std::ptrdiff_t;
+  using reference = const JsonField&;
+  using const_reference = const JsonField&;
+  using iterator = const JsonField*;
+  using const_iterator = const JsonField*;
+
   struct FieldInit;
 
   JsonObject() noexcept = default;
@@ -187,15 +195,25 @@ class NEXT_STEPS_API JsonObject {
   // average.
   const JsonValue* find(std::string_view key) const& noexcept;
   const JsonValue* find(std::string_view key) const&& = delete;
+  const JsonValue* find(std::nullptr_t) const& = delete;
   // The same, to be changed.
   JsonValue* find_mutable(std::string_view key) & noexcept;
+  JsonValue* find_mutable(std::nullptr_t) & = delete;
 
   // The value of the field `key`; an absent field reads as null.
   const JsonValue& operator[](std::string_view key) const& noexcept;
   const JsonValue& operator[](std::string_view key) const&& = delete;
+  const JsonValue& operator[](std::nullptr_t) const& = delete;
+
+  // What JsonValue::at_path gives, with one step at least.
+  template <typename... Steps>
+  const JsonValue& at_path(const detail::PathStep& first, const Steps&... rest) const& noexcept;
+  template <typename... Steps>
+  const JsonValue& at_path(const Steps&... steps) const&& = delete;
 
   // Whether there is a field `key`, be its value null or not.
   bool contains(std::string_view key) const noexcept { return find(key) != nullptr; }
+  bool contains(std::nullptr_t) const = delete;
 
   // Replaces the value of the field `key` in its place, or adds the field after
   // the last one. Amortised constant time on average. Of bytes as a key it throws
@@ -210,12 +228,19 @@ class NEXT_STEPS_API JsonObject {
   // order. Gives the removed value, or nothing when there was no such field.
   // Takes time linear in the fields.
   std::optional<JsonValue> remove(std::string_view key) noexcept;
+  std::optional<JsonValue> remove(std::nullptr_t) = delete;
+
+  // Removes all fields and frees their memory.
+  void clear() noexcept { *this = JsonObject(); }
 
   // Makes room for `capacity` fields in all.
   void reserve(std::size_t capacity);
 
   // Objects are equal when they hold equal fields in the same order.
   friend NEXT_STEPS_API bool operator==(const JsonObject& a, const JsonObject& b);
+
+  // Writes the compact text, for logs and the messages of tests.
+  friend NEXT_STEPS_API std::ostream& operator<<(std::ostream& out, const JsonObject& object);
 
  private:
   friend struct detail::ValueAccess;
@@ -267,25 +292,32 @@ class NEXT_STEPS_API JsonValue {
   JsonValue(JsonObject object) noexcept : object_(std::move(object)) {}
   JsonValue(const ForeignValue& value) noexcept : foreign_{detail::Tag::foreign, value} {}
 
-  // The value of an optional, or null; the list of a sequence or a tuple; the
+  // The value that `JsonValue to_json_value(const T&)` returns. Declare it beside the
+  // type T, in its namespace; T may be an enum. It wins over the constructors below.
+  template <detail::HasToJsonValue T>
+  JsonValue(const T& value) : JsonValue(JsonValue(to_json_value(value))) {}
+
+  // The value of an optional, or null; the list of a sequence, a tuple or a pair; the
   // object of a string-keyed map. Throws as making what they hold does.
   template <typename T>
   requires std::is_constructible_v<JsonValue, const T&> JsonValue(const std::optional<T>& value)
       : JsonValue() {
     if (value) *this = JsonValue(*value);
   }
-  template <detail::Sequence Range>
+  template <detail::SequenceOfValues Range>
   JsonValue(const Range& items) : JsonValue(JsonList(items)) {}
-  template <typename... Items>
-  JsonValue(const std::tuple<Items...>& items) : JsonValue(JsonList(items)) {}
-  template <detail::StringKeyedMap Map>
+  template <detail::TupleOfValues Tuple>
+  JsonValue(const Tuple& items) : JsonValue(JsonList(items)) {}
+  template <detail::MapOfValues Map>
   JsonValue(const Map& map) : JsonValue(JsonObject(map)) {}
-  // NOLINTEND(google-explicit-constructor)
 
-  // No pointer is a boolean.
+  // Nothing else is a value: no pointer but to characters, no character, no enum and no
+  // other class without to_json_value.
   template <typename T>
-  requires(!std::same_as<std::remove_cv_t<T>, char>) JsonValue(T* pointer)
+  // NOLINTNEXTLINE(bugprone-forwarding-reference-overload): never for a JsonValue.
+  requires(!detail::TakenAsValue<T>) JsonValue(T&& not_a_value)
   = delete;
+  // NOLINTEND(google-explicit-constructor)
 
   // A copy is deep; that of a scalar allocates nothing. A moved-from value is null.
   JsonValue(const JsonValue& other) : JsonValue() {
@@ -332,6 +364,12 @@ class NEXT_STEPS_API JsonValue {
     return tag() == detail::Tag::boolean ? std::optional(plain_.as.boolean) : std::nullopt;
   }
   std::optional<Integer> integer() const noexcept;
+  // The integer as a T, or nothing where T does not hold it.
+  template <CountingInteger T>
+  std::optional<T> integer() const noexcept {
+    const std::optional<Integer> number = integer();
+    return number ? number->to<T>() : std::nullopt;
+  }
   std::optional<double> floating() const noexcept {
     return tag() == detail::Tag::floating ? std::optional(plain_.as.floating) : std::nullopt;
   }
@@ -352,11 +390,26 @@ class NEXT_STEPS_API JsonValue {
   const JsonObject* object() const&& = delete;
   const ForeignValue* foreign() const&& = delete;
 
+  // The value where the keys and positions lead to, from object to object and list to
+  // list: at_path("results", 0, "fqn"). A null value where nothing is: no such field,
+  // no such position, or a value of another kind on the way.
+  template <typename... Steps>
+  const JsonValue& at_path(const Steps&... steps) const& noexcept {
+    const JsonValue* value = this;
+    ((value = &detail::PathStep(steps).in(value->list(), value->object())), ...);
+    return *value;
+  }
+  template <typename... Steps>
+  const JsonValue& at_path(const Steps&... steps) const&& = delete;
+
   // Values are equal when they are of the same kind (1, 1.0 and true differ)
   // and hold the same: objects the same fields in the same order, floats the
   // same number as it is written (a NaN equals every NaN, and -0.0 is not 0.0),
   // foreign values the very same object.
   friend NEXT_STEPS_API bool operator==(const JsonValue& a, const JsonValue& b);
+
+  // Writes the compact text, for logs and the messages of tests.
+  friend NEXT_STEPS_API std::ostream& operator<<(std::ostream& out, const JsonValue& value);
 
  private:
   friend struct detail::ValueAccess;
@@ -400,6 +453,9 @@ static_assert(sizeof(JsonValue) == 16);
 struct JsonField {
   Text key;         // unique in its object
   JsonValue value;  // any, null included
+
+  // Writes the key and the value as they are in the text of the object.
+  friend NEXT_STEPS_API std::ostream& operator<<(std::ostream& out, const JsonField& field);
 };
 
 // A field to build an object from; the object takes the value out of it.

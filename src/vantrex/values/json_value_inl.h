@@ -1,6 +1,10 @@
 // The parts of json_value.h that need every type complete. Include that one.
 #pragma once
 
+#include <cassert>
+#include <ranges>
+#include <tuple>
+
 #include "vantrex/values/json_value.h"
 
 namespace vantrex::values {
@@ -9,12 +13,12 @@ namespace vantrex::values {
 template <detail::Sequence Range>
 JsonList::JsonList(const Range& items) : JsonList() {
   if constexpr (std::ranges::sized_range<const Range>) reserve(std::ranges::size(items));
-  for (auto&& item : items) push_back(JsonValue(static_cast<std::ranges::range_value_t<const Range>>(item)));
+  for (auto&& item : items) push_back(JsonValue(static_cast<detail::ItemOf<Range>>(item)));
 }
 
-template <typename... Items>
-JsonList::JsonList(const std::tuple<Items...>& items)
-    : JsonList(std::apply([](const Items&... each) { return of(each...); }, items)) {}
+template <detail::FixedTuple Tuple>
+JsonList::JsonList(const Tuple& items)
+    : JsonList(std::apply([](const auto&... each) { return of(each...); }, items)) {}
 
 template <typename... Items>
 JsonList JsonList::of(Items&&... items) {
@@ -34,14 +38,28 @@ inline const JsonValue* JsonList::end() const noexcept {
   return items_ + head_.size;
 }
 inline const JsonValue& JsonList::operator[](std::size_t position) const& noexcept {
+  assert(position < size());
   return items_[position];
 }
 inline JsonValue& JsonList::mutable_item(std::size_t position) & noexcept {
+  assert(position < size());
   return items_[position];
+}
+inline const JsonValue& JsonList::back() const& noexcept {
+  assert(!empty());
+  return items_[head_.size - 1];
+}
+template <typename... Steps>
+const JsonValue& JsonList::at_path(const detail::PathStep& first, const Steps&... rest) const& noexcept {
+  return first.in(this, nullptr).at_path(rest...);
 }
 
 inline const JsonField* JsonObject::end() const noexcept {
   return fields_ + head_.size;
+}
+template <typename... Steps>
+const JsonValue& JsonObject::at_path(const detail::PathStep& first, const Steps&... rest) const& noexcept {
+  return first.in(nullptr, this).at_path(rest...);
 }
 
 }  // namespace vantrex::values

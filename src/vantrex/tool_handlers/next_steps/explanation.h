@@ -127,5 +127,6 @@ struct NEXT_STEPS_API Explanation {
 // the kept candidates. Throws std::bad_alloc.
 NEXT_STEPS_API Explanation explain_answer(values::JsonObject answer, std::string_view tool_name,
                                           FinishOptions options = {});
+Explanation explain_answer(values::JsonObject answer, std::nullptr_t, FinishOptions options = {}) = delete;
 
 }  // namespace vantrex::tool_handlers::next_steps

@@ -7,6 +7,7 @@
 // at once, as lvalues also the same one.
 #pragma once
 
+#include <cstddef>
 #include <string_view>
 
 #include "vantrex/export.h"
@@ -44,5 +45,7 @@ struct FinishOptions {
 // answer. Throws std::bad_alloc.
 NEXT_STEPS_API values::JsonObject finish_answer(values::JsonObject response, std::string_view tool_name,
                                                 FinishOptions options = {});
+values::JsonObject finish_answer(values::JsonObject response, std::nullptr_t,
+                                 FinishOptions options = {}) = delete;
 
 }  // namespace vantrex::tool_handlers::next_steps
