@@ -1,6 +1,6 @@
 // A small server of the Model Context Protocol, over an index of Universal Ctags.
 //
-//   ctags --output-format=json --fields=+nl -R -f INDEX src
+//   ctags --output-format=json --fields=+nl -R -f - src >INDEX
 //   code_index INDEX
 //
 // It reads messages from standard input, one a line, and writes its answers to

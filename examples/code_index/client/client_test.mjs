@@ -3,6 +3,8 @@
 // The client checks each answer against its tool's output schema. Every step that an
 // answer offers is called in turn, to a depth of three.
 import assert from "node:assert/strict";
+import { Client as StatelessClient } from "@modelcontextprotocol/client";
+import { StdioClientTransport as StatelessTransport } from "@modelcontextprotocol/client/stdio";
 import { Client } from "@modelcontextprotocol/sdk/client/index.js";
 import { StdioClientTransport } from "@modelcontextprotocol/sdk/client/stdio.js";
 import { AjvJsonSchemaValidator } from "@modelcontextprotocol/sdk/validation/ajv";
@@ -71,6 +73,17 @@ for (const args of [undefined, {}, { action: "symbols" }, { action: "symbols", q
 await assert.rejects(client.callTool({ name: "tests" }), { code: -32602 });
 await assert.rejects(client.request({ method: "resources/list" }, { parse: (any) => any }), { code: -32601 });
 await client.ping();
+
+// Without a handshake, the next generation of the client gets the same.
+const stateless = new StatelessClient(
+  { name: "client_test", version: "1.0.0" },
+  { versionNegotiation: { mode: { pin: "2026-07-28" } } },
+);
+await stateless.connect(new StatelessTransport({ command, args: [index] }));
+assert.deepEqual((await stateless.listTools()).tools, tools);
+const files = await stateless.callTool({ name: "files", arguments: {} });
+assert.deepEqual(files.structuredContent, await call("files", {}));
+await stateless.close();
 await client.close();
 
 assert.equal(complaints, "", "the server wrote to standard error");
