@@ -1,5 +1,7 @@
 #include "index_file.h"
 
+#include <utility>
+
 #include <sys/stat.h>
 
 #include "next_steps/ctags_index.h"

@@ -43,6 +43,14 @@ bool fits(const JsonValue& argument, const JsonObject& schema) {
   return argument.string() && !argument.is_empty();
 }
 
+// Adds the actions that the tool's schema allows, or the tool itself when it has none.
+void add_served(ServedTools& served, const JsonObject& tool) {
+  const std::string name(*tool["name"].string());
+  const JsonObject* action = properties_of(tool)["action"].object();
+  if (action == nullptr) return served.add({name});
+  for (const JsonValue& choice : *(*action)["enum"].list()) served.add({name, choice.string()});
+}
+
 [[noreturn]] void refuse(std::string_view key, const std::string& why, const JsonObject& tool) {
   throw WrongArguments("The argument " + compact_text(JsonValue(key)) + " " + why +
                        ". The arguments must fit " + compact_text(tool["inputSchema"]));
@@ -76,14 +84,7 @@ void check_arguments(const JsonObject& tool, const JsonObject& arguments) {
 const ServedTools& served_tools() {
   static const ServedTools served = [] {
     ServedTools tools;
-    for (const JsonValue& each : tool_list()) {
-      const JsonObject& tool = *each.object();
-      const std::string name(*tool["name"].string());
-      const JsonObject* action = properties_of(tool)["action"].object();
-      if (action == nullptr) tools.add({name});
-      if (action == nullptr) continue;
-      for (const JsonValue& choice : *(*action)["enum"].list()) tools.add({name, choice.string()});
-    }
+    for (const JsonValue& tool : tool_list()) add_served(tools, *tool.object());
     return tools;
   }();
   return served;
