@@ -47,6 +47,11 @@ TEST(Documents, ShowTheirExamplesAndWhatTheyPrint) {
   }
 }
 
+TEST(Documents, ShowTheSchemaOfFinishedAnswers) {
+  EXPECT_EQ(blocks("docs/guide.md", "json"),
+            std::vector{read_file(NEXT_STEPS_ROOT "/schemas/finished_answer.schema.json")});
+}
+
 TEST(Readme, ShowsWhatTheCommandsPrint) {
   const std::vector<std::string> sessions = blocks("README.md", "console");
   ASSERT_FALSE(sessions.empty());

@@ -16,6 +16,7 @@ Ran run(const std::string& command, std::string_view input) {
   if (::mkdtemp(place.data()) == nullptr) throw std::runtime_error("no temporary directory");
   std::ofstream(place + "/in") << input;
   std::ofstream(place + "/script") << "PATH=" << std::filesystem::path(NEXT_STEPS_PROGRAM).parent_path()
+                                   << ":" << std::filesystem::path(NEXT_STEPS_CODE_INDEX).parent_path()
                                    << ":$PATH\n"
                                    << command << '\n';
   const int status = std::system(

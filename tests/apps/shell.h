@@ -12,7 +12,7 @@ struct Ran {
   std::string err;
 };
 
-// Runs `command` in a shell that finds `next-steps`, with `input` as standard
+// Runs `command` in a shell that finds `next-steps` and `code_index`, with `input` as standard
 // input.
 Ran run(const std::string& command, std::string_view input = "");
 
