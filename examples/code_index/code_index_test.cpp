@@ -11,6 +11,7 @@
 #include "apps/shell.h"
 #include "support/table.h"
 #include "vantrex/values/text_forms.h"
+#include "vantrex/version.h"
 
 namespace vantrex::tests {
 namespace {
@@ -79,9 +80,8 @@ ask() { echo '{"jsonrpc":"2.0","id":1,"method":"tools/call","params":{"name":"fi
 ask; read -r <&${COPROC[0]}; )" +
                                 row.at(0) + "; ask; head -n 1 <&${COPROC[0]}");
     const JsonObject answer = parse_object(ran.out);
-    const JsonObject& content = *(*answer["result"].object())["structuredContent"].object();
-    const JsonObject* freshness = content["freshness"].object();
-    EXPECT_EQ(freshness == nullptr ? "none" : *(*freshness)["present_revision"].string(), row.at(1));
+    const JsonValue& present = answer.at_path("result", "structuredContent", "freshness", "present_revision");
+    EXPECT_EQ(present.string().value_or("none"), row.at(1)) << ran.out;
   }
 }
 
@@ -159,7 +159,7 @@ class Explorer {
     }
     if (!answer.contains("file") || !answer.contains("symbols")) return;
     for (const JsonValue& symbol : *answer["symbols"].list()) {
-      const std::string name(*(*symbol.object())["name"].string());
+      const std::string name(*symbol.at_path("name").string());
       next_.push_back(call("search", "symbols", "query", name));
       next_.push_back(call("symbol", "detail", "fqn", "vantrex." + name + "s"));
     }

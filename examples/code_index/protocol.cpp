@@ -8,6 +8,7 @@
 #include "tools.h"
 #include "vantrex/tool_handlers/tool_result.h"
 #include "vantrex/values/text_forms.h"
+#include "vantrex/version.h"
 
 namespace code_index {
 

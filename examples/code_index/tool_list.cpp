@@ -32,7 +32,7 @@ JsonList read_tool_list() {
 }
 
 const JsonObject& properties_of(const JsonObject& tool) {
-  return *(*tool["inputSchema"].object())["properties"].object();
+  return *tool.at_path("inputSchema", "properties").object();
 }
 
 // An argument is a string: one of a few, or any that is not empty.
@@ -46,9 +46,9 @@ bool fits(const JsonValue& argument, const JsonObject& schema) {
 // Adds the actions that the tool's schema allows, or the tool itself when it has none.
 void add_served(ServedTools& served, const JsonObject& tool) {
   const std::string name(*tool["name"].string());
-  const JsonObject* action = properties_of(tool)["action"].object();
-  if (action == nullptr) return served.add({name});
-  for (const JsonValue& choice : *(*action)["enum"].list()) served.add({name, choice.string()});
+  const JsonList* actions = properties_of(tool).at_path("action", "enum").list();
+  if (actions == nullptr) return served.add({name});
+  for (const JsonValue& action : *actions) served.add({name, action.string()});
 }
 
 [[noreturn]] void refuse(std::string_view key, const std::string& why, const JsonObject& tool) {
@@ -65,7 +65,7 @@ const JsonList& tool_list() {
 
 const JsonObject* find_tool(std::string_view name) {
   for (const JsonValue& each : tool_list()) {
-    if ((*each.object())["name"].string() == name) return each.object();
+    if (each.at_path("name").string() == name) return each.object();
   }
   return nullptr;
 }
