@@ -1,7 +1,8 @@
 // Prints random requests, each a line for `next-steps batch`; with the argument
-// "answers", the naive reading's answers to them.
+// "answers", the replies that the naive reading gives to them.
 #include <cstdint>
 #include <cstdio>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -10,15 +11,32 @@
 
 namespace naive = vantrex::fuzz::naive;
 using vantrex::fuzz::Request;
+using vantrex::values::JsonList;
+using vantrex::values::JsonObject;
+using vantrex::values::JsonValue;
 
 namespace {
 
-std::string request_line(const Request& request) {
-  vantrex::values::JsonObject line{{"response", request.answer}, {"tool", request.tool}};
+// Some requests have no id, some have null, and the others one of any kind.
+std::optional<JsonValue> id_of(std::uint64_t seed) {
+  switch (seed % 4) {
+    case 0:
+      return std::nullopt;
+    case 1:
+      return JsonValue();
+    case 2:
+      return seed;
+    default:
+      return JsonList::of("id", JsonObject{{"seed", seed}});
+  }
+}
+
+JsonObject request_line(const Request& request) {
+  JsonObject line{{"response", request.answer}, {"tool", request.tool}, {"freshness", request.freshness}};
   if (request.action) line.set("action", *request.action);
   if (request.arguments) line.set("arguments", *request.arguments);
-  line.set("freshness", request.freshness);
-  return naive::json_text(line);
+  if (request.serves) line.set("serves", request.serves->names);
+  return line;
 }
 
 }  // namespace
@@ -27,10 +45,11 @@ int main(int argc, char** argv) {
   constexpr std::uint64_t kRequests = 20000;
   const bool prints_answers = argc > 1 && std::string_view(argv[1]) == "answers";
   for (std::uint64_t seed = 0; seed < kRequests; ++seed) {
-    Request request = vantrex::fuzz::Random(seed, vantrex::fuzz::Domain::json).request();
-    request.serves.reset();
-    const std::string line =
-        prints_answers ? naive::json_text(naive::finish(request).answer) : request_line(request);
-    std::puts(line.c_str());
+    const Request request = vantrex::fuzz::Random(seed, vantrex::fuzz::Domain::json).request();
+    const std::optional<JsonValue> id = id_of(seed);
+    JsonObject line = prints_answers ? naive::finish(request).answer : request_line(request);
+    if (prints_answers && id) line = JsonObject{{"id", *id}, {"answer", line}};
+    if (!prints_answers && id) line.set("id", *id);
+    std::puts(naive::json_text(line).c_str());
   }
 }

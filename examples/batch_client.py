@@ -1,0 +1,58 @@
+#!/usr/bin/env python3
+"""Uses `next-steps batch` as a co-process: batch_client.py PROGRAM INDEX"""
+import json
+import subprocess
+import sys
+
+
+class Batch:
+    """A running `next-steps batch`, for one thread at a time."""
+
+    def __init__(self, program, *arguments):
+        self.requests = 0
+        self.process = subprocess.Popen([program, "batch", *arguments], encoding="utf-8",
+                                        stdin=subprocess.PIPE, stdout=subprocess.PIPE)
+
+    def ask(self, **request):
+        """Returns the answer. Raises ValueError for a wrong request, EOFError when the program ended."""
+        self.requests += 1
+        line = json.dumps({"id": self.requests, **request}, allow_nan=False)
+        try:
+            self.process.stdin.write(line + "\n")
+            self.process.stdin.flush()
+        except BrokenPipeError:
+            pass  # the reply is then missing, too
+        line = self.process.stdout.readline()
+        if not line:
+            raise EOFError(f"the program ended with status {self.process.wait()}")
+        reply = json.loads(line)
+        if "error" in reply:
+            raise ValueError(reply["error"]["message"])
+        assert reply["id"] == self.requests
+        return reply["answer"]
+
+    def close(self):
+        """Ends the program. Returns its exit status, which is 1 when a request was wrong."""
+        self.process.stdin.close()
+        return self.process.wait()
+
+
+def main(program, index):
+    batch = Batch(program, "--index", index, "--serves", "search,symbol:detail")
+    hit = {"fqn": "pkg.mod.parse", "kind": "function", "doc": None}
+    print("answer:", json.dumps(batch.ask(tool="search", response={"results": [hit]})))
+    print("miss:", json.dumps(batch.ask(suggest="symbol", wanted="Repositry")["next_steps"]))
+    try:
+        batch.ask(tool="search", response=[hit])
+    except ValueError as error:
+        print("error:", error)
+    batch.process.terminate()
+    batch.process.wait()
+    try:
+        batch.ask(tool="search", response={})
+    except EOFError as error:
+        print("end:", error)
+
+
+if __name__ == "__main__":
+    main(*sys.argv[1:])

@@ -1,0 +1,136 @@
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "apps/shell.h"
+#include "support/table.h"
+
+namespace vantrex::tests {
+namespace {
+
+bool is_installed(const std::string& program) {
+  return run("command -v " + program).status == 0;
+}
+
+TEST(Batch, AnswersEachLineInItsPlace) {
+  std::string input;
+  std::string expected;
+  std::size_t number = 0;
+  for (const auto& row : table(R"x(
+# line | column of the error, none for a request | the reply, or the error's message as it is escaped | the id of an error
+{"response":{"a":1},"tool":"x"} |  | {"a":1}
+  {"tool":"x","action":null,"arguments":null,"freshness":null,"serves":null,"explain":null,"response":{}} |  | {}
+{"response":{},"tool":"x","freshness":{"a":null}} |  | {"freshness":{"a":null}}
+{"response":{},"tool":"status","id":null} |  | {"id":null,"answer":{"next_steps":[{"tool":"architecture","args":{"action":"components"},"reason":"The components of the code"}]}}
+{"response":{},"tool":"status","serves":["file:symbols"],"id":[1,{"a":2.0}]} |  | {"id":[1,{"a":2.0}],"answer":{}}
+{"id":"s","suggest":"symbol","wanted":"Symbl","action":"callers","response":{"found":1,"note":null},"freshness":{"a":1}} |  | {"id":"s","answer":{"found":false,"did_you_mean":[{"fqn":"vantrex::models::Symbol","name":"Symbol","kind":"struct","file":"src/vantrex/models/symbol.h","line":31}],"freshness":{"a":1},"next_steps":[{"tool":"symbol","args":{"action":"callers","fqn":"vantrex::models::Symbol"},"reason":"The nearest indexed symbol to Symbl is vantrex::models::Symbol"}]}}
+{"suggest":"path","wanted":"zz"} |  | {"found":false,"did_you_mean":[],"next_steps":[{"tool":"files","args":{},"reason":"No indexed file is near zz"}]}
+{"explain":true,"response":{},"tool":"x"} |  | {"answer":{"bytes":2,"hint_bytes":0,"hint_fields":[],"step_bytes":0,"room":320.0,"room_from":"floor","room_text":"320 bytes (the floor; 15 % of 2 is 0)"},"rows":{"usual":null,"usual_of_tool":false,"signal":null},"candidates":[],"absent":[],"silent":[],"remarks":["unknown tool \"x\"; known are architecture, context, explore, file, files, git, quality, search, status, symbol, tests"]}
+ | 1 | The document is empty.
+ {"tool":"x"} | 2 | \"response\" is missing
+{"response":{},"id":7} | 1 | \"tool\" is missing | 7
+{"response":[],"tool":"x"} | 2 | \"response\" must be an object, not a list
+{"tool":"x","response":{"tool":1},"tool":null} | 35 | \"tool\" must be a string, not null
+{"response":{},"tool":"x","arguments":"","id":null} | 27 | \"arguments\" must be an object or null, not a string | null
+{"response":{},"tool":"x","a\"\\":0} | 27 | \"a\\\"\\\\\" is no member of a request
+{"response":{},"tool":"x","id":1} {} | 35 | The document root must not be followed by other values.
+{"response":{},"tool":"x","serves":["a",1]} | 27 | \"serves\" must be a list of strings
+{"response":{},"tool":"x","serves":["a:"]} | 27 | \"serves\" is wrong: \"a:\" is neither TOOL nor TOOL:ACTION
+{"response":{},"tool":"x","explain":1} | 27 | \"explain\" must be a boolean or null, not an integer
+{"suggest":"file","wanted":"x"} | 2 | \"suggest\" must be \"symbol\" or \"path\"
+{"suggest":"path","wanted":""} | 19 | \"wanted\" must not be empty
+{"suggest":"symbol","wanted":"view"} | 21 | \"wanted\" is no miss: the index holds this symbol
+{"suggest":"symbol","wanted":"x","tool":"symbol"} | 34 | \"tool\" is no member of a request
+{"response":{"b":2},"tool":"x"} |  | {"b":2}
+)x")) {
+    if (number++ > 0) input += '\n';
+    input += row.at(0) + (row.at(1).empty() ? "\r" : "");
+    const std::string id = row.size() > 3 ? "\"id\":" + row.at(3) + "," : "";
+    expected += row.at(1).empty() ? row.at(2)
+                                  : "{" + id + R"("error":{"line":)" + std::to_string(number) +
+                                        R"(,"column":)" + row.at(1) + R"(,"message":")" + row.at(2) + "\"}}";
+    expected += '\n';
+  }
+  const Ran ran = run("next-steps batch --index examples/index/models.json", input);
+  EXPECT_EQ(ran.out, expected);
+  EXPECT_EQ(ran.status, 1);
+  EXPECT_EQ(ran.err.substr(0, 11) + ran.err.substr(ran.err.find(" (")), "<stdin>:9:1 (lines rejected: 15)\n");
+  EXPECT_EQ(
+      run("next-steps batch", R"({"suggest":"path","wanted":"x"})").out,
+      R"({"error":{"line":1,"column":2,"message":"\"suggest\" needs an index: start the batch with --index )"
+      "FILE\"}}\n");
+}
+
+// A client that writes a line in two parts, with a pause between them.
+TEST(Batch, AnswersBeforeTheNextLineIsWaitedFor) {
+  const Ran ran = run(R"(
+    coproc next-steps batch
+    for tool in x y z; do
+      printf '{"response":{"from":"'$tool >&"${COPROC[1]}"; sleep 0.1
+      echo '"},"tool":"'$tool'"}' >&"${COPROC[1]}"
+      read -r -t 20 -u "${COPROC[0]}" answer || exit 9
+      echo "$answer"
+    done)");
+  EXPECT_EQ(ran.out, "{\"from\":\"x\"}\n{\"from\":\"y\"}\n{\"from\":\"z\"}\n");
+  EXPECT_EQ(ran.status, 0) << ran.err;
+}
+
+TEST(Batch, ReadsAnIndexAgainWhenItIsReplaced) {
+  const Ran ran = run(R"(
+    index=$(dirname $0)/index
+    write() { echo '{"_type":"tag","name":"'$1'","path":"a.c"}' >$index.new; mv $index.new $index; }
+    write first
+    coproc next-steps batch --index $index 2>&1
+    ask() {
+      echo '{"suggest":"symbol","wanted":"'$1'"}' >&"${COPROC[1]}"
+      until read -r -t 20 -u "${COPROC[0]}" line && [[ $line == {* ]]; do echo "${line##*; }"; done
+      grep -o 'symbol to.*is [a-z]*' <<<"$line"
+    }
+    ask firs
+    write other && ask othr
+    echo '{' >$index && ask othr; ask oter
+    rm $index && ask oher; ask othe
+    write third && ask thrd)");
+  EXPECT_EQ(ran.out, R"(symbol to firs is first
+symbol to othr is other
+the index that was read before stays in use
+symbol to othr is other
+symbol to oter is other
+the index that was read before stays in use
+symbol to oher is other
+symbol to othe is other
+symbol to thrd is third
+)");
+}
+
+TEST(Batch, NeedsNoMoreMemoryForMoreLines) {
+  // 1,000,000 requests in 30 MB of memory, to a reader that begins late.
+  if (NEXT_STEPS_SANITIZED) GTEST_SKIP() << "the sanitizers need more memory than the limit";
+  const Ran ran = run(R"x(
+    ulimit -v 30000
+    printf '{"response":{"a":"%200s"},"tool":"x","id":%d}\n[\n{"response":{}}\n\n' x 7 >$(dirname $0)/lines
+    yes "$(<$(dirname $0)/lines)" | head -1000000 | next-steps batch | (sleep 1; wc -l)
+    exit ${PIPESTATUS[2]})x");
+  EXPECT_EQ(ran.out, "1000000\n");
+  EXPECT_EQ(ran.status, 1) << ran.err;
+}
+
+TEST(Batch, HasClientsInOtherLanguages) {
+  for (const std::string command : {"python3 examples/batch_client.py", "node examples/batch_client.mjs"}) {
+    if (!is_installed(command.substr(0, command.find(' ')))) continue;
+    const Ran ran =
+        run(command + R"( $(command -v next-steps) examples/index/models.json | sed 's/\([:,]\) /\1/g')");
+    EXPECT_EQ(
+        ran.out.substr(0, ran.out.find("with ")),
+        R"(answer:{"results":[{"fqn":"pkg.mod.parse","kind":"function"}],"next_steps":[{"tool":"symbol",)"
+        R"("args":{"action":"detail","fqn":"pkg.mod.parse"},"reason":"Details of the best hit"}]}
+miss:[{"tool":"symbol","args":{"action":"detail","fqn":"vantrex::models::Repository"},"reason":"The nearest )"
+        R"(indexed symbol to Repositry is vantrex::models::Repository"}]
+error:"response" must be an object,not a list
+end:the program ended )")
+        << ran.err;
+  }
+}
+
+}  // namespace
+}  // namespace vantrex::tests
