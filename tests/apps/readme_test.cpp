@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "apps/shell.h"
+#include "support/table.h"
 
 namespace vantrex::tests {
 namespace {
@@ -50,6 +51,24 @@ TEST(Documents, ShowTheirExamplesAndWhatTheyPrint) {
 TEST(Documents, ShowTheSchemaOfFinishedAnswers) {
   EXPECT_EQ(blocks("docs/guide.md", "json"),
             std::vector{read_file(NEXT_STEPS_ROOT "/schemas/finished_answer.schema.json")});
+}
+
+// The JSON in the lines of `side` of the picture, without those that were dropped.
+values::JsonValue pictured(const std::string& picture, const std::string& side) {
+  const std::regex line("class=\"" + side + "( gone| came)?\"[^>]*>(.*)</text>");
+  std::string text;
+  for (std::sregex_iterator at(picture.begin(), picture.end(), line), end; at != end; ++at) text += (*at)[2];
+  return parse(std::regex_replace(text, std::regex("&amp;"), "&"));
+}
+
+TEST(Readme, PicturesAnAnswerAsItIs) {
+  const std::string picture = read_file(NEXT_STEPS_ROOT "/docs/before_after.svg");
+  const std::string before = read_file(NEXT_STEPS_ROOT "/examples/answers/detail.json");
+  EXPECT_EQ(pictured(picture, "before"), parse(before));
+  const std::string after = run("next-steps finish --tool symbol --action detail", before).out;
+  EXPECT_EQ(pictured(picture, "after"), parse(after));
+  EXPECT_EQ(run("next-steps catalogue --graph").out, read_file(NEXT_STEPS_ROOT "/docs/catalogue.svg"))
+      << "the tables have changed: next-steps catalogue --graph > docs/catalogue.svg";
 }
 
 TEST(Readme, ShowsWhatTheCommandsPrint) {

@@ -1,0 +1,161 @@
+#include "next_steps/catalogue_graph.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <optional>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "vantrex/tool_handlers/next_steps/signal_trial.h"
+
+namespace next_steps_program {
+
+namespace module = vantrex::tool_handlers::next_steps;
+
+namespace {
+
+constexpr std::size_t kRowHeight = 26;
+constexpr std::size_t kBoxHeight = 20;
+constexpr std::size_t kBoxWidth = 220;
+constexpr std::size_t kTop = 40;
+constexpr std::size_t kLeft = 10;
+constexpr std::size_t kRight = 490;
+
+// The colours suit a white page; those of a dark one replace them.
+constexpr std::string_view kHead = R"(
+  <title>The catalogue: which answer leads to which call</title>
+  <style>
+    text { font: 13px monospace; fill: #1f2933 }
+    rect { fill: #e8edf2; stroke: #7b8794 }
+    .end { stroke-dasharray: 2 3 }
+    path { fill: none; stroke: #4a7fb5; stroke-width: 1.5 }
+    .signal { stroke: #c07a1a; stroke-dasharray: 6 4 }
+    @media (prefers-color-scheme: dark) {
+      text { fill: #e4e9ee }
+      rect { fill: #2b333b }
+      path { stroke: #7fb2e5 }
+      .signal { stroke: #e0a44a }
+    }
+  </style>
+  <text x="10" y="24">answer of</text>
+  <text x="490" y="24">leads to (dashed: signals)</text>
+)";
+
+std::string number(std::size_t value) {
+  return std::to_string(value);
+}
+
+struct Edge {
+  std::size_t answer;  // its place on the left
+  std::size_t call;    // its place on the right, before these are ordered
+  bool is_signal;
+};
+
+// What a call is named, "symbol:detail", and whether its own answer leads on.
+struct Call {
+  std::string name;
+  bool leads_on;
+};
+
+class Graph {
+ public:
+  explicit Graph(const ServerTables& tables) : tables_(tables) {
+    for (const module::FollowUps* row : tables.rows()) {
+      const std::size_t answer = place_of_answer(row->key);
+      for (const module::Hint* hint : tables.hints(*row)) add(answer, hint->tool.view(), hint->action, false);
+    }
+    for (const module::SignalRow* row : tables.signals()) {
+      const vantrex::values::JsonObject step = module::SignalTrial(*row).step();
+      add(place_of_answer(row->key), step["tool"].string().value_or(""),
+          step.at_path("args", "action").string(), true);
+    }
+  }
+
+  std::string svg() const {
+    const std::vector<std::size_t> heights = heights_of_calls();
+    const std::string height = number(kTop + kRowHeight * answers_.size() + 10);
+    std::string text = R"(<svg xmlns="http://www.w3.org/2000/svg" viewBox="0 0 720 )" + height +
+                       R"(" width="720" height=")" + height + R"(" role="img">)";
+    text += kHead;
+    for (const Edge& edge : edges_) text += path(height_of(edge.answer), heights[edge.call], edge.is_signal);
+    for (std::size_t place = 0; place < answers_.size(); ++place) {
+      const bool leads_on =
+          std::any_of(edges_.begin(), edges_.end(), [&](const Edge& edge) { return edge.answer == place; });
+      text += box(kLeft, height_of(place), answers_[place], leads_on);
+    }
+    for (std::size_t place = 0; place < calls_.size(); ++place) {
+      text += box(kRight, heights[place], calls_[place].name, calls_[place].leads_on);
+    }
+    return text + "</svg>\n";
+  }
+
+ private:
+  std::size_t place_of_answer(std::string_view key) {
+    const auto found = std::find(answers_.begin(), answers_.end(), key);
+    if (found == answers_.end()) return answers_.emplace_back(key), answers_.size() - 1;
+    return static_cast<std::size_t>(found - answers_.begin());
+  }
+
+  void add(std::size_t answer, std::string_view tool, std::optional<std::string_view> action,
+           bool is_signal) {
+    const AnswerOf next{std::string(tool), action ? std::optional<std::string>(*action) : std::nullopt};
+    const std::string name = next.tool + (next.action ? ":" + *next.action : "");
+    const auto found =
+        std::find_if(calls_.begin(), calls_.end(), [&](const Call& call) { return call.name == name; });
+    edges_.push_back({answer, static_cast<std::size_t>(found - calls_.begin()), is_signal});
+    if (found == calls_.end()) calls_.push_back({name, tables_.leads_on(next)});
+  }
+
+  static std::size_t height_of(std::size_t place) { return kTop + kRowHeight * place; }
+
+  // The calls share the height of the answers, in the order of the mean place of those
+  // that lead to them, so that few lines cross.
+  std::vector<std::size_t> heights_of_calls() const {
+    std::vector<std::pair<double, std::size_t>> order;
+    for (std::size_t call = 0; call < calls_.size(); ++call) {
+      double sum = 0;
+      double count = 0;
+      for (const Edge& edge : edges_) {
+        if (edge.call != call) continue;
+        sum += static_cast<double>(edge.answer);
+        ++count;
+      }
+      order.emplace_back(sum / count, call);
+    }
+    std::sort(order.begin(), order.end());
+    std::vector<std::size_t> heights(calls_.size());
+    for (std::size_t place = 0; place < order.size(); ++place) {
+      const std::size_t spread = kRowHeight * answers_.size() * (2 * place + 1) / (2 * order.size());
+      heights[order[place].second] = kTop + spread - kRowHeight / 2;
+    }
+    return heights;
+  }
+
+  static std::string box(std::size_t x, std::size_t y, const std::string& name, bool leads_on) {
+    return "  <rect x=\"" + number(x) + "\" y=\"" + number(y) + "\" width=\"" + number(kBoxWidth) +
+           "\" height=\"" + number(kBoxHeight) + "\" rx=\"4\"" + (leads_on ? "" : " class=\"end\"") +
+           "/><text x=\"" + number(x + 8) + "\" y=\"" + number(y + 14) + "\">" + name + "</text>\n";
+  }
+
+  static std::string path(std::size_t from, std::size_t to, bool is_signal) {
+    const std::string begin = number(from + kBoxHeight / 2);
+    const std::string end = number(to + kBoxHeight / 2);
+    return "  <path" + std::string(is_signal ? " class=\"signal\"" : "") + " d=\"M" +
+           number(kLeft + kBoxWidth) + " " + begin + "C360 " + begin + " 360 " + end + " " + number(kRight) +
+           " " + end + "\"/>\n";
+  }
+
+  const ServerTables& tables_;
+  std::vector<std::string> answers_;
+  std::vector<Call> calls_;
+  std::vector<Edge> edges_;
+};
+
+}  // namespace
+
+std::string catalogue_graph(const ServerTables& tables) {
+  return Graph(tables).svg();
+}
+
+}  // namespace next_steps_program

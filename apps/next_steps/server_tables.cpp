@@ -1,0 +1,87 @@
+#include "next_steps/server_tables.h"
+
+#include <string_view>
+
+#include "vantrex/tool_handlers/next_steps/assembly.h"
+#include "vantrex/tool_handlers/next_steps/signal_trial.h"
+#include "vantrex/tool_handlers/next_steps/usual.h"
+
+namespace next_steps_program {
+
+namespace module = vantrex::tool_handlers::next_steps;
+
+namespace {
+
+// The answers that a server of `tools` gives. A tool with all its actions stands for
+// itself and for each action that has a row.
+std::vector<AnswerOf> answers_of(const std::vector<module::ServedTool>& tools) {
+  std::set<std::string_view> keys;
+  for (const module::FollowUps& row : module::NEXT_STEPS) keys.insert(row.key);
+  for (const module::SignalRow& row : module::_SIGNALS) keys.insert(row.key);
+  std::vector<AnswerOf> answers;
+  for (const module::ServedTool& each : tools) {
+    const std::optional<std::string_view> action = each.action;
+    answers.push_back({each.tool, action ? std::optional<std::string>(*action) : std::nullopt});
+    if (action) continue;
+    const std::string prefix = each.tool + ':';
+    for (const std::string_view key : keys) {
+      if (key.starts_with(prefix)) answers.push_back({each.tool, std::string(key.substr(prefix.size()))});
+    }
+  }
+  return answers;
+}
+
+}  // namespace
+
+ServerTables::ServerTables(const ServesOption& serves)
+    : serves_(serves.set()), answers_(answers_of(serves.tools())) {
+  for (const AnswerOf& each : answers_) {
+    used_.insert(module::usual_row(each.tool, each.action));
+    used_.insert(module::signal_row(each.tool, each.action));
+  }
+}
+
+std::vector<const module::FollowUps*> ServerTables::rows() const {
+  std::vector<const module::FollowUps*> rows;
+  for (const module::FollowUps& row : module::NEXT_STEPS) {
+    if (is_used(&row)) rows.push_back(&row);
+  }
+  return rows;
+}
+
+std::vector<const module::Hint*> ServerTables::hints(const module::FollowUps& row) const {
+  std::vector<const module::Hint*> hints;
+  for (const module::Hint* hint : row.hints()) {
+    if (module::is_served(hint->tool.view(), hint->action, serves_)) hints.push_back(hint);
+  }
+  return hints;
+}
+
+std::vector<const module::SignalRow*> ServerTables::signals() const {
+  std::vector<const module::SignalRow*> signals;
+  for (const module::SignalRow& row : module::_SIGNALS) {
+    if (is_used(&row) && is_served(row)) signals.push_back(&row);
+  }
+  return signals;
+}
+
+std::vector<AnswerOf> ServerTables::dead_ends() const {
+  std::vector<AnswerOf> dead_ends;
+  for (const AnswerOf& each : answers_) {
+    if (!leads_on(each)) dead_ends.push_back(each);
+  }
+  return dead_ends;
+}
+
+bool ServerTables::leads_on(const AnswerOf& answer) const {
+  const module::FollowUps* usual = module::usual_row(answer.tool, answer.action);
+  if (usual != nullptr && !hints(*usual).empty()) return true;
+  const module::SignalRow* signal = module::signal_row(answer.tool, answer.action);
+  return signal != nullptr && is_served(*signal);
+}
+
+bool ServerTables::is_served(const module::SignalRow& row) const {
+  return module::is_served(module::SignalTrial(row).step(), serves_);
+}
+
+}  // namespace next_steps_program

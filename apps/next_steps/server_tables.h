@@ -1,0 +1,51 @@
+// The tables of steps as one server sees them.
+//
+// Threads: like an int. Everything throws only std::bad_alloc.
+#pragma once
+
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "next_steps/serves_option.h"
+#include "vantrex/tool_handlers/next_steps/catalogue.h"
+#include "vantrex/tool_handlers/next_steps/signals.h"
+
+namespace next_steps_program {
+
+// An answer that a server gives: of one action, or of a tool with every action that has no
+// row.
+struct AnswerOf {
+  std::string tool;
+  std::optional<std::string> action;
+};
+
+// The rows for the answers that the server gives, with the steps that it has. Without
+// --serves that is everything.
+class ServerTables {
+ public:
+  explicit ServerTables(const ServesOption& serves);
+
+  // The rows in the order of the tables, and the hints of a row.
+  std::vector<const vantrex::tool_handlers::next_steps::FollowUps*> rows() const;
+  std::vector<const vantrex::tool_handlers::next_steps::Hint*> hints(
+      const vantrex::tool_handlers::next_steps::FollowUps& row) const;
+  std::vector<const vantrex::tool_handlers::next_steps::SignalRow*> signals() const;
+
+  // The answers of the server that never get a step from the tables.
+  std::vector<AnswerOf> dead_ends() const;
+
+  // Whether an answer of the tool and action may get a step from the tables.
+  bool leads_on(const AnswerOf& answer) const;
+
+ private:
+  bool is_used(const void* row) const { return serves_ == nullptr || used_.contains(row); }
+  bool is_served(const vantrex::tool_handlers::next_steps::SignalRow& row) const;
+
+  const vantrex::tool_handlers::next_steps::ServedTools* serves_;
+  std::vector<AnswerOf> answers_;
+  std::set<const void*> used_;  // rows of both tables
+};
+
+}  // namespace next_steps_program
