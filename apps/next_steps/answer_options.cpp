@@ -12,7 +12,7 @@ using vantrex::values::JsonObject;
 
 namespace {
 
-// The object that an option's text holds, or nothing when it is null.
+// Returns the object in the text of an option, or nothing for null.
 std::optional<JsonObject> option_object(const std::string& option, const std::string& text) {
   try {
     if (read_json(text).is_null()) return std::nullopt;

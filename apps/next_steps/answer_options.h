@@ -1,4 +1,4 @@
-// The options that subcommands on one answer share.
+// The options of the subcommands that read one answer: finish and explain.
 #pragma once
 
 #include <optional>
@@ -14,11 +14,11 @@ namespace next_steps_program {
 // --tool, --action, --arguments, --freshness, --serves, and the answer's file.
 class AnswerOptions {
  public:
-  // The options are parsed into this object, which must outlive `parser`'s use.
+  // Adds the options to `parser`, which keeps references to this object.
   void add_to(CLI::App& parser);
 
-  // Reads the answer and makes the request of it. Throws InputRejected,
-  // IoFailed and std::bad_alloc. The request refers to this object.
+  // Returns the request with the answer, which is read now. The request refers to this
+  // object. Throws InputRejected, IoFailed and std::bad_alloc.
   Request read() const;
 
  private:

@@ -1,4 +1,4 @@
-// next-steps batch: a reply for each line, also as a co-process.
+// next-steps batch: replies to each line of its input; may run as a co-process.
 #include <iostream>
 #include <memory>
 #include <optional>

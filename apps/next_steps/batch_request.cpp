@@ -25,7 +25,7 @@ std::string string_of(const JsonValue& value) {
   return std::string(*value.string());
 }
 
-// The tools that the list "serves" names.
+// Returns the set that the list "serves" names.
 module::ServedTools served_tools(const JsonList& names, const Members& members) {
   module::ServedTools served;
   for (const JsonValue& each : names) {
@@ -39,7 +39,7 @@ module::ServedTools served_tools(const JsonList& names, const Members& members) 
   return served;
 }
 
-// The members that every request may have.
+// Returns a request with the members that are common to all requests.
 Request common_request(Members& members, const BatchContext& context) {
   Request request;
   request.serves = context.serves;
@@ -104,8 +104,7 @@ JsonObject error_object(std::size_t line_number, const JsonError& error) {
   return {{"line", line_number}, {"column", error.place().column}, {"message", error.what()}};
 }
 
-// `result` under the name that says what it is, with the request's id; without one, an
-// answer stands for itself.
+// Returns {"id": id, name: result}; without an id, {name: result}.
 JsonObject enveloped(std::optional<JsonValue> id, std::string_view name, JsonObject result) {
   JsonObject reply;
   if (id) reply.append("id", *std::move(id));

@@ -1,4 +1,4 @@
-// One line of a batch: what it asks, and the reply.
+// One line of a batch, and the reply to it.
 #pragma once
 
 #include <cstddef>
@@ -14,27 +14,28 @@ namespace next_steps_program {
 
 // What the requests of a batch share.
 struct BatchContext {
-  const vantrex::tool_handlers::next_steps::ServedTools* serves;  // null when it was not said
-  IndexFile* index;                                               // null when none was given
+  const vantrex::tool_handlers::next_steps::ServedTools* serves;  // null without --serves
+  IndexFile* index;                                               // null without --index
 };
 
 struct BatchReply {
   std::string line;                // without a line feed
-  std::optional<JsonError> error;  // what it says, when it is an error
+  std::optional<JsonError> error;  // set when the reply is an error
 };
 
-// The reply to the line of number `line_number`. Throws std::bad_alloc.
+// Returns the reply to the line with the number `line_number`. Throws std::bad_alloc.
 //
-// A request is an object, and one of
-//   {"response": object, "tool": string, "action"?: string}: the finished answer;
-//   the same with "explain": true: why that gets its steps;
-//   {"suggest": "symbol" or "path", "wanted": string, "action"?: string,
-//    "response"?: object}: the finished answer to a miss, from the index.
-// Each may have "arguments" and "freshness", objects, "serves", a list of strings like
-// "symbol:detail", and "id", any value. What is optional may be null.
+// A request is one of these objects:
+//   {"response": object, "tool": string, "action"?: string}
+//       asks for the finished answer; with "explain": true, for why it gets its steps;
+//   {"suggest": "symbol" | "path", "wanted": string, "action"?: string, "response"?: object}
+//       asks for the finished answer to a miss, from the index.
+// Each may have "arguments" and "freshness", which are objects, "serves", which is a list
+// of strings such as "symbol:detail", and "id", which is any value. An optional member may
+// be null.
 //
-// The reply is the answer, or {"error": {"line", "column", "message"}}. To a request with
-// an id it is {"id", "answer"} or {"id", "error"}.
+// The reply is the answer, or {"error": {"line", "column", "message"}}. If the request has
+// an id, the reply is {"id", "answer"} or {"id", "error"}.
 BatchReply reply_to(std::string_view line, std::size_t line_number, const BatchContext& context);
 
 }  // namespace next_steps_program

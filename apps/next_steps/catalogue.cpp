@@ -1,4 +1,4 @@
-// next-steps catalogue: the tables that are compiled in, in Markdown.
+// next-steps catalogue: prints the tables of steps, as Markdown or as a picture.
 #include <memory>
 #include <optional>
 #include <string>
@@ -40,12 +40,12 @@ std::string code(std::string_view text) {
   return '`' + std::string(text) + '`';
 }
 
-// `symbol` `detail`, or the tool alone.
+// Returns "`symbol` `detail`", or the tool alone.
 std::string call_cell(std::string_view tool, std::optional<std::string_view> action) {
   return action ? code(tool) + ' ' + code(*action) : code(tool);
 }
 
-// "0 hits and `query`": what a signal wants of an answer.
+// Returns what a signal needs: "0 hits and `query`".
 std::string wants_cell(const module::SignalTrial& trial) {
   std::string text = std::to_string(trial.hits()) + (trial.takes_more_hits() ? " or more hits" : " hits");
   for (const std::string_view field : trial.fields()) text += " and " + code(field);

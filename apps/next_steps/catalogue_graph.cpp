@@ -22,7 +22,7 @@ constexpr std::size_t kTop = 40;
 constexpr std::size_t kLeft = 10;
 constexpr std::size_t kRight = 490;
 
-// The colours suit a white page; those of a dark one replace them.
+// The first colours are for a white page, the second for a dark one.
 constexpr std::string_view kHead = R"(
   <title>The catalogue: which answer leads to which call</title>
   <style>
@@ -47,12 +47,12 @@ std::string number(std::size_t value) {
 }
 
 struct Edge {
-  std::size_t answer;  // its place on the left
-  std::size_t call;    // its place on the right, before these are ordered
+  std::size_t answer;  // index into the answers
+  std::size_t call;    // index into the calls
   bool is_signal;
 };
 
-// What a call is named, "symbol:detail", and whether its own answer leads on.
+// A call: its name, such as "symbol:detail", and whether its answer leads to another.
 struct Call {
   std::string name;
   bool leads_on;
@@ -109,8 +109,8 @@ class Graph {
 
   static std::size_t height_of(std::size_t place) { return kTop + kRowHeight * place; }
 
-  // The calls share the height of the answers, in the order of the mean place of those
-  // that lead to them, so that few lines cross.
+  // Returns the y coordinate of each call. The calls are ordered by the mean index of the
+  // answers that lead to them, so that few lines cross.
   std::vector<std::size_t> heights_of_calls() const {
     std::vector<std::pair<double, std::size_t>> order;
     for (std::size_t call = 0; call < calls_.size(); ++call) {

@@ -1,4 +1,4 @@
-// The catalogue as a picture.
+// Draws the catalogue.
 #pragma once
 
 #include <string>
@@ -7,8 +7,9 @@
 
 namespace next_steps_program {
 
-// An SVG document: on the left the answers, on the right the calls that they lead to. A
-// frame with dots marks what leads no further. Throws std::bad_alloc.
+// Returns an SVG document. The answers are on the left, and the calls that they lead to on
+// the right. A dotted frame marks an answer or a call without a further step. Throws
+// std::bad_alloc.
 std::string catalogue_graph(const ServerTables& tables);
 
 }  // namespace next_steps_program

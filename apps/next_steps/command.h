@@ -1,7 +1,7 @@
 // The program's subcommands.
 //
-// A subcommand is one file: it defines an add_ function, which is declared here
-// and listed in main.cpp.
+// Each subcommand is one file with an add_ function, which is declared here and called in
+// main.cpp.
 #pragma once
 
 #include <functional>
@@ -10,13 +10,13 @@
 
 namespace next_steps_program {
 
-// What the program tells its caller by its exit status.
+// The exit statuses of the program.
 enum class ExitStatus : int { done = 0, input_rejected = 1, wrong_usage = 2, io_failed = 3 };
 
 struct Command {
   CLI::App* parser;  // owned by the program's parser
-  // Does the work once the arguments are parsed. Throws InputRejected, IoFailed
-  // and std::bad_alloc.
+  // Runs the subcommand after the arguments are parsed. Throws InputRejected, IoFailed and
+  // std::bad_alloc.
   std::function<ExitStatus()> run;
 };
 

@@ -42,8 +42,8 @@ bool is_one_of(std::string_view text, const std::array<std::string_view, count>&
   return std::find(texts.begin(), texts.end(), text) != texts.end();
 }
 
-// What stands between a scope and a name. ctags joins the parts of the scope
-// itself as the language does; a scope of one part leaves open how.
+// Returns the separator between a scope and a name. ctags joins the parts of a scope as the
+// language does, so only a scope with a single part leaves the separator open.
 std::string_view separator(std::string_view scope, std::string_view language, std::string_view path) {
   constexpr std::array<std::string_view, 2> kLanguages = {"C++", "Rust"};
   constexpr std::array<std::string_view, 8> kEndings = {".h",  ".hh",  ".hpp", ".hxx",
@@ -69,7 +69,7 @@ Symbol symbol_of(Members& members) {
 
 const std::string kHowToMakeOne = std::string("; an index is made by: ") + kCtagsCommand;
 
-// Fills a repository line by line.
+// Builds a repository from the lines of an index.
 class IndexFiller {
  public:
   void add(std::string_view line) {

@@ -1,4 +1,4 @@
-// next-steps explain: why an answer gets the steps it gets.
+// next-steps explain: prints why an answer gets its steps.
 #include <cstdlib>
 #include <memory>
 #include <string_view>

@@ -25,7 +25,8 @@ std::string right_aligned(std::size_t number) {
   return std::string(10 - std::min<std::size_t>(digits.size(), 10), ' ') + digits;
 }
 
-// `symbol {"action":"detail","fqn":"f"}`; a step that is no such call as it is.
+// Returns `symbol {"action":"detail","fqn":"f"}` for a step, or the JSON of an entry that is
+// no step.
 std::string call_text(const JsonValue& step) {
   const JsonObject* call = step.object();
   const auto tool = call == nullptr ? std::nullopt : (*call)["tool"].string();
@@ -63,7 +64,7 @@ class ExplanationWriter {
  private:
   void line(const std::string& text) { text_ += vantrex::logging::printable(text) + '\n'; }
 
-  // A line that begins with `verdict`, in `colour` if any.
+  // Appends a line: `number`, `verdict` in `colour` if colours are wanted, and `rest`.
   void marked_line(const std::string& number, const std::string& verdict, std::string_view colour,
                    const std::string& rest) {
     const bool coloured = colour_ == Colour::verdicts;

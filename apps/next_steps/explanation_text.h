@@ -1,4 +1,4 @@
-// An explanation for a person to read.
+// Formats an explanation for people.
 #pragma once
 
 #include <string>
@@ -7,11 +7,11 @@
 
 namespace next_steps_program {
 
-// What to mark in colour, with the escape sequences of terminals.
+// Whether verdicts are coloured, by the escape sequences of terminals.
 enum class Colour { none, verdicts };
 
-// The explanation as lines of text. Whatever the answer holds, it is printed
-// without control characters. Throws std::bad_alloc.
+// Returns the explanation as lines of text. Control characters of the answer are escaped.
+// Throws std::bad_alloc.
 std::string explanation_text(const vantrex::tool_handlers::next_steps::Explanation& explained, Colour colour);
 
 }  // namespace next_steps_program

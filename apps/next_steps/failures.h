@@ -1,4 +1,4 @@
-// The two ways in which a subcommand gives up.
+// The exceptions that end a subcommand.
 #pragma once
 
 #include <cerrno>
@@ -11,21 +11,21 @@
 
 namespace next_steps_program {
 
-// The input breaks a rule. The message says where: SOURCE:LINE:COLUMN: why, or, of the
-// whole, SOURCE: why.
+// Invalid input. The message is "SOURCE:LINE:COLUMN: why", or "SOURCE: why" for the input as
+// a whole.
 class InputRejected : public std::runtime_error {
  public:
   InputRejected(const std::string& source, const std::string& why)
       : std::runtime_error(source + ": " + why) {}
   InputRejected(const std::string& source, const JsonError& error)
       : InputRejected(source, error.place().line, error) {}
-  // The same for a text that is one line of the input, by its number from 1.
+  // For an error in one line of the input; `line` is its number, from 1.
   InputRejected(const std::string& source, std::size_t line, const JsonError& error)
       : std::runtime_error(source + ":" + std::to_string(line) + ":" + std::to_string(error.place().column) +
                            ": " + error.what()) {}
 };
 
-// The operating system did not read or write what it was asked to.
+// A failed system call for input or output.
 class IoFailed : public std::runtime_error {
  public:
   // Takes the reason from errno.

@@ -1,4 +1,4 @@
-// next-steps finish: one answer in, the finished answer out.
+// next-steps finish: finishes one answer.
 #include <memory>
 
 #include "next_steps/answer_options.h"

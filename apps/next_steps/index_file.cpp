@@ -26,7 +26,7 @@ const vantrex::models::Repository& IndexFile::current() {
   return index_;
 }
 
-// The times are compared to the nanosecond. A file that is gone has no time, inode or size.
+// For a file that is gone, everything is 0.
 bool IndexFile::has_changed() {
   struct stat now = {};
   if (::stat(file_.c_str(), &now) != 0) now = {};

@@ -1,4 +1,4 @@
-// An index in a file, which may be replaced while the program runs.
+// An index file that may be replaced while the program runs.
 #pragma once
 
 #include <string>
@@ -11,19 +11,19 @@ namespace next_steps_program {
 
 class IndexFile {
  public:
-  // Reads the index. Throws as read_ctags_index.
+  // Reads the index. Throws like read_ctags_index.
   explicit IndexFile(std::string file);
 
-  // The index as it is now: a file that was replaced is read again. When that fails, the
-  // one that was read last stays in use, with a warning on standard error each time that
-  // the file changes. Valid until the next call. Throws std::bad_alloc.
+  // Returns the index, and reads the file again first if it was replaced. If that fails, the
+  // index that was read last stays in use, and a warning goes to standard error. The
+  // reference is valid until the next call. Throws std::bad_alloc.
   const vantrex::models::Repository& current();
 
  private:
   bool has_changed();
 
   std::string file_;
-  struct stat seen_ = {};  // as the file was when it was looked at last
+  struct stat seen_ = {};  // of the file at the last call
   vantrex::models::InMemoryRepository index_;
 };
 

@@ -1,7 +1,7 @@
 // Reading the program's input.
 //
-// Ownership: an Input holds its file open; it must outlive what reads from it.
-// Threads: one at a time.
+// Ownership: an Input owns its open file and must outlive its LineReader. Threads: one at a
+// time.
 #pragma once
 
 #include <cstddef>
@@ -14,20 +14,20 @@ namespace next_steps_program {
 
 class Input {
  public:
-  // Opens `file`; "-" and "" are standard input. When that is a terminal, says
-  // on standard error that `awaited` is waited for. Throws IoFailed.
+  // Opens `file`; "-" and "" are standard input. If that is a terminal, a message on
+  // standard error says that `awaited` is expected. Throws IoFailed.
   Input(const std::string& file, std::string_view awaited);
   Input(const Input&) = delete;
   Input& operator=(const Input&) = delete;
   ~Input();
 
-  // What messages call it: the file as it was given, or "<stdin>".
+  // The name for messages: the file as given, or "<stdin>".
   const std::string& name() const noexcept { return name_; }
 
-  // Waits for bytes and appends them to `buffer`; false at the end of the
-  // input. Throws IoFailed and std::bad_alloc.
+  // Blocks until there are bytes, and appends them to `buffer`. Returns false at the end of
+  // the input. Throws IoFailed and std::bad_alloc.
   bool read_some(std::string& buffer);
-  // The same, up to the end.
+  // Reads up to the end of the input. Throws like read_some.
   std::string read_all();
 
  private:
@@ -35,18 +35,18 @@ class Input {
   int descriptor_ = 0;  // standard input, unless a file was opened
 };
 
-// The lines of an input, holding no more in memory than the longest one.
+// The lines of an input. Holds no more memory than the longest line needs.
 class LineReader {
  public:
-  // `before_waiting` is called each time before input is waited for.
+  // `before_waiting` is called each time before reading may block.
   LineReader(Input& input, std::function<void()> before_waiting)
       : input_(input), before_waiting_(std::move(before_waiting)) {}
 
-  // The next line without its line feed, valid until the next call; nothing at
+  // Returns the next line without its line feed, valid until the next call, or nothing at
   // the end. Throws what Input and `before_waiting` throw.
   std::optional<std::string_view> next();
 
-  // The number of the line that next() gave last, from 1.
+  // The number of the line that next() returned last, from 1.
   std::size_t line_number() const noexcept { return line_number_; }
 
  private:
@@ -56,8 +56,8 @@ class LineReader {
   Input& input_;
   std::function<void()> before_waiting_;
   std::string buffer_;
-  std::size_t begin_ = 0;     // where the next line begins
-  std::size_t searched_ = 0;  // no line feed from begin_ up to here
+  std::size_t begin_ = 0;     // offset of the next line
+  std::size_t searched_ = 0;  // there is no line feed in [begin_, searched_)
   std::size_t line_number_ = 0;
 };
 

@@ -30,8 +30,8 @@ constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
   throw JsonError(place_of(text, offset), message);
 }
 
-// Refuses bytes that no JSON text holds. The parser stops at each of them or its strings
-// are refused, so they are looked for only then; they come before other errors.
+// Refuses ill-formed UTF-8, NUL bytes and a byte-order mark. Each of them makes reading
+// fail, so this runs only after a failure. Its errors come before all others.
 void check_bytes(std::string_view text) {
   if (text.starts_with(kByteOrderMark)) reject(text, 0, "byte-order mark before the document");
   const std::size_t nul = text.find('\0');
@@ -40,33 +40,32 @@ void check_bytes(std::string_view text) {
   if (nul != std::string_view::npos) reject(text, nul, "NUL byte");
 }
 
-// The end of the hexadecimal digits at `begin`, of which there are four at most.
+// Returns the end of the hexadecimal digits that start at `begin`; at most four count.
 std::size_t hex_end(std::string_view text, std::size_t begin) {
   const std::size_t end = text.find_first_not_of("0123456789abcdefABCDEF", begin);
   return std::min({end, begin + 4, text.size()});
 }
 
-// Whether the digits of "\uD8" and so on, at `digits`, are those of a surrogate whose
-// second digit is one of `seconds`.
+// Whether the four digits at `digits` are a surrogate with a second digit out of `seconds`.
 bool is_surrogate(std::string_view text, std::size_t digits, std::string_view seconds) {
   return (text[digits] | 0x20) == 'd' && seconds.find(text[digits + 1]) != std::string_view::npos;
 }
 constexpr std::string_view kOfHigh = "89abAB";
 constexpr std::string_view kOfLow = "cdefCDEF";
 
-// The byte that breaks the escape at `escape`, which is no valid one.
+// Returns the offset of the byte that makes the escape at `escape` invalid.
 std::size_t breaking_byte(std::string_view text, std::size_t escape) {
   if (text.substr(escape, 2) != "\\u") return escape + 1;
   const std::size_t end = hex_end(text, escape + 2);
   if (end < escape + 6) return end;
-  if (is_surrogate(text, escape + 2, kOfLow)) return end - 1;  // with no high one before it
+  if (is_surrogate(text, escape + 2, kOfLow)) return end - 1;  // without a high one before it
   if (text.substr(end, 2) != "\\u") return text.substr(end, 1) == "\\" ? end + 1 : end;
   const std::size_t second_end = hex_end(text, end + 2);
   return second_end < end + 6 ? second_end : second_end - 1;
 }
 
-// The escape of a low surrogate without a high one before it, in the string that opens
-// at `quote` and has one. Its other escapes are valid.
+// Returns the offset of the first low surrogate without a high one before it, in the string
+// that starts at `quote`. The string has one, and its other escapes are valid.
 std::size_t lone_low_surrogate(std::string_view text, std::size_t quote) {
   for (std::size_t escape = quote;;) {
     escape = text.find('\\', escape);
@@ -81,7 +80,7 @@ std::size_t lone_low_surrogate(std::string_view text, std::size_t quote) {
   }
 }
 
-// Memory for the parser's stack, which must not go on without any.
+// Memory for the parser's stack. The parser's own allocator does not report failure.
 class ThrowingAllocator {
  public:
   static constexpr bool kNeedFree = true;
@@ -98,7 +97,7 @@ class ThrowingAllocator {
   static void Free(void* memory) noexcept { std::free(memory); }  // NOLINT(cppcoreguidelines-no-malloc)
 };
 
-// Builds the value from the parser's events, with a stack of its own.
+// Builds the value from the parser's events. Uses no recursion.
 class TreeBuilder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, TreeBuilder> {
  public:
   TreeBuilder(std::string_view text, std::vector<MemberOffset>* members)
@@ -110,11 +109,11 @@ class TreeBuilder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, TreeB
     rapidjson::GenericReader<rapidjson::UTF8<>, rapidjson::UTF8<>, ThrowingAllocator> reader;
     const rapidjson::ParseResult result = reader.Parse<kFlags>(stream_, *this);
     if (result.IsError()) refuse(result.Code(), result.Offset());
-    if (stream_.Tell() < text_.size()) check_bytes(text_);  // a NUL byte passes for the end
+    if (stream_.Tell() < text_.size()) check_bytes(text_);  // the parser ends at a NUL byte
     return std::move(root_);
   }
 
-  // The parser's events. During each the stream stands at the first byte of its token.
+  // The parser's events. During an event the stream is at the first byte of its token.
   bool Null() { return add(nullptr); }
   bool Bool(bool value) { return add(value); }
   bool RawNumber(const char* digits, std::size_t size, bool /*copy*/) { return add(number({digits, size})); }
@@ -137,17 +136,17 @@ class TreeBuilder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, TreeB
     Text key;  // of the field that is being read
   };
 
-  // The text of the last token, whose bytes are `unescaped`.
+  // Returns the text of the current token.
   Text text(std::string_view unescaped) {
     try {
       return Text(unescaped);
-    } catch (const values::InvalidUtf8&) {  // which the parser does not look for
+    } catch (const values::InvalidUtf8&) {  // a lone low surrogate, which the parser accepts
       check_bytes(text_);
       refuse(rapidjson::kParseErrorStringUnicodeSurrogateInvalid, lone_low_surrogate(text_, stream_.Tell()));
     }
   }
 
-  // The number that the last token, `digits`, writes.
+  // Returns the number of the current token.
   JsonValue number(std::string_view digits) {
     const char* end = digits.data() + digits.size();
     std::int64_t small = 0;
@@ -157,7 +156,7 @@ class TreeBuilder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, TreeB
     }
     double value = 0;
     if (std::from_chars(digits.data(), end, value).ec != std::errc()) {
-      value = std::strtod(std::string(digits).c_str(), nullptr);  // tells too large from too small
+      value = std::strtod(std::string(digits).c_str(), nullptr);  // overflow is infinity, underflow is not
     }
     if (std::isinf(value)) refuse(rapidjson::kParseErrorNumberTooBig, stream_.Tell());
     if (const auto integer = Integer::parse(digits)) return *integer;

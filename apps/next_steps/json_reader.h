@@ -1,13 +1,11 @@
-// Reading JSON text into values.
+// Reads JSON text into values.
 //
-// Stricter than the usual reader, so that nothing is changed or lost on the
-// way: the text must be well-formed UTF-8 without NUL bytes, byte-order mark or
-// lone surrogates, and hold one document and nothing after it. Integers survive
-// exactly as long as they fit the range of a double (308 digits), floats are
-// the nearest double. Of a repeated key the last value stands at the first
-// place. Any nesting depth that memory holds is read.
+// The text must be one document in well-formed UTF-8, without NUL bytes, byte-order mark or
+// lone surrogates. An integer is exact; it must be within the range of a double (308
+// digits). A float is rounded to the nearest double. A repeated key keeps its first
+// position and its last value. Depth is limited by memory only.
 //
-// Pure functions without state: any number of threads may call them.
+// Pure functions: any number of threads may call them.
 #pragma once
 
 #include <cstddef>
@@ -33,8 +31,7 @@ struct Place {
 // The place of the byte at `offset`, which may be the end of `text`.
 Place place_of(std::string_view text, std::size_t offset);
 
-// A text that is not what it should be, and the place of the first byte or
-// token that makes it so.
+// An error in a text, with the place of the first byte or token that is wrong.
 class JsonError : public std::runtime_error {
  public:
   JsonError(Place place, const std::string& message) : std::runtime_error(message), place_(place) {}
@@ -51,17 +48,17 @@ struct MemberOffset {
   std::size_t offset;
 };
 
-// The value that `text` holds. When `members` is given, the fields of an
-// outermost object are appended to it in the order of the text, repeated ones
-// included. Throws JsonError and std::bad_alloc.
+// Returns the value that `text` holds. If the value is an object and `members` is not null,
+// appends the object's fields to `members`, in the order of the text and with repetitions.
+// Throws JsonError and std::bad_alloc.
 values::JsonValue read_json(std::string_view text, std::vector<MemberOffset>* members = nullptr);
 
-// The same for a text that must hold an object. `what` names it in the error:
-// "the answer".
+// The same for a text that must hold an object. `what` names the object in the error, for
+// example "an answer".
 values::JsonObject read_json_object(std::string_view text, std::string_view what,
                                     std::vector<MemberOffset>* members = nullptr);
 
-// "an object", "null", "a string": what `value` is, for a message.
+// The kind of `value` for a message: "an object", "null", "a string".
 std::string_view kind_name(const values::JsonValue& value);
 
 }  // namespace next_steps_program

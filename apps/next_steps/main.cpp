@@ -12,8 +12,7 @@
 namespace next_steps_program {
 namespace {
 
-// What a parse that ended early has to say: the help that was asked for, or
-// what is wrong with the arguments.
+// Prints the help, or what is wrong with the arguments.
 ExitStatus answer_parse(const CLI::App& program, const CLI::ParseError& ending) {
   std::ostringstream asked_for;
   std::ostringstream wrong;
@@ -62,11 +61,12 @@ ExitStatus run_and_report(int argument_count, char** arguments) {
 }  // namespace next_steps_program
 
 int main(int argument_count, char** arguments) {
-  // A reader that goes away ends the program, also when its parent ignores the signal.
+  // When the reader closes the pipe, the signal ends the program. The parent may have
+  // ignored it.
   if (std::signal(SIGPIPE, SIG_DFL) == SIG_ERR) return EXIT_FAILURE;
   try {
     return static_cast<int>(next_steps_program::run_and_report(argument_count, arguments));
-  } catch (...) {  // not even the report could be written
+  } catch (...) {  // writing the report failed
     return static_cast<int>(next_steps_program::ExitStatus::io_failed);
   }
 }

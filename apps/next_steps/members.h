@@ -1,4 +1,4 @@
-// The members of a line that must hold one object, checked one by one.
+// The members of a line that must be a JSON object, with checks that report the place.
 #pragma once
 
 #include <optional>
@@ -11,30 +11,30 @@
 
 namespace next_steps_program {
 
-// Ownership: the line is borrowed and must outlive its Members. Whatever finds
-// fault throws JsonError with the place in the line, and std::bad_alloc.
+// Ownership: borrows the line, which must outlive this object. Everything throws
+// JsonError, with the place in the line, and std::bad_alloc.
 class Members {
  public:
   // `what` names the object in messages: "a request".
   Members(std::string_view line, std::string_view what)
       : line_(line), what_(what), object_(read_json_object(line, what, &offsets_)) {}
 
-  // Refuses every member that is not in `known`.
+  // Throws if there is a member that is not in `known`.
   void refuse_others(std::span<const std::string_view> known) const;
 
   bool has(std::string_view key) const noexcept { return object_.contains(key); }
 
-  // Takes the member `key` out, whatever it is; nothing when it is not there.
+  // Removes and returns the member `key`, or nothing if there is none.
   std::optional<values::JsonValue> take(std::string_view key) noexcept { return object_.remove(key); }
 
-  // The member `key`, which must be there and of `kind`; `expected` says so in
+  // Returns the required member `key`, which must be of `kind`. `expected` names the kind in
   // the message: "an object".
   values::JsonValue& wanted(std::string_view key, values::Kind kind, std::string_view expected);
 
-  // The same for a member that may be absent or null, which gives null.
+  // Returns the optional member `key`, or a null pointer if it is absent or null.
   values::JsonValue* allowed(std::string_view key, values::Kind kind, std::string_view expected);
 
-  // Refuses the value of the member `key`: `message` says what it must be.
+  // Throws with the place of the member `key` and "KEY MESSAGE".
   [[noreturn]] void refuse(std::string_view key, std::string_view message) const;
 
  private:

@@ -1,4 +1,4 @@
-// A miss to answer: a symbol or a path that the index does not hold.
+// Answers a miss: a symbol or a path that the index does not hold.
 #pragma once
 
 #include <cstdint>
@@ -16,15 +16,14 @@ enum class Wanted : std::uint8_t { symbol, path };
 // "symbol" or "path".
 std::string_view text(Wanted wanted);
 
-// The action that a step repeats when none was asked for.
+// The action to suggest when the request has none.
 std::string_view default_action(Wanted wanted);
 
-// Whether the index holds a symbol of that name or fqn, or that path.
+// Whether the index holds a symbol with that name or fqn, or that path.
 bool holds(const vantrex::models::Repository& index, Wanted wanted, std::string_view name);
 
-// The finished answer to a miss of `name`. `request` has what is known of the rest: its
-// response gets the nearest names, its tool is set here, its action is there. Throws
-// std::bad_alloc.
+// Returns the finished answer to a miss of `name`: the response of `request` with the
+// nearest names. `request` has an action; its tool is set here. Throws std::bad_alloc.
 vantrex::values::JsonObject finished_miss(const vantrex::models::Repository& index, Wanted wanted,
                                           std::string_view name, Request request);
 

@@ -1,4 +1,4 @@
-// Writing to standard output, with every failure noticed.
+// Writes to standard output and reports every failure.
 #pragma once
 
 #include <string>
@@ -8,22 +8,19 @@
 
 namespace next_steps_program {
 
-// Collects what is written; what is not flushed is lost. Threads: one at a
-// time.
+// Buffers what is written. The destructor does not flush. Threads: one at a time.
 class Output {
  public:
   // Throws IoFailed and std::bad_alloc.
   void write(std::string_view text);
-  // Hands everything to the operating system. Throws IoFailed, among others for
-  // a full disk.
+  // Writes the buffer to the file. Throws IoFailed, for example when the disk is full.
   void flush();
 
  private:
   std::string waiting_;
 };
 
-// Prints `answer` as it is sent, or indented, and a line feed. Throws IoFailed
-// and std::bad_alloc.
+// Prints `answer`, compact or indented, and a line feed. Throws IoFailed and std::bad_alloc.
 void print_answer(vantrex::values::JsonObject answer, bool pretty);
 
 }  // namespace next_steps_program

@@ -17,8 +17,8 @@ using vantrex::values::JsonValue;
 
 namespace {
 
-// Deeper levels are indented like this one, or the spaces of a deep value would
-// grow with the square of its depth.
+// Deeper levels are indented like this one; otherwise the size of the text would be
+// quadratic in the depth.
 constexpr std::size_t kDeepestIndent = 100;
 
 class PrettyWriter {
@@ -37,7 +37,7 @@ class PrettyWriter {
   }
 
  private:
-  // A list or an object that is being written.
+  // An open list or object.
   struct Open {
     const JsonList* list;
     const JsonObject* object;

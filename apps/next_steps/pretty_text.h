@@ -1,4 +1,4 @@
-// The indented JSON text of a value, for people to read.
+// Formats a value as indented JSON text.
 #pragma once
 
 #include <string>
@@ -7,9 +7,8 @@
 
 namespace next_steps_program {
 
-// The compact form of `value` spread over lines, two spaces to a level (up
-// to 100 levels). Empty lists and objects stay on their line. No recursion on
-// depth. Throws std::bad_alloc.
+// Returns `value` as JSON text with two spaces per level, up to 100 levels. Empty lists and
+// objects stay on one line. Does not recurse. Throws std::bad_alloc.
 std::string pretty_text(const vantrex::values::JsonValue& value);
 
 }  // namespace next_steps_program

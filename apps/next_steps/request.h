@@ -1,4 +1,4 @@
-// One answer to finish, with what is known about the request it answers.
+// An answer to finish and the request that it answers.
 #pragma once
 
 #include <optional>
@@ -17,12 +17,11 @@ struct Request {
   std::optional<vantrex::values::JsonObject> arguments;
   vantrex::values::JsonValue freshness;                                     // an object or null
   const vantrex::tool_handlers::next_steps::ServedTools* serves = nullptr;  // borrowed
-  // What the request itself says that the server has; takes the place of the above.
+  // Replaces `serves` when the request itself says what the server has.
   std::optional<vantrex::tool_handlers::next_steps::ServedTools> own_serves;
 };
 
-// The finished answer to `request`, and why it got its steps. Throw
-// std::bad_alloc.
+// Return the finished answer, and why it got its steps. Throw std::bad_alloc.
 vantrex::values::JsonObject finished(Request request);
 vantrex::tool_handlers::next_steps::Explanation explanation(Request request);
 

@@ -12,8 +12,8 @@ namespace module = vantrex::tool_handlers::next_steps;
 
 namespace {
 
-// The answers that a server of `tools` gives. A tool with all its actions stands for
-// itself and for each action that has a row.
+// Returns the answers that a server with `tools` gives. A tool with all its actions gives one
+// answer for each of its actions that has a row, and one for all other actions.
 std::vector<AnswerOf> answers_of(const std::vector<module::ServedTool>& tools) {
   std::set<std::string_view> keys;
   for (const module::FollowUps& row : module::NEXT_STEPS) keys.insert(row.key);

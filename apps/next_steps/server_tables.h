@@ -14,15 +14,14 @@
 
 namespace next_steps_program {
 
-// An answer that a server gives: of one action, or of a tool with every action that has no
-// row.
+// An answer that a server gives: of one action, or of a tool with any action that has no row.
 struct AnswerOf {
   std::string tool;
   std::optional<std::string> action;
 };
 
-// The rows for the answers that the server gives, with the steps that it has. Without
-// --serves that is everything.
+// The rows for the answers that the server gives, and the steps that the server has. Without
+// --serves, all rows and steps.
 class ServerTables {
  public:
   explicit ServerTables(const ServesOption& serves);

@@ -21,7 +21,7 @@ module::ServedTool read_served_tool(std::string_view text) {
 
 namespace {
 
-// The tools of a list: "search,symbol:detail,files".
+// Returns the entries of a list such as "search,symbol:detail,files".
 std::vector<module::ServedTool> read_served_tools(std::string_view text) {
   std::vector<module::ServedTool> tools;
   for (std::size_t begin = 0; begin <= text.size();) {

@@ -12,21 +12,21 @@
 
 namespace next_steps_program {
 
-// The tool or action that `text` names: "symbol" or "symbol:detail". Throws
-// std::invalid_argument for what names none, and std::bad_alloc.
+// Returns the tool or the action that `text` names: "symbol" or "symbol:detail". Throws
+// std::invalid_argument for any other text, and std::bad_alloc.
 vantrex::tool_handlers::next_steps::ServedTool read_served_tool(std::string_view text);
 
-// --serves, a list of these with commas between.
+// The option --serves, a list separated by commas.
 class ServesOption {
  public:
-  // The option is parsed into this object, which must outlive `parser`'s use.
+  // Adds the option to `parser`, which keeps a reference to this object.
   void add_to(CLI::App& parser);
 
-  // The set, as long as this object; null when the option was not given.
+  // The set, owned by this object; null when the option was not given.
   const vantrex::tool_handlers::next_steps::ServedTools* set() const noexcept {
     return set_ ? &*set_ : nullptr;
   }
-  // The list that it was made of.
+  // The entries of the option, in their order.
   const std::vector<vantrex::tool_handlers::next_steps::ServedTool>& tools() const noexcept { return tools_; }
 
  private:

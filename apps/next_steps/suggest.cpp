@@ -1,4 +1,4 @@
-// next-steps suggest: the finished answer to a miss, from an index of ctags.
+// next-steps suggest: answers a miss from an index of ctags.
 #include <memory>
 #include <optional>
 #include <string>
