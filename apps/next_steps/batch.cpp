@@ -53,22 +53,22 @@ Command add_batch(CLI::App& program) {
   CLI::App* parser = program.add_subcommand("batch", "Answer a stream of requests, one a line");
   parser->add_option("FILE", options->file, "The requests; standard input when - or none")->type_name("");
   parser
-      ->add_option("--index", options->index, "The index, a file, for misses; read again when it is replaced")
+      ->add_option("--index", options->index,
+                   "The index for misses; it is read again when the file is replaced")
       ->check([](const std::string& file) { return file == "-" ? "must be a file" : ""; })
       ->type_name("INDEX");
   options->serves.add_to(*parser);
   parser->footer(
-      "A request is a JSON object, and one of\n"
+      "A request is one of these JSON objects:\n"
       "  {\"response\": object, \"tool\": string, \"action\"?: string}\n"
-      "                       answered by the finished answer\n"
-      "  the same with \"explain\": true\n"
-      "                       answered as explain --json does\n"
+      "      asks for the finished answer; with \"explain\": true, for what explain --json prints\n"
       "  {\"suggest\": \"symbol\" or \"path\", \"wanted\": string, \"action\"?: string, \"response\"?: "
       "object}\n"
-      "                       answered as suggest does, from the index\n"
-      "with, as known, \"arguments\": object, \"freshness\": object, \"serves\": [\"symbol:detail\", ...].\n"
-      "Each line is answered by one line, before the next is waited for. A line that is no\n"
-      "request, an empty one included, is answered by {\"error\": {\"line\", \"column\", \"message\"}}.\n"
+      "      asks for what suggest prints, from the index\n"
+      "Each may also have \"arguments\": object, \"freshness\": object and\n"
+      "\"serves\": [\"symbol:detail\", ...].\n"
+      "Each line is answered by one line before the next one is read. Any other line, also an\n"
+      "empty one, is answered by {\"error\": {\"line\", \"column\", \"message\"}}.\n"
       "A request with an \"id\", any value, is answered by {\"id\", \"answer\"} or {\"id\", \"error\"}.\n"
       "Universal Ctags makes the index:\n  " +
       std::string(kCtagsCommand));

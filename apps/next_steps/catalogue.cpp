@@ -129,10 +129,10 @@ Command add_catalogue(CLI::App& program) {
   auto options = std::make_shared<CatalogueOptions>();
   CLI::App* parser = program.add_subcommand("catalogue", "Print the tables of steps as Markdown");
   options->serves.add_to(*parser);
-  parser->add_flag("--graph", options->graph, "Print a picture of them instead, as SVG");
+  parser->add_flag("--graph", options->graph, "Print them as an SVG picture instead");
   parser->footer(
-      "With --serves the tables are those of that server, and the answers that never get a\n"
-      "step from them are listed.");
+      "With --serves only what that server answers and has is printed, with a list of the\n"
+      "answers that never get a step.");
   return {parser, [options] { return catalogue(*options); }};
 }
 

@@ -14,7 +14,7 @@
 namespace next_steps_program {
 
 // The command that makes such an index, for help and messages.
-inline constexpr const char* kCtagsCommand = "ctags --output-format=json --fields=+nl -R -f INDEX .";
+inline constexpr const char* kCtagsCommand = "ctags --output-format=json --fields=+nl -R -f - . >INDEX";
 
 // Reads the index in `file`, or standard input for "-". Each tag becomes a symbol; each path
 // is added once. A symbol's fqn is its scope and its name, joined as in its language.

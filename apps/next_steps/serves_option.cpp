@@ -45,8 +45,8 @@ void ServesOption::add_to(CLI::App& parser) {
     for (const module::ServedTool& each : tools_) set_->add(each);
   };
   parser
-      .add_option_function<std::string>(
-          "--serves", parse, "What the server has: tools, with all their actions, and single actions")
+      .add_option_function<std::string>("--serves", parse,
+                                        "What the server has: whole tools, and single actions")
       ->type_name("TOOL[:ACTION],...");
 }
 

@@ -78,7 +78,7 @@ TEST(Suggest, RefusesWhatIsNoIndexAndSaysWhere) {
 }
 
 TEST(Suggest, RefusesAWrongIndexAndWhatIsNoMiss) {
-  const std::string how = "; an index is made by: ctags --output-format=json --fields=+nl -R -f INDEX .";
+  const std::string how = "; an index is made by: ctags --output-format=json --fields=+nl -R -f - . >INDEX";
   const std::string only_ptag = kIndex.substr(0, kIndex.find('\n'));
   EXPECT_EQ(suggest("path x", "!_TAG_FILE_FORMAT\t2\n").err.substr(0, 11), "<stdin>:1:1");
   EXPECT_TRUE(suggest("path x", "!_TAG_FILE_FORMAT\t2\n").err.ends_with(how + "\n"));
