@@ -61,7 +61,7 @@ TEST(Batch, AnswersEachLineInItsPlace) {
       "FILE\"}}\n");
 }
 
-// A client that writes a line in two parts, with a pause between them.
+// The client writes each line in two parts, with a pause between them.
 TEST(Batch, AnswersBeforeTheNextLineIsWaitedFor) {
   const Ran ran = run(R"(
     coproc next-steps batch
@@ -104,7 +104,7 @@ symbol to thrd is third
 }
 
 TEST(Batch, NeedsNoMoreMemoryForMoreLines) {
-  // 1,000,000 requests in 30 MB of memory, to a reader that begins late.
+  // 1,000,000 requests in 30 MB of memory. The reader starts late.
   if (NEXT_STEPS_SANITIZED) GTEST_SKIP() << "the sanitizers need more memory than the limit";
   const Ran ran = run(R"x(
     ulimit -v 30000

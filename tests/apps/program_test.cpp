@@ -9,7 +9,7 @@
 namespace vantrex::tests {
 namespace {
 
-// `cell` with line breaks where it has "\n".
+// Replaces each "\n" in `cell` by a line feed.
 std::string lines(std::string cell) {
   for (std::size_t at = 0; (at = cell.find("\\n", at)) != std::string::npos;) cell.replace(at, 2, "\n");
   return cell;
@@ -72,7 +72,7 @@ std::string repeated(const std::string& text, std::size_t times) {
 }
 
 TEST(Program, BearsDepthAndSizeOnASmallStack) {
-  // The sanitizers' frames are larger, and so is what they keep of each thread.
+  // The sanitizers need larger frames and more memory for each thread.
   const std::string stack = NEXT_STEPS_SANITIZED ? "ulimit -s 1024\n" : "ulimit -s 256\n";
   const std::string steps = repeated(R"({"tool":"t","args":{},"reason":"r"},)", 10'000);
   std::string fields;

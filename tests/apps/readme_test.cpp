@@ -11,7 +11,7 @@
 namespace vantrex::tests {
 namespace {
 
-// The contents of the blocks of `language` in a document.
+// Returns the contents of the code blocks of `language` in a document.
 std::vector<std::string> blocks(const std::string& document, const std::string& language) {
   const std::string text = read_file(NEXT_STEPS_ROOT "/" + document);
   const std::string opening = "```" + language + "\n";
@@ -23,8 +23,7 @@ std::vector<std::string> blocks(const std::string& document, const std::string& 
   return found;
 }
 
-// What a document shows of an example: what stands between each two marks
-// "// [name]", or all of it when there are none.
+// Returns the parts of an example between pairs of marks "// [name]"; without marks, all of it.
 std::vector<std::string> shown(const std::string& example) {
   static const std::regex mark(R"(// \[\w+\]\n)");
   std::sregex_token_iterator part(example.begin(), example.end(), mark, -1);
@@ -37,7 +36,7 @@ std::vector<std::string> shown(const std::string& example) {
 
 TEST(Documents, ShowTheirExamplesAndWhatTheyPrint) {
   struct Row {
-    std::string document, example, output;  // the language of the blocks of output
+    std::string document, example, output;  // `output` is the language of the output blocks
   };
   for (const Row& row : {Row{"README.md", "finish_an_answer", "json"}, {"docs/guide.md", "guide", "text"}}) {
     const std::string source = read_file(NEXT_STEPS_ROOT "/examples/" + row.example + ".cpp");
@@ -53,7 +52,7 @@ TEST(Documents, ShowTheSchemaOfFinishedAnswers) {
             std::vector{read_file(NEXT_STEPS_ROOT "/schemas/finished_answer.schema.json")});
 }
 
-// The JSON in the lines of `side` of the picture, without those that were dropped.
+// Returns the JSON in the picture on `side`, without the dropped lines.
 values::JsonValue pictured(const std::string& picture, const std::string& side) {
   const std::regex line("class=\"" + side + "( gone| came)?\"[^>]*>(.*)</text>");
   std::string text;

@@ -11,7 +11,7 @@
 namespace vantrex::tests {
 
 Ran run(const std::string& command, std::string_view input) {
-  // A directory of its own for each run, since tests run side by side.
+  // Tests run in parallel, so each run has its own directory.
   std::string place = std::filesystem::temp_directory_path() / "next_steps.XXXXXX";
   if (::mkdtemp(place.data()) == nullptr) throw std::runtime_error("no temporary directory");
   std::ofstream(place + "/in") << input;

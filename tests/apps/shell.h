@@ -1,4 +1,4 @@
-// Runs the program as a user does.
+// Runs the program in a shell.
 #pragma once
 
 #include <string>
@@ -12,14 +12,13 @@ struct Ran {
   std::string err;
 };
 
-// Runs `command` in a shell that finds `next-steps` and `code_index`, with `input` as standard
-// input.
+// Runs `command` with `input` as standard input; `next-steps` and `code_index` are on the PATH.
 Ran run(const std::string& command, std::string_view input = "");
 
-// Whether a command can be run on a terminal, by `script`.
+// Whether `script` can run a command on a terminal.
 bool has_terminal();
 
-// The whole file at `path`. Throws std::runtime_error when it cannot be read.
+// Returns the contents of the file. Throws std::runtime_error when it cannot be read.
 std::string read_file(const std::string& path);
 
 }  // namespace vantrex::tests

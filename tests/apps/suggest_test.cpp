@@ -21,7 +21,7 @@ const std::string kIndex =
 {"_type":"tag","name":"Größe","path":"src/dir.cpp/plain"}
 )";
 
-// What `next-steps suggest` does when the index is its standard input.
+// Runs `next-steps suggest` with the index as standard input.
 Ran suggest(const std::string& arguments, const std::string& index = kIndex) {
   return run(
       "echo '{\"note\":null,\"found\":true,\"rest\":1}' >$(dirname $0)/answer.json\n"
