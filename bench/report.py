@@ -111,8 +111,8 @@ The figures are in the table of the README.</desc>
 
 def main(picture_path, readme_path, *results):
     rows = read(results)
-    print("For next_steps the time of the fastest repetition, for the others that time divided by it;\n"
-          "then the allocations and the maximum memory.\n")
+    print("next_steps: the time of its fastest repetition. The others: their time divided by that of next_steps.\n"
+          "Then the number of allocations and the maximum memory.\n")
     print(table({f"{group}: {name}": row for (group, name), row in rows.items()}), end="")
     with open(picture_path, "w", encoding="utf-8") as file:
         file.write(picture(rows))
