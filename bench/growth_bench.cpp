@@ -44,7 +44,7 @@ std::size_t fields_life(const std::vector<std::string>& names) {
   return finished_bytes(JsonObject{{"fields", std::move(fields)}});
 }
 
-// The same with many steps that the tool gave.
+// The life of an answer with many own steps. Returns the bytes of its text.
 std::size_t own_steps_life(const std::vector<std::string>& names) {
   JsonList steps;
   steps.reserve(names.size());

@@ -56,8 +56,8 @@ inline constexpr std::array<NamedSubject, 6> kSubjects = {{
      }},
 }};
 
-// A library that runs lives. The stages are called in the order of their declarations, with either finish or
-// finish_kept. A contender keeps its memory from one life to the next where the library allows it.
+// A JSON library that is measured. The stages are called in the order of their declarations, with either
+// finish or finish_kept. A contender keeps its memory from one life to the next where the library allows it.
 class Contender {
  public:
   Contender() = default;

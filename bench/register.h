@@ -9,7 +9,7 @@
 
 namespace vantrex::bench {
 
-// Registers a benchmark that calls the first of `arguments` with the state and the others. Its result is the
+// Registers a benchmark. `arguments` are a function and its arguments after the state. The result is the
 // fastest repetition, because other load on the machine only slows a repetition down.
 template <typename... Arguments>
 benchmark::internal::Benchmark* add(const std::string& name, Arguments... arguments) {

@@ -25,8 +25,8 @@ set_target_properties(next_steps PROPERTIES
   CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON
   POSITION_INDEPENDENT_CODE ON)  # a static library may be linked into a plugin
 
-# The library with its internal headers, for the program and the tests. A shared library hides the internal
-# functions, so then this is a static one.
+# The library with its internal headers, for the program and the tests. A shared library hides its internal
+# functions; the program and the tests then use a static one.
 add_library(next_steps_internals INTERFACE)
 target_sources(next_steps_internals INTERFACE FILE_SET HEADERS BASE_DIRS src FILES ${internal_headers})
 if(BUILD_SHARED_LIBS)

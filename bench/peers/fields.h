@@ -1,5 +1,5 @@
 // The fields of each row, in the order of the answer. The general JSON libraries build their answers from
-// them. ours.cpp lists the same fields as a tool handler does; lives_bench compares the texts.
+// them. ours.cpp builds the same answers as a tool handler would; lives_bench compares the texts.
 #pragma once
 
 #include <string_view>

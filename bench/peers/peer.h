@@ -120,8 +120,8 @@ class Peer : public Contender {
     return hints;
   }
 
-  // The bytes of the compact text. Stops counting at `enough`: a larger text may give any number from
-  // `enough` on.
+  // The bytes of the compact text. Stops counting at `enough`, so the result for a larger text is `enough` or
+  // more.
   static std::size_t size_of(const Value& value, std::size_t enough) {
     switch (Library::kind(value)) {
       case Kind::null:
