@@ -49,8 +49,8 @@ class Steps {
   void clear() { count_ = 0; }
   void add(const Hint& hint, std::string_view value, std::int64_t hits);
   // Drops the last step until the rest fits an answer whose hint fields have `hints` bytes. Keeps the first.
-  // `measure(enough)` returns the answer's bytes; it may return less than that, but at least `enough`, when
-  // there are more. It is called only when the result depends on them.
+  // `measure(enough)` returns the answer's bytes, or a smaller number that is at least `enough`. It is called
+  // only when the result depends on it.
   template <typename Measure>
   void fit(std::size_t hints, Measure measure) {
     const std::size_t wanted = hints + added();
