@@ -1,8 +1,8 @@
-// How a life grows with the bytes of its answer, with shapes that invite quadratic
-// work, and with a second thread; and how a name lookup grows with the index.
+// Benchmarks of growth: the time of a life by the size of its answer, by its number of fields or own steps,
+// and with a second thread; the time of a name look-up by the size of the index.
 //
-// Names are growth/SHAPE/CONTENDER, threads/JOB/CONTENDER and lookup/SHAPE/CONTENDER; the counter `items`
-// says how many bytes, fields, steps or queries a run has.
+// Names are growth/SIZE/CONTENDER, threads/JOB/CONTENDER and lookup/INDEX/CONTENDER. The counter `items` is
+// the number of bytes, fields, steps or queries of one run.
 #include <array>
 #include <string>
 #include <vector>
@@ -26,26 +26,26 @@ using tool_handlers::next_steps::finish_answer;
 using values::JsonList;
 using values::JsonObject;
 
-void grow_files(benchmark::State& state, const NamedContender& contender, std::size_t bytes) {
+void grow_files(benchmark::State& state, const NamedContender& named, std::size_t bytes) {
   const Subject subject = files_subject(bytes / 120, Floats::with);
-  const auto way = contender.make(subject);
-  state.counters["items"] = static_cast<double>(way->live());
-  for (auto _ : state) benchmark::DoNotOptimize(way->live());
+  const auto contender = named.make(subject);
+  state.counters["items"] = static_cast<double>(contender->run_life());
+  for (auto _ : state) benchmark::DoNotOptimize(contender->run_life());
 }
 
 std::size_t finished_bytes(JsonObject answer) {
   return tool_handlers::tool_result_text(finish_answer(std::move(answer), "explore")).size();
 }
 
-// An object of many fields.
-std::size_t live_fields(const std::vector<std::string>& names) {
+// The life of an answer with an object of many fields. Returns the bytes of its text.
+std::size_t fields_life(const std::vector<std::string>& names) {
   JsonObject fields;
   for (const std::string& name : names) fields.set(name, name.size());
   return finished_bytes(JsonObject{{"fields", std::move(fields)}});
 }
 
-// Many steps of the tool's own.
-std::size_t live_own_steps(const std::vector<std::string>& names) {
+// The life of an answer with many own steps. Returns the bytes of its text.
+std::size_t own_steps_life(const std::vector<std::string>& names) {
   JsonList steps;
   steps.reserve(names.size());
   for (const std::string& name : names) {
@@ -55,23 +55,23 @@ std::size_t live_own_steps(const std::vector<std::string>& names) {
   return finished_bytes(JsonObject{{"fqn", "acme"}, {"next_steps", std::move(steps)}});
 }
 
-void grow_shape(benchmark::State& state, std::size_t (*live)(const std::vector<std::string>&),
+void grow_count(benchmark::State& state, std::size_t (*life)(const std::vector<std::string>&),
                 std::size_t count) {
   std::vector<std::string> names(count);
   for (std::size_t at = 0; at < count; ++at) names[at] = "acme.storage.symbol_" + std::to_string(at);
   state.counters["items"] = static_cast<double>(count);
-  for (auto _ : state) benchmark::DoNotOptimize(live(names));
+  for (auto _ : state) benchmark::DoNotOptimize(life(names));
 }
 
-// Every thread lives lives of its own.
-void live_apart(benchmark::State& state) {
+// Each thread builds and finishes its own answers.
+void run_separate_lives(benchmark::State& state) {
   const Subject subject = kSubjects[2].make(Floats::with);
-  const auto way = ours(subject);
-  for (auto _ : state) benchmark::DoNotOptimize(way->live());
+  const auto contender = ours(subject);
+  for (auto _ : state) benchmark::DoNotOptimize(contender->run_life());
 }
 
-// All threads finish the same answer, which is kept, and share its long texts.
-void finish_shared(benchmark::State& state) {
+// All threads finish copies of one answer.
+void finish_shared_answer(benchmark::State& state) {
   static const JsonObject shared = [] {
     JsonList results;
     for (const Hit& row : search_rows(Floats::with).hits)
@@ -81,8 +81,8 @@ void finish_shared(benchmark::State& state) {
   for (auto _ : state) benchmark::DoNotOptimize(finish_answer(shared, "search"));
 }
 
-// An index of words, like that of a real tree, and the hard one, in which every
-// name is near the wanted one.
+// An index of `size` names. With `alike` every name is near the others, which is the slowest case for a
+// look-up; otherwise names are like those of a real tree.
 InMemoryRepository index_of(std::size_t size, bool alike) {
   InMemoryRepository index;
   Random random(20);
@@ -115,14 +115,14 @@ void add_all() {
       add(joined({"growth/", name, ", per byte/", contender.name}), grow_files, contender, bytes);
   }
   for (const std::size_t count : {10'000UL, 100'000UL, 1'000'000UL})
-    add("growth/" + std::to_string(count) + " fields, per field/next_steps", grow_shape, live_fields, count);
+    add("growth/" + std::to_string(count) + " fields, per field/next_steps", grow_count, fields_life, count);
   for (const std::size_t count : {100UL, 1'000UL, 10'000UL})
-    add("growth/" + std::to_string(count) + " own steps, per step/next_steps", grow_shape, live_own_steps,
+    add("growth/" + std::to_string(count) + " own steps, per step/next_steps", grow_count, own_steps_life,
         count);
-  add("threads/one, own lives/next_steps", live_apart);
-  add("threads/two, own lives/next_steps", live_apart)->Threads(2);
-  add("threads/one, one kept answer/next_steps", finish_shared);
-  add("threads/two, one kept answer/next_steps", finish_shared)->Threads(2);
+  add("threads/one, own lives/next_steps", run_separate_lives);
+  add("threads/two, own lives/next_steps", run_separate_lives)->Threads(2);
+  add("threads/one, one kept answer/next_steps", finish_shared_answer);
+  add("threads/two, one kept answer/next_steps", finish_shared_answer)->Threads(2);
   for (const std::size_t size : {5'000UL, 70'000UL, 1'000'000UL}) {
     add("lookup/in " + std::to_string(size) + " names/next_steps", look_up, size, false);
     add("lookup/in " + std::to_string(size) + " alike names/next_steps", look_up, size, true);

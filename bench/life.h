@@ -1,9 +1,8 @@
-// An answer's life, and the ways to live it that are measured beside each other.
+// The benchmark's unit of work, an answer's life, and the libraries that are compared.
 //
-// A life begins with a tool handler's rows and ends with the bytes that are
-// sent: the answer is built, finished (null fields dropped, steps chosen from
-// what it says and fitted to the budget, "next_steps" attached last), written
-// and destroyed.
+// A life begins with a tool handler's rows and ends with the bytes that are sent. Its stages: the answer is
+// built, finished (null fields dropped, steps chosen and fitted to the budget, "next_steps" attached last),
+// written and destroyed.
 #pragma once
 
 #include <array>
@@ -16,11 +15,11 @@
 
 namespace vantrex::bench {
 
-// What a tool was asked, and the rows of its answer.
+// A request to a tool, and the rows of its answer.
 struct Subject {
   std::string_view tool;
   std::optional<std::string_view> action;
-  std::string_view argument, value;  // of the request
+  std::string_view argument, value;  // the request's only argument
   Rows rows;
 };
 
@@ -57,8 +56,8 @@ inline constexpr std::array<NamedSubject, 6> kSubjects = {{
      }},
 }};
 
-// One way to live it. The stages are called in this order, with one of the two that
-// finish. What a library lets one keep from one life to the next is kept.
+// A JSON library that is measured. The stages are called in the order of their declarations, with either
+// finish or finish_kept. A contender keeps its memory from one life to the next where the library allows it.
 class Contender {
  public:
   Contender() = default;
@@ -67,14 +66,14 @@ class Contender {
   virtual ~Contender() = default;
 
   virtual void build() = 0;
-  virtual void finish() = 0;       // gives up the answer that was built
-  virtual void finish_kept() = 0;  // keeps it, and finishes a copy
-  virtual void write() = 0;        // the finished one, to `text`
+  virtual void finish() = 0;       // finishes the answer in place
+  virtual void finish_kept() = 0;  // finishes a copy and keeps the answer
+  virtual void write() = 0;        // writes the finished answer to `text`
   virtual void destroy() = 0;
   virtual std::string_view text() const = 0;
 
-  // A whole life. Returns the bytes of the text.
-  std::size_t live() {
+  // Runs all stages. Returns the bytes of the text.
+  std::size_t run_life() {
     build();
     finish();
     write();
@@ -91,7 +90,7 @@ std::unique_ptr<Contender> nlohmann_peer(const Subject& subject);
 
 struct NamedContender {
   std::string_view name;
-  std::unique_ptr<Contender> (*make)(const Subject& subject);  // which must outlive it
+  std::unique_ptr<Contender> (*make)(const Subject& subject);  // `subject` must outlive the contender
 };
 inline constexpr std::array<NamedContender, 4> kContenders = {{{"next_steps", ours},
                                                                {"RapidJSON", rapidjson_peer},

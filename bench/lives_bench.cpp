@@ -1,10 +1,10 @@
-// Answers' lives on next_steps and on general JSON libraries.
+// Benchmarks of answers' lives with next_steps and with general JSON libraries.
 //
-// Every contender is checked before anything is timed: on the answers without
-// floats (libraries write floats in different forms) it must write the text that
-// next_steps writes, byte for byte, also when the answer is kept; on the answers
-// as they are, a text that reads the same. Names are life/ANSWER/CONTENDER for a
-// whole life and stages/ANSWER/CONTENDER for its stages apart.
+// Names are life/ANSWER/CONTENDER for a whole life and stages/ANSWER/CONTENDER for its stages.
+//
+// Each contender is checked before anything is timed. Without floats, which libraries write in different
+// forms, its text must equal the text of next_steps, also when the answer is kept. With floats, the two texts
+// must parse to equal values.
 #include <chrono>
 #include <deque>
 #include <exception>
@@ -68,20 +68,20 @@ void set_counts(benchmark::State& state, const std::string& prefix, std::size_t 
   state.counters[prefix + "peak"] = static_cast<double>(peak_bytes);
 }
 
-// The allocations are those of a second life; the most bytes held at once include
-// what the contender keeps.
+// Counts the allocations of a second life, which finds the memory that the contender kept. The peak is that
+// of the first life.
 void measure_life(benchmark::State& state, const NamedContender& named, const Subject& subject) {
   {
     NewCount count;
     const auto counted = named.make(subject);
-    counted->live();
+    counted->run_life();
     const std::size_t peak_bytes = count.peak_bytes();
     count.restart();
-    counted->live();
+    counted->run_life();
     set_counts(state, "", count.allocations(), peak_bytes);
   }
   const auto contender = named.make(subject);
-  for (auto _ : state) benchmark::DoNotOptimize(contender->live());
+  for (auto _ : state) benchmark::DoNotOptimize(contender->run_life());
 }
 
 void count_stages(benchmark::State& state, const NamedContender& named, const Subject& subject) {
@@ -92,17 +92,17 @@ void count_stages(benchmark::State& state, const NamedContender& named, const Su
     (*counted.*stage.run)();
     set_counts(state, stage.name + " ", count.allocations(), count.peak_bytes());
   };
-  counted->live();
+  counted->run_life();
   for (const Stage& stage : kLife) run(stage);
   counted->build();
   run(kFinishKept);
 }
 
-// Small answers live side by side, so that the clock is read seldom.
+// Measures each stage. Of a small answer, 16 contenders run a stage between two readings of the clock.
 void measure_stages(benchmark::State& state, const NamedContender& named, const Subject& subject) {
   count_stages(state, named, subject);
   std::vector<std::unique_ptr<Contender>> contenders;
-  const std::size_t count = named.make(subject)->live() < 10'000 ? 16 : 1;
+  const std::size_t count = named.make(subject)->run_life() < 10'000 ? 16 : 1;
   while (contenders.size() < count) contenders.push_back(named.make(subject));
   const auto run = [&](const Stage& stage) {
     const auto begin = std::chrono::steady_clock::now();
@@ -137,7 +137,7 @@ int run(int argc, char** argv) {
   benchmark::Initialize(&argc, argv);
   if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 2;
   for (const NamedSubject& named : kSubjects) check(named);
-  std::deque<Subject> subjects;  // which stay where they are
+  std::deque<Subject> subjects;  // a deque does not move its elements
   for (const NamedSubject& named : kSubjects) add_all(named, subjects.emplace_back(named.make(Floats::with)));
   benchmark::RunSpecifiedBenchmarks();
   return 0;

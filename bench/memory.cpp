@@ -19,7 +19,7 @@ std::ptrdiff_t bytes_of(void* memory) {
 
 }  // namespace
 
-// The other forms call these.
+// The other forms of operator new and operator delete call these.
 void* operator new(std::size_t bytes) {
   void* memory = std::malloc(bytes);
   if (memory == nullptr) throw std::bad_alloc();

@@ -1,16 +1,15 @@
-// The memory of what is measured: kept by the C library, and counted.
+// Memory of the benchmarks: settings of the C library's allocator, and a count of allocations.
 #pragma once
 
 #include <cstddef>
 
 namespace vantrex::bench {
 
-// Keeps freed memory in the process, for everything that is measured alike.
-// Otherwise the C library gives large blocks back after every answer and gets
-// them again as fresh pages, and what is measured is the system's clearing them.
+// Keeps freed memory in the process. By default the C library returns large blocks to the system and gets
+// them back as fresh pages; the benchmarks would then measure how fast the system clears pages.
 void keep_freed_memory();
 
-// Counts what goes through operator new while it lives. Threads: one NewCount at a
+// Counts the memory that operator new allocates during this object's lifetime. Threads: one NewCount at a
 // time, and only one thread may allocate meanwhile.
 class NewCount {
  public:
@@ -19,12 +18,11 @@ class NewCount {
   NewCount& operator=(const NewCount&) = delete;
   ~NewCount();
 
-  // Begins a stage: what is held stays counted.
+  // Begins a stage: sets the number of calls to 0 and the peak to the bytes in use.
   void restart() noexcept;
-  // Calls of operator new in this stage.
+  // The calls of operator new in this stage.
   std::size_t allocations() const noexcept;
-  // The most bytes held at once in this stage, of those allocated since this object
-  // was made.
+  // The largest number of bytes in use in this stage, of those allocated since this object was constructed.
   std::size_t peak_bytes() const noexcept;
 };
 

@@ -1,6 +1,5 @@
-// one_life CONTENDER ANSWER [COUNT]: lives COUNT lives (1) after one to warm up,
-// and prints the bytes of the text. Made for tools that count instructions:
-// scripts/instructions has them counted in `counted_lives` alone.
+// one_life CONTENDER ANSWER [COUNT]: runs one life to warm up, then COUNT lives (1 by default), and prints
+// the bytes of the text. scripts/instructions counts the instructions of `counted_lives`.
 #include <cstdio>
 #include <cstdlib>
 
@@ -13,19 +12,19 @@ namespace {
 
 [[gnu::noinline]] std::size_t counted_lives(Contender& contender, int count) {
   std::size_t bytes = 0;
-  for (; count > 0; --count) bytes = contender.live();
+  for (; count > 0; --count) bytes = contender.run_life();
   return bytes;
 }
 
-// Whether there are such a contender and such an answer.
+// Returns false when there is no such contender or no such answer.
 bool run(std::string_view contender_name, std::string_view answer, int count) {
-  for (const NamedSubject& named : kSubjects) {
-    for (const NamedContender& contender : kContenders) {
-      if (named.name != answer || contender.name != contender_name) continue;
-      const Subject subject = named.make(Floats::with);
-      const auto way = contender.make(subject);
-      way->live();
-      std::printf("%zu\n", counted_lives(*way, count));
+  for (const NamedSubject& named_subject : kSubjects) {
+    for (const NamedContender& named_contender : kContenders) {
+      if (named_subject.name != answer || named_contender.name != contender_name) continue;
+      const Subject subject = named_subject.make(Floats::with);
+      const auto contender = named_contender.make(subject);
+      contender->run_life();
+      std::printf("%zu\n", counted_lives(*contender, count));
       return true;
     }
   }

@@ -1,4 +1,4 @@
-// The life on next_steps, as a tool handler is written.
+// The life with next_steps. The answer is built as a tool handler builds it.
 #include <utility>
 
 #include "life.h"

@@ -1,4 +1,4 @@
-// How the benchmarks are registered.
+// Registration of benchmarks.
 #pragma once
 
 #include <algorithm>
@@ -9,8 +9,8 @@
 
 namespace vantrex::bench {
 
-// Registers `run(state, arguments...)`. Its fastest round counts: what else the
-// machine does only slows one down.
+// Registers a benchmark. `arguments` are a function and its arguments after the state. The result is the
+// fastest repetition, because other load on the machine only slows a repetition down.
 template <typename... Arguments>
 benchmark::internal::Benchmark* add(const std::string& name, Arguments... arguments) {
   const auto fastest = [](const std::vector<double>& rounds) {

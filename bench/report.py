@@ -1,22 +1,22 @@
 """report.py PICTURE README RESULTS...
 
-Prints the table of the RESULTS, files that the benchmarks wrote, draws the PICTURE,
-and puts the rows of whole lives into the README, between its lines <!-- bench -->
-and <!-- /bench -->."""
+Reads RESULTS, the files that the benchmarks wrote, prints their table and draws PICTURE.
+Replaces the text of README between the lines <!-- bench --> and <!-- /bench --> by the
+rows of whole lives."""
 
 import datetime
 import json
 import sys
 
 GROUPS = ["life", "build", "finish", "finish kept", "write", "destroy", "growth", "threads", "lookup"]
-STAGES = {"build": 1, "finish": 0.75, "write": 0.55, "destroy": 0.38}  # with the opacity of their bars
+STAGES = {"build": 1, "finish": 0.75, "write": 0.55, "destroy": 0.38}  # stage: opacity of its bars
 COLOURS = {"next_steps": "#1d9a6c", "RapidJSON": "#5f86cf", "Boost.JSON": "#ab78bd", "nlohmann": "#c98f3d"}
 OURS = "next_steps"
-LEFT, BAR, LONGEST = 80, 13, 520  # of the picture
+LEFT, BAR, LONGEST = 80, 13, 520  # margin, height and maximum length of the bars
 
 
 def read(paths):
-    """{(group, name): {contender: (nanoseconds, allocations, peak bytes)}}, in order."""
+    """Returns {(group, name): {contender: (nanoseconds, allocations, peak bytes)}}, sorted by group."""
     rows = {}
     for path in paths:
         with open(path, encoding="utf-8") as file:
@@ -34,7 +34,7 @@ def read(paths):
 
 
 def scaled(number, units):
-    """Three digits and the unit; each unit is a thousand of the one before."""
+    """Returns the number with three digits and its unit. Each unit is 1000 times the one before it."""
     for unit in units:
         if number < 999.5 or unit == units[-1]:
             return f"{number:.{2 if number < 9.995 else 1 if number < 99.95 else 0}f} {unit}"
@@ -46,7 +46,7 @@ def time_text(nanoseconds):
 
 
 def cell_text(row, contender):
-    """Of ours the time, of the others how many times as long they take."""
+    """Returns the time of next_steps; of another contender, its time divided by that of next_steps."""
     if contender not in row:
         return ""
     time, allocations, peak = row[contender]
@@ -55,7 +55,7 @@ def cell_text(row, contender):
 
 
 def table(rows):
-    """A Markdown table of {name: row}."""
+    """Returns a Markdown table of {name: row}."""
     lines = [["", *COLOURS], ["---"] * 5]
     lines += [[name, *(cell_text(row, contender) for contender in COLOURS)] for name, row in rows.items()]
     widths = [max(len(line[column]) for line in lines) for column in range(5)]
@@ -71,7 +71,7 @@ def box(x, y, width, colour, opacity=1):
 
 
 def bars(rows, answer, y):
-    """A bar for each contender, as long as the life, divided as its stages are."""
+    """Draws a bar for each contender. Its length is the time of the life; its parts are the stages."""
     lives = rows["life", answer]
     longest = max(life[0] for life in lives.values())
     drawn = text(LEFT - 10, y + 2 * BAR + 3, answer, "end")
@@ -90,7 +90,7 @@ def bars(rows, answer, y):
 
 
 def picture(rows):
-    """An SVG whose grey text and bars are readable on white and on dark."""
+    """Returns the SVG. Its text is grey, which is readable on white and on dark."""
     body = text(LEFT, 18, "Time of one answer's life; shorter is faster, each answer has its own scale")
     for at, (contender, colour) in enumerate(COLOURS.items()):
         body += box(LEFT + 95 * at, 30, 11, colour) + text(LEFT + 95 * at + 16, 40, contender)
@@ -111,8 +111,8 @@ The figures are in the table of the README.</desc>
 
 def main(picture_path, readme_path, *results):
     rows = read(results)
-    print("Of next_steps the time, of the others how many times as long they take, each in its\n"
-          "fastest round; then the allocations and the most bytes held at once.\n")
+    print("next_steps: the time of its fastest repetition. The others: their time divided by that of next_steps.\n"
+          "Then the number of allocations and the maximum memory.\n")
     print(table({f"{group}: {name}": row for (group, name), row in rows.items()}), end="")
     with open(picture_path, "w", encoding="utf-8") as file:
         file.write(picture(rows))

@@ -8,7 +8,7 @@ namespace vantrex::bench {
 
 namespace {
 
-// Nothing but for one row in `count`.
+// The result of `make` for one row in `count`, nothing for the others.
 template <typename Make>
 auto one_in(Random& random, std::size_t count, Make make) {
   return random.one_in(count) ? std::optional(make()) : std::nullopt;
@@ -44,7 +44,7 @@ FileRow file_row(Random& random, std::size_t position, Floats floats) {
   return row;
 }
 
-// A module with 1 to 8 classes, which have 3 to 14 methods.
+// A module has 1 to 8 classes, a class 3 to 14 methods.
 Node node(Random& random, std::string_view kind) {
   Node row;
   row.name = kind == "method" ? function_name(random) : class_name(random);

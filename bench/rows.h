@@ -1,7 +1,6 @@
-// What a tool handler has in hand when it begins an answer: rows of an index.
+// The rows of an index from which a tool handler builds an answer, as plain structs.
 //
-// Purpose: each answer of the benchmarks as plain structs, made by a generator
-// with a fixed seed, so that every run measures the same bytes.
+// Each answer of the benchmarks is generated with a fixed seed, so that every run measures the same bytes.
 #pragma once
 
 #include <cstddef>
@@ -15,7 +14,7 @@ namespace vantrex::bench {
 
 using OptionalString = std::optional<std::string>;
 
-struct Detail {  // of one symbol
+struct Detail {  // one symbol
   std::string fqn, name, kind, file, signature, doc, returns;
   std::int64_t line = 0, end_line = 0, complexity = 0;
   std::vector<std::string> parameters, decorators;
@@ -69,16 +68,15 @@ struct Scores {
 
 using Rows = std::variant<Detail, Callers, Search, Files, Tree, Scores>;
 
-// Whether rows have their floats, or none: libraries write floats in different
-// forms.
+// Whether rows have floats. Libraries write floats in different forms, so texts are compared without them.
 enum class Floats { with, without };
 
-// The sizes are those of the compact text.
+// Sizes are those of the answer's compact text.
 Detail detail_rows();                                // 1 KB, a quarter of the fields null
 Callers callers_rows();                              // 3 KB: 12 callers
 Search search_rows(Floats floats);                   // 30 KB: 50 hits with code snippets
-Files files_rows(std::size_t count, Floats floats);  // 120 bytes each
+Files files_rows(std::size_t count, Floats floats);  // 120 bytes a file
 Tree tree_rows();                                    // 30 MB
-Scores scores_rows(Floats floats);                   // 100,000 of 1 to 17 digits
+Scores scores_rows(Floats floats);                   // 100,000 floats of 1 to 17 digits
 
 }  // namespace vantrex::bench

@@ -1,5 +1,4 @@
-// The words that the rows are made of: names, paths, prose and code of the
-// lengths that those of a real tree have.
+// Generated texts for the rows: names, prose and code, as long as those of a real tree.
 #pragma once
 
 #include <cstddef>
@@ -11,7 +10,7 @@
 
 namespace vantrex::bench {
 
-// The same numbers on every machine.
+// A random generator that gives the same numbers on every machine.
 class Random {
  public:
   explicit Random(std::uint64_t seed) : engine_(seed) {}
@@ -31,7 +30,7 @@ std::string_view noun(Random& random);
 std::string function_name(Random& random);                         // flush_segment
 std::string class_name(Random& random);                            // SegmentWriter
 std::string signature(Random& random, std::string_view function);  // def flush_segment(self, ...
-std::string prose(Random& random, std::size_t sentences);          // some not in ASCII
+std::string prose(Random& random, std::size_t sentences);          // some of them not ASCII
 std::string code(Random& random, std::size_t bytes);               // with tabs, line feeds and quotes
 
 }  // namespace vantrex::bench

@@ -1,4 +1,4 @@
-# Installs the library as a CMake package and for pkg-config, and the program.
+# Installs the library with a CMake package and a file for pkg-config, and the program.
 include(CMakePackageConfigHelpers)
 include(GNUInstallDirs)
 
@@ -15,8 +15,8 @@ write_basic_package_version_file(next_steps-config-version.cmake COMPATIBILITY S
 install(FILES ${PROJECT_BINARY_DIR}/next_steps-config.cmake ${PROJECT_BINARY_DIR}/next_steps-config-version.cmake
   DESTINATION ${package_dir} COMPONENT dev)
 
-# The directories are found from the file's own place, so that the whole may be
-# moved, unless they were given as absolute ones.
+# Directories in the file for pkg-config are relative to that file, so the installed tree may be moved. An
+# absolute CMAKE_INSTALL_LIBDIR or CMAKE_INSTALL_INCLUDEDIR stays absolute.
 set(pkgconfig_dir ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig)
 file(RELATIVE_PATH prefix_from_pkgconfig ${pkgconfig_dir} ${CMAKE_INSTALL_PREFIX})
 cmake_path(APPEND libdir_of_pc "\${prefix}" ${CMAKE_INSTALL_LIBDIR})

@@ -1,16 +1,15 @@
-# What authors of tool handlers include; only these headers are installed.
+# The public headers; only these are installed.
 set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS cmake/public_headers.txt)
 file(STRINGS cmake/public_headers.txt next_steps_public_headers)
 list(TRANSFORM next_steps_public_headers PREPEND ${PROJECT_SOURCE_DIR}/)
 
-# Sources are globbed: a file belongs to the target of its folder, and
-# CONFIGURE_DEPENDS has every build look for new ones.
+# With CONFIGURE_DEPENDS, each build looks for new files.
 file(GLOB_RECURSE library_sources CONFIGURE_DEPENDS src/vantrex/*.cpp)
 file(GLOB_RECURSE internal_headers CONFIGURE_DEPENDS src/vantrex/*.h)
 list(REMOVE_ITEM internal_headers ${next_steps_public_headers})
 find_package(Threads REQUIRED)
 
-# Makes `target` the library; a `kind` may be given as add_library takes it.
+# next_steps_library(TARGET [KIND...]): adds the library; the KIND is passed to add_library.
 function(next_steps_library target)
   add_library(${target} ${ARGN} ${library_sources})
   target_compile_features(${target} PUBLIC cxx_std_20)
@@ -24,9 +23,10 @@ add_library(vantrex::next_steps ALIAS next_steps)
 set_target_properties(next_steps PROPERTIES
   VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR}
   CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON
-  POSITION_INDEPENDENT_CODE ON)  # a static one may become a part of a plugin
+  POSITION_INDEPENDENT_CODE ON)  # a static library may be linked into a plugin
 
-# The library with what a shared one hides, for the program and the tests.
+# The library with its internal headers, for the program and the tests. A shared library hides its internal
+# functions; the program and the tests then use a static one.
 add_library(next_steps_internals INTERFACE)
 target_sources(next_steps_internals INTERFACE FILE_SET HEADERS BASE_DIRS src FILES ${internal_headers})
 if(BUILD_SHARED_LIBS)

@@ -1,12 +1,11 @@
-# What is built beside the library. Someone who adds this project to their own
-# build gets the library alone.
+# Options for a build. A project that adds this one by add_subdirectory gets the library alone by default.
 option(NEXT_STEPS_BUILD_APPS "Build the command-line program" ${PROJECT_IS_TOP_LEVEL})
 option(NEXT_STEPS_BUILD_TESTS "Build the tests" ${PROJECT_IS_TOP_LEVEL})
 option(NEXT_STEPS_INSTALL "Install the library, and the program when it is built" ${PROJECT_IS_TOP_LEVEL})
 option(NEXT_STEPS_BUILD_BENCH "Build the benchmarks" OFF)
-option(NEXT_STEPS_BUILD_FUZZ "Build the tests' fuzz targets as fuzzers, too; needs clang" OFF)
+option(NEXT_STEPS_BUILD_FUZZ "Build the fuzz targets with libFuzzer, too; needs clang" OFF)
 option(NEXT_STEPS_WARNINGS_AS_ERRORS "Treat warnings as errors" OFF)
-set(NEXT_STEPS_SANITIZE "" CACHE STRING "Sanitizers for every target, as -fsanitize= takes them")
+set(NEXT_STEPS_SANITIZE "" CACHE STRING "Sanitizers for all targets, the value of -fsanitize=")
 
 if(PROJECT_IS_TOP_LEVEL)
   set(CMAKE_CXX_EXTENSIONS OFF)
@@ -19,7 +18,7 @@ if(PROJECT_IS_TOP_LEVEL)
     set(CMAKE_CXX_COMPILER_LAUNCHER ${NEXT_STEPS_CCACHE})
   endif()
 else()
-  set(CMAKE_VERIFY_INTERFACE_HEADER_SETS OFF)  # the adapter's headers need nlohmann's
+  set(CMAKE_VERIFY_INTERFACE_HEADER_SETS OFF)  # the adapter's headers need nlohmann/json.hpp
 endif()
 
 if(NEXT_STEPS_SANITIZE)

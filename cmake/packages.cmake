@@ -1,5 +1,5 @@
-# The Debian packages of the development files, with the static library, and of the
-# program; their names are those of the components in install.cmake.
+# The Debian packages: libnext-steps-dev with the headers, the static library, the guide and the examples, and
+# next-steps with the program and its manual page. They hold the components "dev" and "program".
 set(CPACK_GENERATOR DEB)
 set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
@@ -11,7 +11,7 @@ set(CPACK_DEBIAN_DEV_PACKAGE_NAME libnext-steps-dev)
 set(CPACK_DEBIAN_DEV_PACKAGE_SECTION libdevel)
 set(CPACK_DEBIAN_DEV_PACKAGE_SUGGESTS nlohmann-json3-dev)
 set(CPACK_DEBIAN_DEV_DESCRIPTION "This package has the header files and the static library, with a CMake
-package and a file for pkg-config.")
+package, a file for pkg-config, the guide and the examples.")
 
 set(CPACK_DEBIAN_PROGRAM_PACKAGE_NAME next-steps)
 set(CPACK_DEBIAN_PROGRAM_PACKAGE_SECTION utils)
@@ -19,12 +19,29 @@ set(CPACK_DEBIAN_PROGRAM_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PROGRAM_DESCRIPTION "This package has the program: it takes answers as JSON, drops their null
 fields and appends the calls that an agent may make next.")
 
-configure_file(cmake/debian/changelog.in changelog)
-execute_process(COMMAND gzip -9nf ${PROJECT_BINARY_DIR}/changelog COMMAND_ERROR_IS_FATAL ANY)
-foreach(component DEV PROGRAM)
-  string(TOLOWER ${component} of_component)
-  install(FILES cmake/debian/copyright ${PROJECT_BINARY_DIR}/changelog.gz COMPONENT ${of_component} EXCLUDE_FROM_ALL
-    DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/${CPACK_DEBIAN_${component}_PACKAGE_NAME})
+# next_steps_packaged(COMPONENT DESTINATION FILE...): adds files to the package only, not to an installation.
+function(next_steps_packaged component destination)
+  install(FILES ${ARGN} DESTINATION ${CMAKE_INSTALL_DATADIR}/${destination} COMPONENT ${component} EXCLUDE_FROM_ALL)
+endfunction()
+
+set(packaged ${PROJECT_BINARY_DIR}/packaged)
+foreach(file cmake/debian/changelog docs/next-steps.1 docs/guide.md docs/catalogue.md)
+  get_filename_component(name ${file} NAME)
+  configure_file(${file} ${packaged}/${name} @ONLY)
+  execute_process(COMMAND gzip -9nf ${packaged}/${name} COMMAND_ERROR_IS_FATAL ANY)
 endforeach()
+
+set(dev_docs doc/libnext-steps-dev)
+next_steps_packaged(dev ${dev_docs} cmake/debian/copyright ${packaged}/changelog.gz ${packaged}/guide.md.gz
+  ${packaged}/catalogue.md.gz)
+file(GLOB examples CONFIGURE_DEPENDS examples/*.cpp)
+next_steps_packaged(dev ${dev_docs}/examples ${examples})
+foreach(example answers code_index)
+  file(GLOB files CONFIGURE_DEPENDS LIST_DIRECTORIES false examples/${example}/*)
+  list(FILTER files EXCLUDE REGEX _test.cpp$)
+  next_steps_packaged(dev ${dev_docs}/examples/${example} ${files})
+endforeach()
+next_steps_packaged(program doc/next-steps cmake/debian/copyright ${packaged}/changelog.gz)
+next_steps_packaged(program man/man1 ${packaged}/next-steps.1.gz)
 
 include(CPack)

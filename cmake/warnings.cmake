@@ -1,9 +1,8 @@
-# GCC 12 sees overlapping copies in std::string's own code (its bug 105651).
+# GCC 12 reports overlapping copies inside std::string (GCC bug 105651).
 set(next_steps_false_alarms
   $<$<AND:$<CXX_COMPILER_ID:GNU>,$<VERSION_LESS:$<CXX_COMPILER_VERSION>,13>>:-Wno-restrict>)
 
-# Gives `target` the warnings that its own sources are held to. They are private:
-# whoever links to it keeps their own.
+# Adds the project's warnings to the target. They are private, so they do not reach targets that link to it.
 function(next_steps_warnings target)
   target_compile_options(${target} PRIVATE
     -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wold-style-cast -Wcast-qual

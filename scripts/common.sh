@@ -1,4 +1,4 @@
-# Shared by the scripts; to be sourced by bash.
+# Functions and lists of packages for the other scripts, which source this file. Needs bash.
 
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
@@ -21,7 +21,7 @@ is_installed() {
   [ "$(dpkg-query -W -f='${db:Status-Status}' "$1" 2>/dev/null)" = installed ]
 }
 
-# Runs a command whose output matters only when it fails.
+# Runs a command. Prints its output only when it fails.
 quietly() {
   local output
   output=$("$@" 2>&1 </dev/null) || {
@@ -30,7 +30,7 @@ quietly() {
   }
 }
 
-# Runs apt-get with the arguments, as root.
+# Runs apt-get as root with the given arguments.
 as_root_apt() {
   local as_root=()
   if [ "$(id -u)" -ne 0 ]; then
@@ -40,11 +40,11 @@ as_root_apt() {
   quietly "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -qq "$@"
 }
 
-# Installs those of the named Debian packages that are missing.
+# Installs the named Debian packages that are missing. Without apt-get, assumes that they are installed.
 need() {
   local missing=() package
   if ! command -v apt-get >/dev/null; then
-    say "No apt-get here: taking it that these are installed: $*"
+    say "There is no apt-get; assuming that these packages are installed: $*"
     return
   fi
   for package in "$@"; do
@@ -52,13 +52,12 @@ need() {
   done
   [ ${#missing[@]} -eq 0 ] && return
   say "Installing: ${missing[*]}"
-  as_root_apt update || fail "the list of packages could not be fetched"
+  as_root_apt update || fail "apt-get update failed"
   as_root_apt install -y --no-install-recommends "${missing[@]}" ||
     fail "these packages could not be installed: ${missing[*]}"
 }
 
-# Configures and builds the preset `name`; the arguments after it go to cmake as
-# it configures.
+# build PRESET [OPTION...]: configures the preset with the options, and builds it.
 build() {
   local preset=$1
   shift
@@ -67,7 +66,7 @@ build() {
   cmake --build --preset "$preset" -j "$(nproc)" || fail "the preset $preset did not build"
 }
 
-# Builds the targets of the benchmarks in build/bench; without any, all of them.
+# build_bench [TARGET...]: builds these targets, or all benchmarks, in build/bench.
 build_bench() {
   say "Building the benchmarks"
   cmake --preset release -B build/bench -DNEXT_STEPS_BUILD_APPS=OFF -DNEXT_STEPS_BUILD_TESTS=OFF \
@@ -75,8 +74,7 @@ build_bench() {
   cmake --build build/bench -j "$(nproc)" ${1:+--target "$@"} >&2 || fail "the benchmarks did not build"
 }
 
-# Builds the preset `name` with its tests and runs them; the last lines are
-# ctest's summary.
+# build_and_test PRESET: builds the preset with its tests and runs them. The last lines are ctest's summary.
 build_and_test() {
   build "$1" -DNEXT_STEPS_BUILD_TESTS=ON
   say "Testing $1"

@@ -1,10 +1,10 @@
 #!/usr/bin/env python3
-"""Lists what a coverage export leaves uncovered but for the named exceptions.
+"""uncovered.py EXPORT EXCEPTIONS
 
-Usage: uncovered.py EXPORT EXCEPTIONS, the former as `llvm-cov export` writes it.
-An exception is a file and a part of a line, "file: part"; it stands for the
-branches of that line, or for the uncovered lines from there on without a gap.
-The branches of all instances of a template count as one.
+Lists the lines and branches that never run, except those in EXCEPTIONS. EXPORT is a file
+that `llvm-cov export` wrote. An exception is a file and a part of a line, "file: part". It
+covers the branches of that line, or that line and the uncovered lines directly after it.
+The same branch in several instances of a template counts once.
 """
 import collections
 import json
@@ -22,7 +22,7 @@ def read_exceptions(path):
 
 
 def line_counts(file):
-    """The count of each line with code, from the points where counts change."""
+    """Returns {line: count} for the lines with code. A segment is a position where the count changes."""
     counts = collections.defaultdict(int)
     for start, following in zip(file["segments"], file["segments"][1:]):
         line, _, count, has_count, is_entry = start[:5]
@@ -62,7 +62,7 @@ def main():
             return False
 
         lines = line_counts(file)
-        named = 0  # the last line of a stretch that is an exception
+        named = 0  # the last uncovered line that an exception covers
         for line in sorted(lines):
             totals["lines"] += 1
             if lines[line] > 0:
@@ -73,13 +73,13 @@ def main():
                 missing.append(f"{name}:{line}: never runs: {source[line - 1].strip()}")
         for (line, *_), (true, false) in sorted(branch_counts(file).items()):
             totals["branches"] += 2
-            # Neither way is taken by what the compiler decides, `if constexpr`.
+            # A branch of `if constexpr` has no counts.
             decided = true + false > 0 and lines[line] > 0
             if decided and (true == 0 or false == 0) and not is_named(line):
                 missing.append(f"{name}:{line}: never {'true' if true == 0 else 'false'}: {source[line - 1].strip()}")
-    missing += [f"exception that is none: {': '.join(each)}" for each, used in exceptions.items() if not used]
+    missing += [f"unused exception: {': '.join(each)}" for each, used in exceptions.items() if not used]
     print("\n".join(missing + [f"{totals['lines']} lines and {totals['branches']} branches, "
-                               f"{len(missing)} not reached, {len(exceptions)} exceptions"]))
+                               f"{len(missing)} never run, {len(exceptions)} exceptions"]))
     return 1 if missing or not files else 0
 
 

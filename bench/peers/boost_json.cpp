@@ -1,5 +1,5 @@
-// The life on Boost.JSON: a monotonic resource for every answer, its first block
-// kept between lives. Nothing in it is destroyed one by one.
+// The life with Boost.JSON. Each answer lies in a monotonic resource, which frees all of it at once. The
+// resource's first block is kept between lives.
 #include <optional>
 
 #include <boost/json/src.hpp>
@@ -97,8 +97,7 @@ class BoostJson {
   static void erase(Value& object, json::object::iterator field) { object.get_object().stable_erase(field); }
 
  private:
-  // A resource serves one life: it would make its further blocks larger with every
-  // release.
+  // Each life has a new resource: a resource that is reused makes its blocks larger with every release.
   void begin() { memory_ = &resource_.emplace(first_block_.data(), first_block_.size()); }
 
   std::vector<unsigned char> first_block_ = std::vector<unsigned char>(kFirstBlock);

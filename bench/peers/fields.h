@@ -1,7 +1,5 @@
-// The fields of each row, in the order in which an answer lists them.
-//
-// The general JSON libraries build their answers from these. next_steps builds
-// the same ones the way a tool handler is written, and the texts are compared.
+// The fields of each row, in the order of the answer. The general JSON libraries build their answers from
+// them. ours.cpp builds the same answers as a tool handler would; lives_bench compares the texts.
 #pragma once
 
 #include <string_view>
@@ -61,13 +59,13 @@ struct AnyField {
   void operator()(std::string_view /*key*/, const auto& /*value*/) const {}
 };
 
-// A struct with fields, as opposed to a single value or a list.
+// A struct that `describe` accepts; not a scalar or a list.
 template <typename T>
 concept Row = requires(const T& row) {
   describe(row, AnyField());
 };
 
-// The number of fields of `row`, which the compiler knows.
+// The number of fields of `row`.
 std::size_t field_count(const Row auto& row) {
   std::size_t count = 0;
   describe(row, [&](std::string_view, const auto&) { ++count; });

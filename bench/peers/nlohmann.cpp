@@ -1,5 +1,5 @@
-// The life on nlohmann's ordered_json. Its objects are vectors of fields, filled
-// here without the search for an equal key.
+// The life with nlohmann::ordered_json. Its objects are vectors of fields. They are filled directly, which
+// saves the search for an equal key.
 #include <nlohmann/json.hpp>
 
 #include "peers/peer.h"
@@ -39,7 +39,7 @@ class Nlohmann {
     list.get_ref<List&>().reserve(capacity);
     return list;
   }
-  // Growing by itself, the vector would copy all values, as their keys are constant.
+  // Grows the vector by moving the values. The vector would copy them, because their keys are constant.
   void add(Value& object, std::string_view key, Value value) {
     auto& fields = object.get_ref<Object&>();
     if (fields.size() == fields.capacity()) {

@@ -1,18 +1,20 @@
-// An answer's life on a general JSON library.
+// An answer's life with a general JSON library.
 //
-// Purpose: the steps are chosen by looking at the answer, and fitted to the
-// budget, as next_steps does it. The short cuts are the peers' own: the hints of
-// a tool and its action are at hand without a lookup, a taken value serves all
-// steps, no step can repeat another, nulls are dropped and hints added up in one
-// walk, and an answer is measured only until its share is enough.
+// Steps are chosen from the answer and fitted to the budget, as next_steps does it. The peers take these
+// short cuts:
+//   - the hints of a tool and its action need no look-up;
+//   - a value that one step takes is used for the next one, too;
+//   - steps are not compared, because none repeats another;
+//   - one walk drops null fields and adds up the hints;
+//   - an answer is measured only until the steps are known to fit.
 //
-// A library is a class that holds an answer in the library's memory. It has
-//   Value, Writer, and write(const Value&) of the latter;
-//   build(rows), copy_from(answer), value(), and release(), which keeps the memory;
-//   single(scalar), object(capacity), list(capacity), add(object, key, value) and
-//   push(list, value), which make values;
-// and statically, to read them, kind, boolean, integer, text_of, float_size, items,
-// fields, find(object, key), key_of(field), value_of(field), erase(object, field).
+// A `Library` holds one answer in the library's memory. It has
+//   - the types Value and Writer, and Writer::write(const Value&);
+//   - build(rows), copy_from(answer), value(), and release(), which keeps the memory;
+//   - to make values: single(scalar), object(capacity), list(capacity), add(object, key, value) and
+//     push(list, value);
+//   - static functions to read them: kind, boolean, integer, text_of, float_size, items, fields,
+//     find(object, key), key_of(field), value_of(field) and erase(object, field).
 #pragma once
 
 #include <array>
@@ -26,7 +28,7 @@ namespace vantrex::bench {
 
 enum class Kind { null, boolean, integer, floating, string, list, object };
 
-// Makes the values of rows.
+// Makes a library's values from rows.
 template <typename Library>
 struct Maker {
   Library& in;
@@ -95,8 +97,8 @@ class Peer : public Contender {
     return object;
   }
 
-  // Drops null fields in place, from the last, so that fewer move. Returns the
-  // bytes of the hint fields.
+  // Drops null fields in place, the last first, so that fewer fields move. Returns the bytes of the hint
+  // fields.
   static std::size_t drop_nulls(Value& value) {
     std::size_t hints = 0;
     const Kind kind = Library::kind(value);
@@ -118,8 +120,8 @@ class Peer : public Contender {
     return hints;
   }
 
-  // The bytes of the compact text; where they are `enough` or more, at least
-  // `enough`.
+  // The bytes of the compact text. Stops counting at `enough`, so the result for a larger text is `enough` or
+  // more.
   static std::size_t size_of(const Value& value, std::size_t enough) {
     switch (Library::kind(value)) {
       case Kind::null:
@@ -161,8 +163,8 @@ class Peer : public Contender {
     return models::is_code_symbol(text_field(hit, "kind"), text_field(hit, "file"));
   }
 
-  // What a step takes from the answer, empty when there is nothing: the answer's own
-  // field, or that of its first hit that has it.
+  // The value of the argument `takes`: the answer's own field, or else the field of the first hit that has
+  // it. Empty when there is none.
   static std::string_view taken(const Value& answer, std::string_view takes) {
     constexpr std::array<std::string_view, 10> kHitLists = {
         "symbols",    "results",      "matches", "definitions", "callers",
@@ -182,7 +184,7 @@ class Peer : public Contender {
     return {};
   }
 
-  // Chooses the steps of an answer whose hint fields take `hint_bytes`.
+  // Chooses the steps of an answer whose hint fields have `hint_bytes` bytes.
   void choose(const Value& answer, std::size_t hint_bytes) {
     const Value* count = Library::find(answer, "total_count");
     const std::int64_t hits = count == nullptr ? 1 : Library::integer(*count);
@@ -199,11 +201,11 @@ class Peer : public Contender {
   const Subject& subject_;
   const std::span<const Hint> hints_;
   Library built_;
-  std::optional<Library> copy_;  // when it is first needed
+  std::optional<Library> copy_;  // made by the first finish_kept
   const Value* finished_ = nullptr;
   Steps steps_;
   typename Library::Writer writer_;
-  std::string_view text_;  // of the writer
+  std::string_view text_;  // owned by writer_
 };
 
 }  // namespace vantrex::bench

@@ -1,8 +1,8 @@
-// The life on RapidJSON: a pool for every answer, its first block kept between
-// lives; strings borrowed from the rows.
+// The life with RapidJSON. Each answer lies in a pool, whose first block is kept between lives. Strings refer
+// to the rows.
 //
-// Its own vector instructions stay off: with SSE2 or SSE4.2 its writer leaves
-// some control characters unescaped.
+// RapidJSON's vector instructions are off: with SSE2 or SSE4.2 its writer leaves some control characters
+// unescaped.
 #include <algorithm>
 #include <concepts>
 #include <cstring>
@@ -18,7 +18,7 @@ namespace vantrex::bench {
 
 namespace {
 
-// Its memory, counted as all other is.
+// An allocator that uses operator new, so that its memory is counted.
 struct NewAllocator {
   static void* Malloc(std::size_t bytes) { return bytes == 0 ? nullptr : ::operator new(bytes); }
   static void* Realloc(void* memory, std::size_t bytes, std::size_t wanted) {

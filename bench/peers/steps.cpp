@@ -17,7 +17,7 @@ constexpr std::array kOfCallers = {Hint{"quality", "impact", "fqn", " callers: c
 constexpr std::array kOfSearch = {Hint{"symbol", "detail", "fqn", "Details of the best hit"}, kCallers};
 constexpr std::array kOfFiles = {Hint{"file", "symbols", "path", "Symbols of the first file"}};
 
-// Bytes that each of `text` gains by being escaped, added up.
+// The bytes that escaping adds to `text`.
 std::size_t gain(std::string_view text) {
   std::size_t sum = 0;
   for (const char byte : text) {
@@ -30,7 +30,7 @@ std::size_t gain(std::string_view text) {
   return sum;
 }
 
-// Whether one of the eight bytes may gain.
+// Whether one of the eight bytes may need escaping.
 bool may_gain(const char* bytes) {
   constexpr std::uint64_t kOnes = 0x0101010101010101;
   std::uint64_t word = 0;
@@ -84,7 +84,7 @@ void Steps::add(const Hint& hint, std::string_view value, std::int64_t hits) {
   steps_[count_++] = {&hint, value, reason, bytes};
 }
 
-// The list with its brackets and commas, and the key before it.
+// The bytes of the field "next_steps", with its key and the comma before it.
 std::size_t Steps::added() const noexcept {
   constexpr std::size_t kKeyBytes = std::string_view(R"(,"next_steps":)").size();
   std::size_t bytes = kKeyBytes + 1 + count_;

@@ -1,5 +1,5 @@
-// The steps of an answer and their budget, as the general JSON libraries have
-// them: what does not depend on how a library holds a value.
+// The steps of an answer and their budget, for the general JSON libraries: the part that does not depend on a
+// library's values.
 #pragma once
 
 #include <array>
@@ -13,32 +13,33 @@
 
 namespace vantrex::bench {
 
-// A usual step of a tool and its action, or its signal.
+// A usual follow-up, or a signal's step.
 struct Hint {
   std::string_view tool, action;
-  std::string_view takes;  // fqn or path
+  std::string_view takes;  // "fqn" or "path"
   std::string_view reason;
-  bool is_signal = false;  // at 8 hits or more, counted in its reason
+  bool is_signal = false;  // needs 8 hits; its reason begins with their number
 };
 
 // The hints for the answers to `subject`.
 std::span<const Hint> hints_of(const Subject& subject);
 
-// Whether the field `key` is a hint.
+// Whether a field with this key is a hint field.
 bool is_hint_key(std::string_view key) noexcept;
 
-// The bytes of a string and of an integer in compact text.
+// The bytes of a string in compact text, with its quotes.
 std::size_t string_size(std::string_view text) noexcept;
+// The bytes of an integer in compact text.
 std::size_t integer_size(std::int64_t number) noexcept;
 
 struct Step {
   const Hint* hint = nullptr;
-  std::string_view value;  // of its argument
+  std::string_view value;  // the argument's value
   std::string_view reason;
-  std::size_t bytes = 0;  // of its compact text
+  std::size_t bytes = 0;  // the size of its compact text
 };
 
-// The steps of one answer. They refer to the answer and to this object.
+// The steps of one answer. A step refers to the answer's texts and to this object.
 class Steps {
  public:
   Steps() = default;
@@ -47,14 +48,14 @@ class Steps {
 
   void clear() { count_ = 0; }
   void add(const Hint& hint, std::string_view value, std::int64_t hits);
-  // Drops steps from the last until the rest fits an answer whose hint fields take
-  // `hints` bytes. `measure(enough)` gives the answer's bytes, or `enough` or more of
-  // them; it is called only where they matter.
+  // Drops the last step until the rest fits an answer whose hint fields have `hints` bytes. Keeps the first.
+  // `measure(enough)` returns the answer's bytes, or a smaller number that is at least `enough`. It is called
+  // only when the result depends on it.
   template <typename Measure>
   void fit(std::size_t hints, Measure measure) {
     const std::size_t wanted = hints + added();
     if (count_ <= 1 || wanted <= kFloor) return;
-    const std::size_t bytes = measure(wanted * 20 / 3 + 2);  // of which `wanted` is the share
+    const std::size_t bytes = measure(wanted * 20 / 3 + 2);  // 0.15 of these bytes is `wanted`
     while (count_ > 1 && !fits(hints, bytes)) --count_;
   }
 
@@ -65,6 +66,7 @@ class Steps {
  private:
   static constexpr std::size_t kFloor = 320;
 
+  // The bytes that the steps add to the answer.
   std::size_t added() const noexcept;
   bool fits(std::size_t hints, std::size_t bytes) const noexcept;
 

@@ -1,8 +1,9 @@
 #!/usr/bin/env bash
-# Adds the library to a project in every way that the README offers, and runs an
-# example there. What is installed is moved before it is used.
-# check.sh BUILD WORK COMPILER VERSION: the build tree to install from, the
-# directory to work in, the compiler, and the library's version.
+# Adds the library to a project in each way that the README describes, builds an example there and runs it.
+# An installed tree is moved before it is used.
+# check.sh BUILD WORK COMPILER VERSION: the build tree to install from, a directory for temporary files, the
+# compiler, and the library's version.
+# Time: up to two minutes. Needs cmake, ninja and pkg-config.
 set -euo pipefail
 root=$(cd "$(dirname "$0")/../.." && pwd)
 build=$1 work=$2 compiler=$3 version=$4
@@ -15,12 +16,13 @@ configure() {
   cmake -S "$root/tests/consumer" -B "$1" -G Ninja -DCMAKE_CXX_COMPILER="$compiler" "${@:2}"
 }
 
-# Runs a program built of `example`, which must print what it prints elsewhere.
+# check_output EXAMPLE COMMAND...: the command must print what the example in the build tree prints.
 check_output() {
   local example=$1
   "${@:2}" | cmp - <("$build/examples/$example")
 }
 
+# check_installed KIND: moves the installed tree, uses it by CMake and by pkg-config.
 check_installed() {
   local prefix=$work/moved/$1 libdir
   mv "installed/$1" "$prefix"
@@ -54,5 +56,5 @@ cmake --install subdirectory --prefix installed/shared
 check_installed shared
 library=$(find moved/shared -name "libnext_steps.so.$major")
 if nm -DC --defined-only "$library" | grep 'next_steps::_'; then
-  echo "the shared library shows what is internal" && exit 1
+  echo "the shared library exports internal functions" && exit 1
 fi
