@@ -32,7 +32,7 @@ Item* new_block(std::size_t capacity) {
   return reinterpret_cast<Item*>(header + 1);
 }
 
-// The blocks of a tree that are still to be taken apart, chained through themselves.
+// The blocks of a tree that are still to be destroyed, as two linked lists through their headers.
 class DyingBlocks {
  public:
   template <typename Container>
@@ -102,7 +102,7 @@ void reserve(Container& container, std::size_t capacity) {
     std::memcpy(static_cast<void*>(new_items), static_cast<const void*>(items),
                 container.size() * sizeof(*items));
   }
-  std::swap(items, new_items);  // the items in the old memory, now of `roomy`, are not counted there
+  std::swap(items, new_items);  // the size of `roomy` is still 0, so it destroys no items
   if constexpr (std::is_same_v<Container, JsonObject>) rebuild_index(container);
 }
 
@@ -118,7 +118,7 @@ void make_room(Container& container) {
   if (items == nullptr) return reserve(container, kMinCapacity);
   const std::size_t capacity = header_of(items).capacity;
   if (needed <= capacity) return;
-  // An object goes beyond what needs no index only when it must.
+  // An object grows beyond kUnindexedFields, where it needs an index, only when it must.
   const std::size_t limit = std::is_same_v<Container, JsonObject> && needed <= FieldIndex::kUnindexedFields
                                 ? FieldIndex::kUnindexedFields
                                 : kMaxItems;

@@ -9,15 +9,14 @@ namespace vantrex::values {
 
 namespace {
 
-// Writes a magnitude of at least 0.0001 that has at most nine digits before the
-// point and six after it; null for any other. Most floats of answers are scores
-// rounded to a few places. At most 15 digits make it the shortest form: no other
-// decimal of so few reads back as the same double.
+// Writes a magnitude of at least 0.0001 with at most nine digits before the point and six after it. Returns a
+// null pointer for any other. Most floats in answers are scores rounded to a few places. The result is the
+// shortest form: two different decimals of at most 15 digits never read back as the same double.
 char* write_rounded(double magnitude, char* out) noexcept {
   constexpr int kPlaces = 6;
   constexpr std::int64_t kScale = 1'000'000;
   if (!(magnitude < 1e9)) return nullptr;
-  // NOLINTNEXTLINE(bugprone-incorrect-roundings): a wrong one does not give `magnitude` back.
+  // NOLINTNEXTLINE(bugprone-incorrect-roundings): the next check rejects a wrong result.
   const auto scaled = static_cast<std::int64_t>(magnitude * kScale + 0.5);
   if (static_cast<double>(scaled) / kScale != magnitude) return nullptr;
 
