@@ -396,13 +396,6 @@ struct JsonField {
 struct JsonObject::FieldInit {
   TextArgument key;         ///< The key of the field.
   mutable JsonValue value;  ///< The object moves from it.
-
-  /// The field `name` with the value `content`.
-  FieldInit(const TextArgument& name, JsonValue content) noexcept : key(name), value(std::move(content)) {}
-  /// Rejects what is no JsonValue, so that the compiler's error names the type.
-  template <typename T>
-  requires(!detail::TakenAsValue<T>) FieldInit(const TextArgument& name, T&& not_a_value)
-  = delete;
 };
 
 }  // namespace vantrex::values
