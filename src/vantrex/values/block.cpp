@@ -46,30 +46,30 @@ class DyingBlocks {
     header.next_dying = std::exchange(chain, &header);
   }
 
-  void take_apart_all() noexcept {
+  void destroy_all() noexcept {
     while (lists_ != nullptr || objects_ != nullptr) {
       if (lists_ != nullptr) {
-        take_apart<JsonValue>(lists_);
+        destroy<JsonValue>(lists_);
       } else {
-        take_apart<JsonField>(objects_);
+        destroy<JsonField>(objects_);
       }
     }
   }
 
  private:
   template <typename Item>
-  void take_apart(BlockHeader*& chain) noexcept {
+  void destroy(BlockHeader*& chain) noexcept {
     BlockHeader* header = std::exchange(chain, chain->next_dying);
     auto* items = reinterpret_cast<Item*>(header + 1);
-    for (Item* item = items; item != items + header->dying_size; ++item) take_apart(*item);
+    for (Item* item = items; item != items + header->dying_size; ++item) destroy(*item);
     ::operator delete(header);
   }
 
-  void take_apart(JsonField& field) noexcept {
+  void destroy(JsonField& field) noexcept {
     field.key.~Text();
-    take_apart(field.value);
+    destroy(field.value);
   }
-  void take_apart(JsonValue& value) noexcept {
+  void destroy(JsonValue& value) noexcept {
     if (JsonList* list = value.list()) {
       add(*list);
     } else if (JsonObject* object = value.object()) {
@@ -129,7 +129,7 @@ template <typename Container>
 void destroy(Container& container) noexcept {
   DyingBlocks dying;
   dying.add(container);
-  dying.take_apart_all();
+  dying.destroy_all();
 }
 
 template void allocate(JsonList&, std::size_t);

@@ -1,8 +1,8 @@
 // JsonValue, JsonList and JsonObject: the values of answers, arguments and steps.
 //
 // Purpose: a JSON-like value type. Objects keep insertion order, integers are unbounded, strings are
-// well-formed UTF-8, and a ForeignValue carries any other C++ object. Reading never fails: an accessor of
-// another kind returns nothing, and an absent field reads as null. No operation recurses on depth.
+// well-formed UTF-8, and a ForeignValue carries any other C++ object. Reading never fails: an accessor
+// returns nothing for a value of another kind; an absent field reads as null. No operation recurses on depth.
 //
 // Ownership: value types. A list or an object owns its items. Moving takes constant time and moves no item.
 // Copying is deep: one allocation per non-empty list or object, and one more for an object of more than 32
@@ -50,9 +50,9 @@ struct ValueAccess;
 /// it.
 class NEXT_STEPS_API JsonList {
  public:
-  using value_type = JsonValue;              ///< The types that a standard container has.
-  using size_type = std::size_t;             ///< As for a standard container.
-  using difference_type = std::ptrdiff_t;    ///< As for a standard container.
+  using value_type = JsonValue;              ///< The type of an item.
+  using size_type = std::size_t;             ///< The type of size().
+  using difference_type = std::ptrdiff_t;    ///< The type of the difference of two iterators.
   using reference = const JsonValue&;        ///< Const: iterators only read.
   using const_reference = const JsonValue&;  ///< The same type as `reference`.
   using iterator = const JsonValue*;         ///< Const and contiguous.
@@ -123,9 +123,9 @@ class NEXT_STEPS_API JsonList {
 /// iterators into it.
 class NEXT_STEPS_API JsonObject {
  public:
-  using value_type = JsonField;              ///< The types that a standard container has.
-  using size_type = std::size_t;             ///< As for a standard container.
-  using difference_type = std::ptrdiff_t;    ///< As for a standard container.
+  using value_type = JsonField;              ///< The type of a field.
+  using size_type = std::size_t;             ///< The type of size().
+  using difference_type = std::ptrdiff_t;    ///< The type of the difference of two iterators.
   using reference = const JsonField&;        ///< Const: iterators only read.
   using const_reference = const JsonField&;  ///< The same type as `reference`.
   using iterator = const JsonField*;         ///< Const and contiguous.

@@ -30,15 +30,15 @@ char* write_rounded(double magnitude, char* out) noexcept {
   return out;
 }
 
-char* copied(std::string_view text, char* out) noexcept {
+char* append(std::string_view text, char* out) noexcept {
   return std::copy(text.begin(), text.end(), out);
 }
 
 }  // namespace
 
 char* write_float(double value, char* out) noexcept {
-  if (std::isnan(value)) return copied("NaN", out);
-  if (std::isinf(value)) return copied(value < 0 ? "-Infinity" : "Infinity", out);
+  if (std::isnan(value)) return append("NaN", out);
+  if (std::isinf(value)) return append(value < 0 ? "-Infinity" : "Infinity", out);
 
   constexpr double kMinPositional = 1e-4;
   constexpr double kMinExponential = 1e16;
@@ -51,7 +51,7 @@ char* write_float(double value, char* out) noexcept {
   char* end = std::to_chars(out, out + kMaxNumberBytes, magnitude,
                             is_positional ? std::chars_format::fixed : std::chars_format::scientific)
                   .ptr;
-  return is_positional && std::find(out, end, '.') == end ? copied(".0", end) : end;
+  return is_positional && std::find(out, end, '.') == end ? append(".0", end) : end;
 }
 
 char* write_integer(std::int64_t value, char* out) noexcept {

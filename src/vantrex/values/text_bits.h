@@ -89,7 +89,7 @@ union TextBits {
 };
 static_assert(sizeof(TextBits) == 16);
 
-/// Whether two texts are equal, at least one of which is stored inside its object.
+/// Whether two texts are equal. At least one must be stored inside its object.
 inline bool same_bits(const TextBits& a, const TextBits& b) noexcept {
   std::uint64_t words[4];
   std::memcpy(words, &a, sizeof a);

@@ -64,7 +64,7 @@ class Values {
   }
 
  private:
-  // begin() is const; the containers are not when `Value` is not.
+  // begin() returns a pointer to const. For a non-const `Value`, the container must not be const.
   static Value* first(const JsonValue* item) noexcept {
     return const_cast<Value*>(item);  // NOLINT(*-const-cast)
   }
