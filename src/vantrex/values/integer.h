@@ -1,7 +1,7 @@
 // Integer: a whole number of any size.
 //
-// Purpose: keeps the numbers of an answer exact. A value of 64 bits is stored as such, a larger one as
-// decimal digits. There is no arithmetic.
+// Purpose: keeps the numbers of an answer exact. A number in the range of std::int64_t is stored as one, any
+// other as decimal digits. There is no arithmetic.
 //
 // Ownership: a value type; copying never allocates. Threads: like an int.
 #pragma once
