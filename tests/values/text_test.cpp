@@ -58,8 +58,9 @@ TEST(Text, IsWellFormedUtf8) {
 
 TEST(Text, EscapesAndMeasuresAtEveryOffset) {
   constexpr std::string_view kBytes("\0\a\b\t\n\v\f\r\x0E\x1F !\"#[\\]\x7F", 18);
-  for (const std::size_t size :
-       {0, 1, 2, 3, 4, 5, 7, 8, 9, 14, 15, 16, 17, 23, 24, 25, 31, 32, 33, 40, 300}) {
+  constexpr std::size_t kSizes[] = {0,  1,  2,  3,  4,  5,  7,  8,  9,  14, 15,
+                                    16, 17, 23, 24, 25, 31, 32, 33, 40, 300};
+  for (const std::size_t size : kSizes) {
     for (std::size_t offset = 0; offset <= size; ++offset) {
       for (std::size_t kind = 0; kind < 2 * kBytes.size(); ++kind) {
         std::string bytes(size, 'x');
