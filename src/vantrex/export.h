@@ -1,8 +1,8 @@
-// NEXT_STEPS_API: marks what the library shows of itself where it is shared, which
-// NEXT_STEPS_SHARED says. Everything else is hidden, and so is the whole of a static
-// library in whatever it becomes a part of.
+// NEXT_STEPS_API marks the classes and functions that a shared library exports.
 #pragma once
 
+/// Exports the symbol from a shared library, for which NEXT_STEPS_SHARED is defined. Unmarked symbols are
+/// hidden; in a static library all are.
 #if defined(NEXT_STEPS_SHARED) && defined(__GNUC__)
 #define NEXT_STEPS_API __attribute__((visibility("default")))
 #else

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Each line of the table must fail to compile with one error, whose line matches.
-# check.sh COMPILER
+# check.sh COMPILER: each statement of the table must fail to compile with a single error, and that must match the
+# pattern beside it.
 set -euo pipefail
 compiler=$1 failed=0 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
@@ -16,7 +16,7 @@ CODE
 compile() {
   "$compiler" -std=c++20 -I../../src "$@" 2>&1
 }
-# Compiles a function of the statement $1; prints the lines of errors.
+# Compiles a function with the statement $1. Prints the lines that report errors.
 errors() {
   compile -include "$work/all.h" -fsyntax-only -x c++ - <<<"void f(JsonObject& object, Point& point) { $1; (void)point; }" |
     grep 'error:'
@@ -27,7 +27,7 @@ if errors 'object.set("k", std::vector<int>())'; then failed=1; fi
 while IFS='|' read -r code message; do
   said=$(errors "$code" || true)
   [[ $(wc -l <<<"$said") = 1 && $said =~ $message ]] && continue
-  printf '"%s" is not refused by "%s" but:\n%s\n' "$code" "$message" "$said"
+  printf '"%s": expected the error "%s", got:\n%s\n' "$code" "$message" "$said"
   failed=1
 done <<'TABLE'
 object.set("k", point)|Point.* deleted|deleted .*Point
@@ -37,6 +37,8 @@ JsonList::of(std::optional(point))|optional<Point.* deleted|deleted .*optional<P
 object.set("k", &point)|Point ?\*.* deleted|deleted .*Point ?\*
 object.set("\xFF", 1)|not a constant expression
 object[nullptr]|deleted .*operator
+JsonValue("k").string()|deleted .*string
+JsonValue(object).object()|deleted .*object
 finish_answer(object, nullptr)|deleted .*finish_answer
 TABLE
 exit $failed

@@ -26,7 +26,7 @@ void use_deep_values() {
   EXPECT_EQ(tool_handlers::next_steps::_hint_size(*finished), bytes);
   EXPECT_TRUE(*finished == answer);
 
-  // Destruction takes no memory, of copies as of what was put together.
+  // Destruction does not allocate, neither of a copy nor of a built value.
   std::optional<JsonValue> built = JsonList::of(deep_value("leaf"), *finished);
   const std::size_t before = tests::allocations().taken;
   finished.reset();
@@ -34,7 +34,7 @@ void use_deep_values() {
   EXPECT_EQ(tests::allocations().taken, before);
 }
 
-TEST(Depth, AMillionLevelsNeedLittleStack) {
+TEST(Depth, AMillionLevelsFitOnASmallStack) {
   tests::on_a_small_stack(use_deep_values);
 }
 

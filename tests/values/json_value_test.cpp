@@ -18,7 +18,7 @@
 #include "support/table.h"
 #include "vantrex/values/text_forms.h"
 
-// A user's own types.
+// Types of a user.
 namespace colors {
 enum class Color { red, green };
 struct Palette : std::vector<Color> {};
@@ -43,20 +43,7 @@ static_assert(
     kNoneIsAValue<int*, const void*, bool*, const JsonObject*, char8_t*, void (*)(), std::nullopt_t>);
 static_assert(kNoneIsAValue<char, wchar_t, char32_t, Kind, std::shared_ptr<int>, std::map<int, int>>);
 
-// What points into a value cannot be had of a temporary.
-template <typename Value>
-concept LendsTexts = requires(Value value) {
-  std::forward<Value>(value).string();
-};
-template <typename Value>
-concept LendsParts = requires(Value value) {
-  std::forward<Value>(value).object();
-};
-static_assert(LendsTexts<const JsonValue&> && !LendsTexts<JsonValue> && !LendsTexts<const JsonValue>);
-static_assert(LendsParts<const JsonValue&> && !LendsParts<JsonValue> && !LendsParts<const JsonValue>);
-
-// Which accessors give something, by their initials, and whether the value is
-// empty.
+// The initials of the accessors that return something, and whether the value is empty.
 std::string accessors(const JsonValue& value) {
   std::string given = value.is_null() ? "null" : "";
   if (value.boolean()) given += "b";
@@ -69,7 +56,7 @@ std::string accessors(const JsonValue& value) {
   return given + (value.is_empty() ? " empty" : "");
 }
 
-TEST(JsonValue, GivesWhatItIsAndNothingElse) {
+TEST(JsonValue, AccessorsReturnTheirOwnKindOnly) {
   for (const auto& row : tests::table(R"(
 null | null empty
 true | bi1
@@ -88,7 +75,7 @@ false | bi0 empty
   EXPECT_EQ(accessors(ForeignValue::of(0, "")), "F");
 }
 
-TEST(JsonValue, IsMadeOfWhatHasAJsonForm) {
+TEST(JsonValue, ConvertsFromTypesWithAJsonForm) {
   const std::pair<JsonValue, const char*> kRows[] = {
       {std::numeric_limits<std::uint64_t>::max(), "18446744073709551615"},
       {1.5F, "1.5"},
@@ -97,14 +84,14 @@ TEST(JsonValue, IsMadeOfWhatHasAJsonForm) {
       {std::array<std::set<std::string_view>, 2>{{{"b", "a"}, {}}}, R"([["a","b"],[]])"},
       {std::tuple(1, "two", nullptr, std::tuple<>()), R"([1,"two",null,[]])"},
       {std::map<std::string, std::vector<int>>{{"b", {}}, {"a", {1}}}, R"({"a":[1],"b":[]})"},
-      {JsonList::of(JsonList()), "[[]]"},
+      {JsonList::of(JsonList()), "[[]]"},  // a list in a list, not a copy
       {std::map<std::string, std::pair<Color, int>>{{"a", {Color::green, 1}}}, R"({"a":["green",1]})"},
       {JsonList::of(std::optional(Color::red), colors::Palette{{{}, {}}}), R"(["red",2])"},
       {JsonObject{{"z", 1}, {"a", nullptr}, {"z", 2}}, R"({"z":2,"a":null})"},
   };
   for (const auto& [value, expected] : kRows) EXPECT_EQ(compact_text(value), expected);
 
-  // What cannot be made leaves nothing behind.
+  // A conversion that throws frees everything.
   const std::string fine = "a text of more than 14 bytes";
   const std::ptrdiff_t before = tests::allocations().live;
   EXPECT_THROW(JsonValue(std::vector<std::string>{fine, "\xFF"}), InvalidUtf8);
@@ -113,11 +100,11 @@ TEST(JsonValue, IsMadeOfWhatHasAJsonForm) {
   EXPECT_EQ(tests::allocations().live, before);
 }
 
-TEST(JsonValue, EqualsWhatIsOfTheSameKindAndHoldsTheSame) {
+TEST(JsonValue, EqualsTheSameKindAndContent) {
   const double nan = std::numeric_limits<double>::quiet_NaN();
   const JsonValue foreign = ForeignValue::of(1, "x");
   EXPECT_TRUE(foreign == JsonValue(foreign) && foreign != ForeignValue::of(1, "x"));
-  // Of the others, those are equal that have the same text.
+  // Other values are equal exactly when their texts are.
   JsonValue parsed = parse(R"([
     null, true, 1, 1, 100000000000000000000, 100000000000000000000, 1.0, 10e-1, 0.0, -0.0, "", [], [], {}, {},
     [[], {"a": [1]}], [[], {"a": [1]}], [[], {"a": [1.0]}], {"a": 1, "b": 2}, {"a": 0, "b": 2, "a": 1},
@@ -127,22 +114,20 @@ TEST(JsonValue, EqualsWhatIsOfTheSameKindAndHoldsTheSame) {
        {JsonValue(nan), {-nan}, {"more than 14 bytes"}, {TextLiteral("more than 14 bytes")}})
     values.push_back(more);
   for (const JsonValue& a : values) {
-    for (const JsonValue& b : values)
-      EXPECT_EQ(a == b, compact_text(a) == compact_text(b)) << compact_text(a) << " " << compact_text(b);
+    for (const JsonValue& b : values) EXPECT_EQ(a == b, compact_text(a) == compact_text(b)) << a << " " << b;
   }
 }
 
 TEST(ForeignValue, IsCarriedUnchanged) {
-  auto host = std::make_shared<int>(7);
-  const std::weak_ptr<int> watched = host;
-  auto answer =
-      std::optional(JsonObject{{"deep", JsonList::of(ForeignValue::of(std::move(host), "\"7\" \xFF"))}});
-  auto copy = answer;
-  answer.reset();
-  EXPECT_EQ(compact_text(*copy), "{\"deep\":[\"\\\"7\\\" \uFFFD\"]}");
+  auto object = std::make_shared<int>(7);
+  const std::weak_ptr<int> watched = object;
+  JsonValue answer = JsonList::of(ForeignValue::of(std::move(object), "\"7\" \xFF"));
+  JsonValue copy = answer;
+  answer = nullptr;
+  EXPECT_EQ(compact_text(copy), "[\"\\\"7\\\" \uFFFD\"]");
   ForeignValue held = ForeignValue::of(1, "");
-  held = *(*(*copy)["deep"].list())[0].foreign();
-  copy.reset();
+  held = *copy.at_path(0).foreign();
+  copy = nullptr;
   EXPECT_EQ(held.as<int>(), nullptr);
   EXPECT_EQ(held.as<std::shared_ptr<int>>()->get(), watched.lock().get());
   EXPECT_EQ(watched.use_count(), 1);

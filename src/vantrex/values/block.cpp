@@ -32,7 +32,7 @@ Item* new_block(std::size_t capacity) {
   return reinterpret_cast<Item*>(header + 1);
 }
 
-// The blocks of a tree that are still to be taken apart, chained through themselves.
+// The blocks of a tree that are still to be destroyed, as two linked lists through their headers.
 class DyingBlocks {
  public:
   template <typename Container>
@@ -46,30 +46,30 @@ class DyingBlocks {
     header.next_dying = std::exchange(chain, &header);
   }
 
-  void take_apart_all() noexcept {
+  void destroy_all() noexcept {
     while (lists_ != nullptr || objects_ != nullptr) {
       if (lists_ != nullptr) {
-        take_apart<JsonValue>(lists_);
+        destroy<JsonValue>(lists_);
       } else {
-        take_apart<JsonField>(objects_);
+        destroy<JsonField>(objects_);
       }
     }
   }
 
  private:
   template <typename Item>
-  void take_apart(BlockHeader*& chain) noexcept {
+  void destroy(BlockHeader*& chain) noexcept {
     BlockHeader* header = std::exchange(chain, chain->next_dying);
     auto* items = reinterpret_cast<Item*>(header + 1);
-    for (Item* item = items; item != items + header->dying_size; ++item) take_apart(*item);
+    for (Item* item = items; item != items + header->dying_size; ++item) destroy(*item);
     ::operator delete(header);
   }
 
-  void take_apart(JsonField& field) noexcept {
+  void destroy(JsonField& field) noexcept {
     field.key.~Text();
-    take_apart(field.value);
+    destroy(field.value);
   }
-  void take_apart(JsonValue& value) noexcept {
+  void destroy(JsonValue& value) noexcept {
     if (JsonList* list = value.list()) {
       add(*list);
     } else if (JsonObject* object = value.object()) {
@@ -102,7 +102,7 @@ void reserve(Container& container, std::size_t capacity) {
     std::memcpy(static_cast<void*>(new_items), static_cast<const void*>(items),
                 container.size() * sizeof(*items));
   }
-  std::swap(items, new_items);  // the items in the old memory, now of `roomy`, are not counted there
+  std::swap(items, new_items);  // the size of `roomy` is still 0, so it destroys no items
   if constexpr (std::is_same_v<Container, JsonObject>) rebuild_index(container);
 }
 
@@ -118,7 +118,7 @@ void make_room(Container& container) {
   if (items == nullptr) return reserve(container, kMinCapacity);
   const std::size_t capacity = header_of(items).capacity;
   if (needed <= capacity) return;
-  // An object goes beyond what needs no index only when it must.
+  // An object grows beyond kUnindexedFields, where it needs an index, only when it must.
   const std::size_t limit = std::is_same_v<Container, JsonObject> && needed <= FieldIndex::kUnindexedFields
                                 ? FieldIndex::kUnindexedFields
                                 : kMaxItems;
@@ -129,7 +129,7 @@ template <typename Container>
 void destroy(Container& container) noexcept {
   DyingBlocks dying;
   dying.add(container);
-  dying.take_apart_all();
+  dying.destroy_all();
 }
 
 template void allocate(JsonList&, std::size_t);

@@ -1,8 +1,7 @@
-// Some bytes of a text, looked at together: eight of them as a word, or sixteen as a
-// vector where the processor has one.
+// Several bytes of a text, processed together: eight as a word, or sixteen as an SSE2 vector.
 //
-// A byte is special when a JSON string escapes it: the quote, the backslash and
-// what is below U+0020. A byte is plain when it is ASCII and not special.
+// A byte is special when a JSON string escapes it: the quote, the backslash and U+0000 to U+001F. A byte is
+// plain when it is ASCII and not special.
 #pragma once
 
 #include <bit>
@@ -18,17 +17,16 @@
 
 namespace vantrex::values::detail {
 
-// A mask has the high bit of some bytes set and no other bit. No sum below carries
-// from one byte into the next, so masks are exact.
+// Eight bytes. A mask has the high bit set for each byte that it selects, and no other bit. No sum below
+// carries from one byte into the next, so masks are exact.
 class ByteWord {
  public:
   static constexpr std::size_t kBytes = 8;
 
-  // The eight bytes at `bytes`.
   explicit ByteWord(const char* bytes) noexcept { std::memcpy(&word_, bytes, kBytes); }
 
-  // Fewer bytes than a word has: the `size` at `bytes`, at least 1, in any order, some
-  // of them repeated, and spaces. Tells whether they are plain, and nothing else.
+  // A word of 1 to 7 bytes, in any order, some of them repeated, padded with spaces. Only is_ascii() and
+  // is_plain() are meaningful.
   static ByteWord of_few(const char* bytes, std::size_t size) noexcept {
     ByteWord few;
     if (size >= 4) {
@@ -49,20 +47,19 @@ class ByteWord {
   bool is_ascii() const noexcept { return (word_ & kHighBits) == 0; }
   bool is_plain() const noexcept { return ((word_ & kHighBits) | specials()) == 0; }
 
-  // The bytes as a number.
   std::uint64_t word() const noexcept { return word_; }
 
   // The mask of the special bytes.
   std::uint64_t specials() const noexcept { return controls() | equal('"') | equal('\\'); }
 
-  // The bytes before the first one in `mask`, which is not 0.
+  // The number of bytes before the first one that `mask` selects. `mask` must not be 0.
   static std::size_t bytes_before(std::uint64_t mask) noexcept {
     const int bits =
         std::endian::native == std::endian::little ? std::countr_zero(mask) : std::countl_zero(mask);
     return static_cast<std::size_t>(bits) / 8;
   }
 
-  // Bytes that all eight gain when they are escaped.
+  // The bytes that escaping adds to all eight.
   std::size_t escape_gain() const noexcept {
     const std::uint64_t mask = specials();
     if (mask == 0) return 0;
@@ -81,10 +78,11 @@ class ByteWord {
 
   std::uint64_t controls() const noexcept { return ~at_least(' ') & kHighBits; }
 
-  // The masks of the bytes that are at least `low`, up to 0x80, and equal to `byte`.
+  // The mask of the bytes that are at least `low`, which is at most 0x80.
   std::uint64_t at_least(unsigned char low) const noexcept {
     return (((word_ & ~kHighBits) + kOnes * (0x80U - low)) | word_) & kHighBits;
   }
+  // The mask of the bytes that are equal to `byte`.
   std::uint64_t equal(unsigned char byte) const noexcept {
     const std::uint64_t differences = word_ ^ (kOnes * byte);
     return ~(((differences & ~kHighBits) + kOnes * 0x7F) | differences) & kHighBits;
@@ -95,7 +93,7 @@ class ByteWord {
 
 #ifdef __SSE2__
 
-// The same of sixteen bytes; a mask has a bit for each.
+// Sixteen bytes, with the interface of ByteWord. A mask has one bit per byte.
 class ByteVector {
  public:
   static constexpr std::size_t kBytes = 16;
@@ -128,7 +126,7 @@ class ByteVector {
     const __m128i gains =
         _mm_or_si128(_mm_and_si128(special, all(kShortEscapeGain)),
                      _mm_and_si128(long_escapes, all(kUnicodeEscapeGain - kShortEscapeGain)));
-    const __m128i sums = _mm_sad_epu8(gains, _mm_setzero_si128());  // of either half
+    const __m128i sums = _mm_sad_epu8(gains, _mm_setzero_si128());  // one sum per half
     return static_cast<std::size_t>(_mm_cvtsi128_si32(sums)) +
            static_cast<std::size_t>(_mm_extract_epi16(sums, 4));
   }

@@ -1,4 +1,4 @@
-// Deep copies: one allocation for each list and object, no recursion.
+// Deep copies: one allocation per list or object, no recursion.
 #include <new>
 #include <type_traits>
 
@@ -28,14 +28,14 @@ class CopyWalk {
   }
 
  private:
-  // Containers that were opened, whose values up to here are filled.
+  // A container and its copy, with the position up to which nested containers are copied.
   struct Level {
     Values<const JsonValue> source;
     Values<JsonValue> copy;
   };
 
-  // Copies what lies in `source` itself into `copy`, which is empty. Lists and
-  // objects in it are empty, until the walk comes to them.
+  // Copies the items of `source` into `copy`, which must be empty. Nested lists and objects stay empty until
+  // the walk reaches them.
   template <typename Container>
   void open(const Container& source, Container& copy) {
     if (source.empty()) return;
@@ -50,7 +50,7 @@ class CopyWalk {
     if (has_containers) walk_.push(Values<const JsonValue>(source), Values<JsonValue>(copy));
   }
 
-  // Places a copy in raw memory; whether there is a container to fill.
+  // Constructs a copy in raw memory. Returns whether it is a container to fill.
   static bool place(const JsonField& field, JsonField* copy) noexcept {
     new (&copy->key) Text(field.key);
     return place(field.value, &copy->value);

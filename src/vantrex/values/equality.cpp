@@ -12,7 +12,7 @@ namespace {
 
 using detail::Values;
 
-// Compares two trees side by side, container by container.
+// Compares two trees, container by container.
 class EqualityWalk {
  public:
   template <typename T>
@@ -30,14 +30,13 @@ class EqualityWalk {
   }
 
  private:
-  // Two containers of equal size and keys, whose values up to here are equal.
+  // Two containers with equal sizes and keys, and the position up to which their values are equal.
   struct Level {
     Values<const JsonValue> values;
     Values<const JsonValue> others;
   };
 
-  // Whether the two are equal but for the values in containers, which are put on
-  // the stack.
+  // Whether the two are equal, except for values inside containers. Those are pushed for comparison.
   bool match(const JsonList& a, const JsonList& b) {
     if (a.size() != b.size()) return false;
     walk_.push(Values<const JsonValue>(a), Values<const JsonValue>(b));

@@ -1,17 +1,16 @@
-// What a byte gains when it is written inside a JSON string.
+// The escapes of JSON strings, and the bytes that each adds (the escape gain).
 //
-// The scan of a new text adds these gains up, and the writer takes its escapes
-// from the same function, so the two cannot disagree.
+// The scan of a new text and the writer both use these functions, so measured and written sizes agree.
 #pragma once
 
 #include <cstddef>
 
 namespace vantrex::values::detail {
 
-inline constexpr std::size_t kShortEscapeGain = 1;    // \n instead of a line feed
-inline constexpr std::size_t kUnicodeEscapeGain = 5;  // \u0001 instead of U+0001
+inline constexpr std::size_t kShortEscapeGain = 1;    ///< Two characters instead of one.
+inline constexpr std::size_t kUnicodeEscapeGain = 5;  ///< Six characters instead of one.
 
-// The letter of a two-character escape, or 0 for a byte that has none.
+/// The letter of the two-character escape of `byte`, or 0 when it has none.
 constexpr char short_escape(unsigned char byte) noexcept {
   switch (byte) {
     case '"':
@@ -33,7 +32,7 @@ constexpr char short_escape(unsigned char byte) noexcept {
   }
 }
 
-// 0 for a byte that is written as it is.
+/// The bytes that escaping adds to `byte`; 0 when it is not escaped.
 constexpr std::size_t escape_gain(char byte) noexcept {
   const auto value = static_cast<unsigned char>(byte);
   if (short_escape(value) != 0) return kShortEscapeGain;

@@ -8,8 +8,8 @@ namespace vantrex::values::detail {
 
 namespace {
 
-// Both halves of the 128-bit product, folded: every bit of either factor
-// reaches every bit of the result.
+// The exclusive or of both halves of the 128-bit product. Each bit of the factors affects all bits of the
+// result.
 std::uint64_t mixed(std::uint64_t a, std::uint64_t b) noexcept {
   __extension__ using Wide = unsigned __int128;
   const Wide product = static_cast<Wide>(a) * b;

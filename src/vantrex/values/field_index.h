@@ -1,8 +1,7 @@
 // FieldIndex: finds a field of a large object by its key.
 //
-// An open-addressing hash table of field positions, made and kept current by
-// whoever changes the object, so that reads only read. Its hash is seeded by
-// the table's own address: no input can be prepared to make keys collide.
+// An open-addressing hash table of field positions. Changes of the object keep it current, so reads change
+// nothing. The hash is seeded by the table's address, so colliding keys cannot be prepared.
 #pragma once
 
 #include <bit>
@@ -16,20 +15,19 @@ namespace vantrex::values::detail {
 
 class FieldIndex {
  public:
-  // Objects of up to this many fields are searched without an index.
+  // The largest number of fields that are searched without an index.
   static constexpr std::size_t kUnindexedFields = 32;
 
-  // An empty index for up to `capacity` fields, to be given back by operator delete.
-  // Throws std::bad_alloc.
+  // Makes an empty index for up to `capacity` fields; free it with operator delete. Throws std::bad_alloc.
   static FieldIndex* create(std::size_t capacity);
 
-  // The position of the field `key`, or `none` when there is no such field.
+  // The position of the field `key`, or `none` when absent.
   std::size_t find(std::string_view key, const JsonField* fields, std::size_t none) const noexcept;
 
-  // Adds the field at `position`, whose key the index does not hold.
+  // Adds the field at `position`. Its key must be absent.
   void add(const Text& key, std::size_t position) noexcept;
 
-  // Makes the index hold these fields alone, whose keys differ.
+  // Replaces the contents by these fields. Their keys must differ.
   void rebuild(const JsonField* fields, std::size_t size) noexcept;
 
  private:
@@ -42,7 +40,7 @@ class FieldIndex {
   const std::uint32_t* slots() const noexcept { return reinterpret_cast<const std::uint32_t*>(this + 1); }
 
   std::size_t mask_;
-  // The slots follow: a field's position plus one, 0 for a free slot.
+  // The slots follow in memory: a field's position plus 1, or 0 for a free slot.
 };
 
 }  // namespace vantrex::values::detail

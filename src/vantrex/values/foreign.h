@@ -1,12 +1,10 @@
-// ForeignValue: a value that JSON has no form for, carried unchanged.
+// ForeignValue: a C++ object without a JSON form, carried unchanged in a value.
 //
-// Purpose: a tool may put any object of its own into an answer (a time, a
-// path, a handle). It travels through the answer as it is and is written as a
-// JSON string of its text form.
+// Purpose: an answer can hold any object of the host, such as a time or a path. Text output shows its text
+// form, a JSON string.
 //
-// Ownership: the object and its text form are immutable and shared by all
-// copies; the last copy destroys them. Threads: copies may be used on any
-// thread; the object itself must be safe for concurrent reads.
+// Ownership: copies share the object and the text form, which never change. The last copy destroys them.
+// Threads: copies may be used on any thread; the object must be safe for concurrent reads.
 #pragma once
 
 #include <atomic>
@@ -20,18 +18,17 @@
 
 namespace vantrex::values {
 
-// A handle of one shared object and its text form; never without one.
+/// A handle to a shared object and its text form. Never empty.
 class ForeignValue {
  public:
-  // Carries `object`. `text_form` is what every text of the answer shows for
-  // it, taken here and now so that writing never calls out; ill-formed UTF-8
-  // in it is replaced by U+FFFD. Throws std::bad_alloc and what moving T throws.
+  /// Carries `object`, which is written as `text_form`. Ill-formed UTF-8 in it is replaced by U+FFFD. Throws
+  /// std::bad_alloc, std::length_error for a text that is too long, and what moving T throws.
   template <typename T>
   static ForeignValue of(T object, std::string_view text_form) {
     return ForeignValue(std::make_shared<const T>(std::move(object)), typeid(T), Text::lossy(text_form));
   }
 
-  // The carried object when it is a T, else null. It lives as long as any copy.
+  /// The object when its type is T, else a null pointer. Valid while any copy lives.
   template <typename T>
   const T* as() const& noexcept {
     return *box_->type == typeid(T) ? static_cast<const T*>(box_->object.get()) : nullptr;
@@ -39,20 +36,22 @@ class ForeignValue {
   template <typename T>
   const T* as() const&& = delete;
 
-  // What is written for it, valid as long as any copy.
+  /// The text form. Valid while any copy lives.
   const Text& text_form() const& noexcept { return box_->text_form; }
   const Text& text_form() const&& = delete;
 
-  // Copies share the object and never fail.
+  /// Shares the object.
   ForeignValue(const ForeignValue& other) noexcept : box_(other.box_) { retain(box_); }
+  /// Shares the object.
   ForeignValue& operator=(const ForeignValue& other) noexcept {
     ForeignValue copy(other);
     std::swap(box_, copy.box_);
     return *this;
   }
+  /// Destroys the object with its last copy.
   ~ForeignValue() { release(box_); }
 
-  // Two foreign values are equal when they carry the very same object.
+  /// Foreign values are equal when they share one object.
   friend bool operator==(const ForeignValue& a, const ForeignValue& b) noexcept { return a.box_ == b.box_; }
 
  private:

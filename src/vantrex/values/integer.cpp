@@ -28,8 +28,8 @@ std::strong_ordering operator<=>(const Integer& a, const Integer& b) noexcept {
   if (a.is_negative() != b.is_negative()) {
     return a.is_negative() ? std::strong_ordering::less : std::strong_ordering::greater;
   }
-  // Of the same sign, at least one beyond 64 bits: more digits are the larger
-  // magnitude, and a small integer counts as having none.
+  // The signs are equal, and at least one number has digits. More digits are a larger magnitude; a small
+  // integer has no digits.
   const auto magnitude = a.digits_.size() != b.digits_.size() ? a.digits_.size() <=> b.digits_.size()
                                                               : a.digits_.view() <=> b.digits_.view();
   return a.is_negative() ? 0 <=> magnitude : magnitude;

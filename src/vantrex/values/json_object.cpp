@@ -17,7 +17,7 @@ constinit const JsonValue kAbsent(nullptr);
 
 }  // namespace
 
-// Few fields are compared with each other where they are placed.
+// A few fields are compared pairwise: the new field acts as the sentinel of its own search.
 JsonObject::JsonObject(std::initializer_list<FieldInit> fields) : JsonObject() {
   reserve(fields.size());
   if (fields.size() > FieldIndex::kUnindexedFields) {
@@ -53,7 +53,7 @@ const JsonValue* JsonObject::find(std::string_view key) const& noexcept {
   return nullptr;
 }
 
-// A short key always lies inside its text, and the tag tells its size.
+// A short key is stored inside its text, and its tag gives the size. Most other keys are rejected by the tag.
 const JsonValue* JsonObject::find_short(std::string_view key) const noexcept {
   const detail::Tag tag = detail::inline_tag(key.size());
   for (const auto& field : *this) {
@@ -64,7 +64,7 @@ const JsonValue* JsonObject::find_short(std::string_view key) const noexcept {
 }
 
 JsonValue* JsonObject::find_mutable(std::string_view key) & noexcept {
-  return const_cast<JsonValue*>(find(key));  // NOLINT(*-const-cast): of this object, which may be changed
+  return const_cast<JsonValue*>(find(key));  // NOLINT(*-const-cast): this object is not const
 }
 
 const JsonValue& JsonObject::operator[](std::string_view key) const& noexcept {

@@ -1,25 +1,19 @@
-// JsonValue, JsonList and JsonObject: the values of answers, arguments and
-// steps.
+// JsonValue, JsonList and JsonObject: the values of answers, arguments and steps.
 //
-// Purpose: a JSON-like value type. Objects keep the order in which fields were
-// added, integers have no bound, strings are well-formed UTF-8, and a value of
-// the host's own that JSON has no form for can be carried along. Reading never
-// fails on a type: each accessor gives the value of its own kind or nothing,
-// and an absent field reads as null. No operation recurses on depth.
+// Purpose: a JSON-like value type. Objects keep insertion order, integers are unbounded, strings are
+// well-formed UTF-8, and a ForeignValue carries any other C++ object. Reading never fails: an accessor
+// returns nothing for a value of another kind; an absent field reads as null. No operation recurses on depth.
 //
-// Ownership: value types. A list or an object owns the memory of its items and
-// shares it with nobody. Moving takes constant time and moves no item; copying is
-// deep, with one allocation for each list and object that holds something, and one
-// more for an object of more than 32 fields. Long texts, foreign values
-// and integers beyond 64 bits are immutable, and copies share them by count.
+// Ownership: value types. A list or an object owns its items. Moving takes constant time and moves no item.
+// Copying is deep: one allocation per non-empty list or object, and one more for an object of more than 32
+// fields. Long texts, foreign values and integers beyond 64 bits are immutable; copies share them by
+// reference count.
 //
-// Threads: like an int. Any number of threads may read or copy one value at
-// once; a value that one thread changes must not be used by another meanwhile.
-// Reading never changes anything, not even caches.
+// Threads: like an int. Concurrent reads and copies of one value are safe; a change needs exclusive access.
+// Reading changes nothing, not even caches.
 //
-// Errors: what makes text of bytes throws InvalidUtf8, what allocates throws
-// std::bad_alloc, and a list or an object of more than 2^31 items throws
-// std::length_error. Every operation that throws leaves its object as it was.
+// Errors: ill-formed UTF-8 throws InvalidUtf8, a failed allocation std::bad_alloc, and more than 2^31 items
+// in a list or an object std::length_error. An operation that throws leaves its object unchanged.
 #pragma once
 
 #include <concepts>
@@ -45,90 +39,73 @@ namespace vantrex::values {
 
 struct JsonField;
 
-// The kinds of a value. An integer is one of any size, a float is a double.
+/// The kinds of a value. An integer has any size; a float is a double.
 enum class Kind : std::uint8_t { null, boolean, integer, floating, string, list, object, foreign };
 
 namespace detail {
 struct ValueAccess;
 }
 
-// An ordered list of values. Pointers, references and iterators into it are
-// invalidated by everything that is not const.
+/// An ordered list of values. Every non-const operation invalidates pointers, references and iterators into
+/// it.
 class NEXT_STEPS_API JsonList {
  public:
-  // What the standard library asks of a container.
-  using value_type = JsonValue;
-  using size_type = std::size_t;
-  using difference_type = std::ptrdiff_t;
-  using reference = const JsonValue&;
-  using const_reference = const JsonValue&;
-  using iterator = const JsonValue*;
-  using const_iterator = const JsonValue*;
+  using value_type = JsonValue;              ///< The type of an item.
+  using size_type = std::size_t;             ///< The type of size().
+  using difference_type = std::ptrdiff_t;    ///< The type of the difference of two iterators.
+  using reference = const JsonValue&;        ///< Const: iterators only read.
+  using const_reference = const JsonValue&;  ///< The same type as `reference`.
+  using iterator = const JsonValue*;         ///< Const and contiguous.
+  using const_iterator = const JsonValue*;   ///< The same type as `iterator`.
 
-  JsonList() noexcept = default;
+  JsonList() noexcept = default;  ///< An empty list.
 
-  // The list of the items of any sequence, tuple or pair.
+  /// The items of a sequence, such as a std::vector.
   template <detail::Sequence Range>
   explicit JsonList(const Range& items);
+  /// The elements of a tuple or a pair.
   template <detail::FixedTuple Tuple>
   explicit JsonList(const Tuple& items);
 
-  // The list of the given items: JsonList::of(1, "two", nullptr).
+  /// The given items: JsonList::of(1, "two", nullptr).
   template <typename... Items>
   static JsonList of(Items&&... items);
 
-  // A copy is deep. A moved-from list is empty.
-  JsonList(const JsonList& other);
-  JsonList(JsonList&& other) noexcept
-      : head_(std::exchange(other.head_, kEmpty)), items_(std::exchange(other.items_, nullptr)) {}
-  JsonList& operator=(JsonList other) noexcept {
-    std::swap(head_, other.head_);
-    std::swap(items_, other.items_);
-    return *this;
-  }
+  JsonList(const JsonList& other);               ///< A deep copy.
+  JsonList(JsonList&& other) noexcept;           ///< Takes the items; `other` is then empty.
+  JsonList& operator=(JsonList other) noexcept;  ///< Copies, or moves from an rvalue.
+  ~JsonList();  ///< Allocates nothing; the stack use does not depend on depth.
 
-  // Allocates nothing, and needs no more stack for deeper values.
-  ~JsonList() {
-    if (items_ != nullptr) dispose();
-  }
+  std::size_t size() const noexcept { return head_.size; }  ///< The number of items.
+  bool empty() const noexcept { return size() == 0; }       ///< Whether there is no item.
 
-  // The number of items, and whether it is 0.
-  std::size_t size() const noexcept { return head_.size; }
-  bool empty() const noexcept { return size() == 0; }
+  const JsonValue* begin() const noexcept { return items_; }  ///< The first item.
+  const JsonValue* end() const noexcept;                      ///< One past the last item.
 
-  // The items: for (const JsonValue& item : list).
-  const JsonValue* begin() const noexcept { return items_; }
-  const JsonValue* end() const noexcept;
-
-  // The item at `position`, which must be less than size().
+  /// The item at `position`, which must be less than size().
   const JsonValue& operator[](std::size_t position) const& noexcept;
   const JsonValue& operator[](std::size_t position) const&& = delete;
-  // The same, to be changed.
+  /// The item at `position`, for changes; `position` must be less than size().
   JsonValue& mutable_item(std::size_t position) & noexcept;
 
-  // The last item of a list that is not empty.
-  const JsonValue& back() const& noexcept;
+  const JsonValue& back() const& noexcept;  ///< The last item. The list must not be empty.
   const JsonValue& back() const&& = delete;
 
-  // What JsonValue::at_path gives, with one step at least.
+  /// Like JsonValue::at_path, with at least one step.
   template <typename... Steps>
   const JsonValue& at_path(const detail::PathStep& first, const Steps&... rest) const& noexcept;
   template <typename... Steps>
   const JsonValue& at_path(const Steps&... steps) const&& = delete;
 
-  // Adds `item` after the last one, in amortised constant time.
-  void push_back(JsonValue item);
-  // Keeps the first `count` items; does nothing when there are no more.
-  void truncate(std::size_t count) noexcept;
-  // Removes all items and keeps their room.
-  void clear() noexcept { truncate(0); }
-  // Makes room for `capacity` items in all.
-  void reserve(std::size_t capacity);
+  void push_back(JsonValue item);             ///< Appends `item`. Amortised constant time.
+  void truncate(std::size_t count) noexcept;  ///< Removes all items after the first `count`.
+  void clear() noexcept { truncate(0); }      ///< Removes all items; keeps the memory.
+  void reserve(std::size_t capacity);         ///< Ensures memory for `capacity` items in total.
 
-  // Lists are equal when they hold equal items in the same order.
+  /// Lists are equal when they have equal items in the same order.
   friend NEXT_STEPS_API bool operator==(const JsonList& a, const JsonList& b);
 
-  // Writes the compact text, for logs and the messages of tests.
+  /// Writes the compact text.
   friend NEXT_STEPS_API std::ostream& operator<<(std::ostream& out, const JsonList& list);
 
  private:
@@ -139,107 +116,88 @@ class NEXT_STEPS_API JsonList {
   static constexpr detail::Head kEmpty{detail::Tag::list, 0, 0, 0};
 
   detail::Head head_ = kEmpty;
-  JsonValue* items_ = nullptr;  // null until there is room for one
+  JsonValue* items_ = nullptr;  // null when no memory is allocated
 };
 
-// String-keyed fields in the order in which they were added. Pointers,
-// references and iterators into it are invalidated by everything that is not
-// const.
+/// String-keyed fields in insertion order. Every non-const operation invalidates pointers, references and
+/// iterators into it.
 class NEXT_STEPS_API JsonObject {
  public:
-  // What the standard library asks of a container.
-  using value_type = JsonField;
-  using size_type = std::size_t;
-  using difference_type = std::ptrdiff_t;
-  using reference = const JsonField&;
-  using const_reference = const JsonField&;
-  using iterator = const JsonField*;
-  using const_iterator = const JsonField*;
+  using value_type = JsonField;              ///< The type of a field.
+  using size_type = std::size_t;             ///< The type of size().
+  using difference_type = std::ptrdiff_t;    ///< The type of the difference of two iterators.
+  using reference = const JsonField&;        ///< Const: iterators only read.
+  using const_reference = const JsonField&;  ///< The same type as `reference`.
+  using iterator = const JsonField*;         ///< Const and contiguous.
+  using const_iterator = const JsonField*;   ///< The same type as `iterator`.
 
   struct FieldInit;
 
-  JsonObject() noexcept = default;
+  JsonObject() noexcept = default;  ///< An empty object.
 
-  // JsonObject{{"fqn", fqn}, {"note", nullptr}}. A repeated key keeps its first
-  // position and its last value.
+  /// The given fields: JsonObject{{"fqn", fqn}, {"note", nullptr}}. A repeated key keeps its first position
+  /// and its last value.
   JsonObject(std::initializer_list<FieldInit> fields);
 
-  // The fields of a string-keyed map, in the map's order.
+  /// The fields of a string-keyed map, in the map's order.
   template <detail::StringKeyedMap Map>
   explicit JsonObject(const Map& map);
 
-  // A copy is deep. A moved-from object is empty.
-  JsonObject(const JsonObject& other);
-  JsonObject(JsonObject&& other) noexcept
-      : head_(std::exchange(other.head_, kEmpty)), fields_(std::exchange(other.fields_, nullptr)) {}
-  JsonObject& operator=(JsonObject other) noexcept {
-    std::swap(head_, other.head_);
-    std::swap(fields_, other.fields_);
-    return *this;
-  }
+  JsonObject(const JsonObject& other);               ///< A deep copy.
+  JsonObject(JsonObject&& other) noexcept;           ///< Takes the fields; `other` is then empty.
+  JsonObject& operator=(JsonObject other) noexcept;  ///< Copies, or moves from an rvalue.
+  ~JsonObject();  ///< Allocates nothing; the stack use does not depend on depth.
 
-  // Allocates nothing, and needs no more stack for deeper values.
-  ~JsonObject() {
-    if (fields_ != nullptr) dispose();
-  }
+  std::size_t size() const noexcept { return head_.size; }  ///< The number of fields.
+  bool empty() const noexcept { return size() == 0; }       ///< Whether there is no field.
 
-  // The number of fields, and whether it is 0.
-  std::size_t size() const noexcept { return head_.size; }
-  bool empty() const noexcept { return size() == 0; }
+  const JsonField* begin() const noexcept { return fields_; }  ///< The first field.
+  const JsonField* end() const noexcept;                       ///< One past the last field.
 
-  // The fields: for (const auto& [key, value] : object).
-  const JsonField* begin() const noexcept { return fields_; }
-  const JsonField* end() const noexcept;
-
-  // The value of the field `key`, or null when there is none. Constant time on
-  // average.
+  /// The value of the field `key`, or a null pointer when absent. Constant time on average.
   const JsonValue* find(std::string_view key) const& noexcept;
   const JsonValue* find(std::string_view key) const&& = delete;
   const JsonValue* find(std::nullptr_t) const& = delete;
-  // The same, to be changed.
+  /// The value of the field `key` for changes, or a null pointer when absent. Constant time on average.
   JsonValue* find_mutable(std::string_view key) & noexcept;
   JsonValue* find_mutable(std::nullptr_t) & = delete;
 
-  // The value of the field `key`; an absent field reads as null.
+  /// The value of the field `key`; an absent field reads as null.
   const JsonValue& operator[](std::string_view key) const& noexcept;
   const JsonValue& operator[](std::string_view key) const&& = delete;
   const JsonValue& operator[](std::nullptr_t) const& = delete;
 
-  // What JsonValue::at_path gives, with one step at least.
+  /// Like JsonValue::at_path, with at least one step.
   template <typename... Steps>
   const JsonValue& at_path(const detail::PathStep& first, const Steps&... rest) const& noexcept;
   template <typename... Steps>
   const JsonValue& at_path(const Steps&... steps) const&& = delete;
 
-  // Whether there is a field `key`, be its value null or not.
+  /// Whether there is a field `key`. Its value may be null.
   bool contains(std::string_view key) const noexcept { return find(key) != nullptr; }
   bool contains(std::nullptr_t) const = delete;
 
-  // Replaces the value of the field `key` in its place, or adds the field after
-  // the last one. Amortised constant time on average. Of bytes as a key it throws
-  // InvalidUtf8 when they are no well-formed UTF-8, as append does.
+  /// Replaces the value of the field `key`, or appends the field when absent. Amortised constant time on
+  /// average. Throws InvalidUtf8 for an ill-formed key.
   void set(const TextArgument& key, JsonValue value);
 
-  // Adds a field after the last one without looking whether there is one of that
-  // key, which the caller vouches for. Amortised constant time.
+  /// Appends a field without a lookup: `key` must be absent. Amortised constant time. Throws InvalidUtf8 for
+  /// an ill-formed key.
   void append(const TextArgument& key, JsonValue value);
 
-  // Removes the field `key` and closes the gap; the other fields keep their
-  // order. Gives the removed value, or nothing when there was no such field.
-  // Takes time linear in the fields.
+  /// Removes the field `key` and returns its value, or nothing when absent. The other fields keep their
+  /// order. Linear in the number of fields.
   std::optional<JsonValue> remove(std::string_view key) noexcept;
   std::optional<JsonValue> remove(std::nullptr_t) = delete;
 
-  // Removes all fields and frees their memory.
-  void clear() noexcept { *this = JsonObject(); }
+  void clear() noexcept { *this = JsonObject(); }  ///< Removes all fields and frees their memory.
 
-  // Makes room for `capacity` fields in all.
-  void reserve(std::size_t capacity);
+  void reserve(std::size_t capacity);  ///< Ensures memory for `capacity` fields in total.
 
-  // Objects are equal when they hold equal fields in the same order.
+  /// Objects are equal when they have equal fields in the same order.
   friend NEXT_STEPS_API bool operator==(const JsonObject& a, const JsonObject& b);
 
-  // Writes the compact text, for logs and the messages of tests.
+  /// Writes the compact text.
   friend NEXT_STEPS_API std::ostream& operator<<(std::ostream& out, const JsonObject& object);
 
  private:
@@ -252,135 +210,117 @@ class NEXT_STEPS_API JsonObject {
   static constexpr detail::Head kEmpty{detail::Tag::object, 0, 0, 0};
 
   detail::Head head_ = kEmpty;
-  JsonField* fields_ = nullptr;  // null until there is room for one
+  JsonField* fields_ = nullptr;  // null when no memory is allocated
 };
 
-// One value of any kind.
+/// One value of any kind. An accessor returns nothing for a value of another kind; the pointers and views
+/// that it returns are valid until the value changes.
 class NEXT_STEPS_API JsonValue {
  public:
-  // NOLINTBEGIN(google-explicit-constructor): what has a JSON form is a value.
-  // Null.
-  JsonValue() noexcept : JsonValue(nullptr) {}
-  constexpr JsonValue(std::nullptr_t) noexcept : plain_{detail::Tag::null, {}} {}
+  // NOLINTBEGIN(google-explicit-constructor): these conversions are the purpose of the class.
+  JsonValue() noexcept : JsonValue(nullptr) {}                                     ///< Null.
+  constexpr JsonValue(std::nullptr_t) noexcept : plain_{detail::Tag::null, {}} {}  ///< Null.
 
-  // A boolean, of nothing but a bool.
+  /// A boolean. Only a bool converts to it.
   template <std::same_as<bool> Boolean>
   JsonValue(Boolean value) noexcept : plain_{detail::Tag::boolean, {.boolean = value}} {}
 
-  // An integer. Of a type of up to 64 signed bits it never fails.
+  /// An integer. Only an unsigned value of 2^63 or more allocates.
   template <CountingInteger Number>
   JsonValue(Number value) : plain_{detail::Tag::integer, {.integer = static_cast<std::int64_t>(value)}} {
     if (!std::in_range<std::int64_t>(value)) *this = JsonValue(Integer(value));
   }
-  JsonValue(Integer value) noexcept;
+  JsonValue(Integer value) noexcept;  ///< An integer of any size.
 
-  // A float, rounded to a double.
+  /// A float, converted to double.
   template <std::floating_point Number>
   JsonValue(Number value) noexcept
       : plain_{detail::Tag::floating, {.floating = static_cast<double>(value)}} {}
 
-  // A string. Of bytes it throws InvalidUtf8 when they are no well-formed UTF-8.
-  JsonValue(Text text) noexcept : text_(std::move(text)) {}
-  JsonValue(const TextLiteral& text) noexcept : text_(text) {}
-  JsonValue(std::string_view text) : text_(text) {}
-  JsonValue(const std::string& text) : text_(text) {}
-  // A null pointer is no text: it throws std::invalid_argument.
+  JsonValue(Text text) noexcept : text_(std::move(text)) {}     ///< A string.
+  JsonValue(const TextLiteral& text) noexcept : text_(text) {}  ///< A string.
+  JsonValue(std::string_view text) : text_(text) {}             ///< A string. May throw InvalidUtf8.
+  JsonValue(const std::string& text) : text_(text) {}           ///< A string. May throw InvalidUtf8.
+  /// A string. Throws std::invalid_argument for a null pointer, InvalidUtf8 for ill-formed UTF-8.
   JsonValue(const char* text) : text_(text) {}
 
-  // A list, an object or a foreign value, taken over as it is.
-  JsonValue(JsonList list) noexcept : list_(std::move(list)) {}
-  JsonValue(JsonObject object) noexcept : object_(std::move(object)) {}
+  JsonValue(JsonList list) noexcept : list_(std::move(list)) {}          ///< A list.
+  JsonValue(JsonObject object) noexcept : object_(std::move(object)) {}  ///< An object.
+  /// A foreign value, shared with `value`.
   JsonValue(const ForeignValue& value) noexcept : foreign_{detail::Tag::foreign, value} {}
 
-  // The value that `JsonValue to_json_value(const T&)` returns. Declare it beside the
-  // type T, in its namespace; T may be an enum. It wins over the constructors below.
+  /// The result of `JsonValue to_json_value(const T&)`, which is declared in the namespace of T. T may be an
+  /// enum. Takes precedence over the conversions below.
   template <detail::HasToJsonValue T>
   JsonValue(const T& value) : JsonValue(JsonValue(to_json_value(value))) {}
 
-  // The value of an optional, or null; the list of a sequence, a tuple or a pair; the
-  // object of a string-keyed map. Throws as making what they hold does.
+  /// The value of an optional, or null.
   template <typename T>
   requires std::is_constructible_v<JsonValue, const T&> JsonValue(const std::optional<T>& value)
       : JsonValue() {
     if (value) *this = JsonValue(*value);
   }
+  /// The list of a sequence's items.
   template <detail::SequenceOfValues Range>
   JsonValue(const Range& items) : JsonValue(JsonList(items)) {}
+  /// The list of a tuple's or a pair's elements.
   template <detail::TupleOfValues Tuple>
   JsonValue(const Tuple& items) : JsonValue(JsonList(items)) {}
+  /// The object of a string-keyed map.
   template <detail::MapOfValues Map>
   JsonValue(const Map& map) : JsonValue(JsonObject(map)) {}
 
-  // Nothing else is a value: no pointer but to characters, no character, no enum and no
-  // other class without to_json_value.
+  /// Rejects every other type: characters, enums, pointers other than to char, and classes without
+  /// to_json_value.
   template <typename T>
-  // NOLINTNEXTLINE(bugprone-forwarding-reference-overload): never for a JsonValue.
+  // NOLINTNEXTLINE(bugprone-forwarding-reference-overload): excludes JsonValue itself.
   requires(!detail::TakenAsValue<T>) JsonValue(T&& not_a_value)
   = delete;
   // NOLINTEND(google-explicit-constructor)
 
-  // A copy is deep; that of a scalar allocates nothing. A moved-from value is null.
-  JsonValue(const JsonValue& other) : JsonValue() {
-    if (detail::may_own(other.tag())) {
-      copy_from(other);
-    } else {
-      take_bits(other);
-    }
-  }
-  JsonValue(JsonValue&& other) noexcept {
-    take_bits(other);
-    other.plain_.tag = detail::Tag::null;
-  }
-  JsonValue& operator=(JsonValue other) noexcept {
-    swap(other);
-    return *this;
-  }
+  JsonValue(const JsonValue& other);               ///< A deep copy. Only lists and objects allocate.
+  JsonValue(JsonValue&& other) noexcept;           ///< Takes the value; `other` is then null.
+  JsonValue& operator=(JsonValue other) noexcept;  ///< Copies, or moves from an rvalue.
+  ~JsonValue();  ///< Allocates nothing; the stack use does not depend on depth.
 
-  // Allocates nothing, and needs no more stack for deeper values.
-  ~JsonValue() {
-    if (detail::may_own(tag())) dispose();
-  }
+  void swap(JsonValue& other) noexcept;  ///< Exchanges the two values.
 
-  // Exchanges the two values.
-  void swap(JsonValue& other) noexcept {
-    JsonValue held(std::move(other));
-    other.take_bits(*this);  // NOLINT(bugprone-use-after-move): replaces its bytes
-    take_bits(held);
-    held.plain_.tag = detail::Tag::null;
-  }
+  Kind kind() const noexcept;                                           ///< The kind of the value.
+  bool is_null() const noexcept { return tag() == detail::Tag::null; }  ///< Whether the value is null.
 
-  // The kind of the value, and whether it is null.
-  Kind kind() const noexcept;
-  bool is_null() const noexcept { return tag() == detail::Tag::null; }
-
-  // Whether the value says nothing: null, false, 0, 0.0, "", an empty list or
-  // an empty object.
+  /// Whether the value is null, false, 0, 0.0, "", an empty list or an empty object.
   bool is_empty() const noexcept;
 
-  // Each accessor gives the value when it is of that kind, else nothing. A boolean
-  // qualifies as an integer, too: true is 1, false is 0. What points into the value
-  // is valid until the value changes.
+  /// The boolean.
   std::optional<bool> boolean() const noexcept {
     return tag() == detail::Tag::boolean ? std::optional(plain_.as.boolean) : std::nullopt;
   }
+  /// The integer. A boolean counts as one: true is 1, false is 0.
   std::optional<Integer> integer() const noexcept;
-  // The integer as a T, or nothing where T does not hold it.
+  /// The integer as a T, or nothing when it is out of range.
   template <CountingInteger T>
   std::optional<T> integer() const noexcept {
     const std::optional<Integer> number = integer();
     return number ? number->to<T>() : std::nullopt;
   }
+  /// The float.
   std::optional<double> floating() const noexcept {
     return tag() == detail::Tag::floating ? std::optional(plain_.as.floating) : std::nullopt;
   }
+  /// The string's bytes.
   std::optional<std::string_view> string() const& noexcept {
     return detail::is_text(tag()) ? std::optional(text_.view()) : std::nullopt;
   }
-  const Text* text() const& noexcept { return detail::is_text(tag()) ? &text_ : nullptr; }
+  const Text* text() const& noexcept { return detail::is_text(tag()) ? &text_ : nullptr; }  ///< The string.
+  /// The list.
   const JsonList* list() const& noexcept { return tag() == detail::Tag::list ? &list_ : nullptr; }
+  /// The list, for changes.
   JsonList* list() & noexcept { return tag() == detail::Tag::list ? &list_ : nullptr; }
+  /// The object.
   const JsonObject* object() const& noexcept { return tag() == detail::Tag::object ? &object_ : nullptr; }
+  /// The object, for changes.
   JsonObject* object() & noexcept { return tag() == detail::Tag::object ? &object_ : nullptr; }
+  /// The foreign value.
   const ForeignValue* foreign() const& noexcept {
     return tag() == detail::Tag::foreign ? &foreign_.value : nullptr;
   }
@@ -390,25 +330,19 @@ class NEXT_STEPS_API JsonValue {
   const JsonObject* object() const&& = delete;
   const ForeignValue* foreign() const&& = delete;
 
-  // The value where the keys and positions lead to, from object to object and list to
-  // list: at_path("results", 0, "fqn"). A null value where nothing is: no such field,
-  // no such position, or a value of another kind on the way.
+  /// Follows keys into objects and positions into lists: at_path("results", 0, "fqn"). Returns a null value
+  /// when a field or position is absent, or when a value on the way has another kind.
   template <typename... Steps>
-  const JsonValue& at_path(const Steps&... steps) const& noexcept {
-    const JsonValue* value = this;
-    ((value = &detail::PathStep(steps).in(value->list(), value->object())), ...);
-    return *value;
-  }
+  const JsonValue& at_path(const Steps&... steps) const& noexcept;
   template <typename... Steps>
   const JsonValue& at_path(const Steps&... steps) const&& = delete;
 
-  // Values are equal when they are of the same kind (1, 1.0 and true differ)
-  // and hold the same: objects the same fields in the same order, floats the
-  // same number as it is written (a NaN equals every NaN, and -0.0 is not 0.0),
-  // foreign values the very same object.
+  /// Values are equal when their kinds are (1, 1.0 and true differ) and their contents are. Objects are equal
+  /// when they have equal fields in the same order. A NaN equals every NaN; -0.0 does not equal 0.0. Foreign
+  /// values are equal when they share one object.
   friend NEXT_STEPS_API bool operator==(const JsonValue& a, const JsonValue& b);
 
-  // Writes the compact text, for logs and the messages of tests.
+  /// Writes the compact text.
   friend NEXT_STEPS_API std::ostream& operator<<(std::ostream& out, const JsonValue& value);
 
  private:
@@ -430,17 +364,17 @@ class NEXT_STEPS_API JsonValue {
 
   // NOLINTNEXTLINE(clang-analyzer-core.uninitialized.UndefReturn): every constructor sets the tag.
   detail::Tag tag() const noexcept { return plain_.tag; }
-  // The 16 bytes of `other`, counting nothing.
+  // Copies the 16 bytes of `other`; no reference count changes.
   void take_bits(const JsonValue& other) noexcept {
     std::memcpy(static_cast<void*>(this), static_cast<const void*>(&other), sizeof(JsonValue));
   }
   void copy_from(const JsonValue& other);
   void dispose() noexcept;
 
-  // All begin with the tag, so it may be read through any.
+  // All begin with the tag, so it can be read through any of them.
   union {
     Plain plain_;
-    Text text_;  // also the digits of an integer beyond 64 bits, with a tag of their own
+    Text text_;  // a string, or the digits of an integer beyond 64 bits
     JsonList list_;
     JsonObject object_;
     Foreign foreign_;
@@ -449,19 +383,19 @@ class NEXT_STEPS_API JsonValue {
 
 static_assert(sizeof(JsonValue) == 16);
 
-// One field of an object.
+/// One field of an object.
 struct JsonField {
-  Text key;         // unique in its object
-  JsonValue value;  // any, null included
+  Text key;         ///< Unique in its object.
+  JsonValue value;  ///< May be null.
 
-  // Writes the key and the value as they are in the text of the object.
+  /// Writes the field as in the compact text of its object.
   friend NEXT_STEPS_API std::ostream& operator<<(std::ostream& out, const JsonField& field);
 };
 
-// A field to build an object from; the object takes the value out of it.
+/// A field in the initializer list of an object.
 struct JsonObject::FieldInit {
-  TextArgument key;         // of the field
-  mutable JsonValue value;  // moved out by the object
+  TextArgument key;         ///< The key of the field.
+  mutable JsonValue value;  ///< The object moves from it.
 };
 
 }  // namespace vantrex::values

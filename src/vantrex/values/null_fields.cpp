@@ -24,7 +24,7 @@ class DropWalk {
   }
 
  private:
-  // The values of a container that are still to be looked into.
+  // The remaining values of a container.
   using Level = detail::Values<JsonValue>;
 
   void finish() {
@@ -46,7 +46,7 @@ class DropWalk {
     }
   }
 
-  // Only containers are worth another look.
+  // Removes the null fields, and pushes the object when one of its values is a container.
   void open(JsonObject& object) {
     bool has_containers = false;
     JsonField* const fields = ValueAccess::items(object);

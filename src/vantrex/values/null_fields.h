@@ -1,14 +1,13 @@
-// Dropping the fields that say nothing.
+// Removes fields whose value is null.
 #pragma once
 
 #include "vantrex/values/json_value.h"
 
 namespace vantrex::values {
 
-// Removes the object fields in `value` whose value is null, at every depth, in
-// place. Null items of lists stay, and so do objects that become empty. What stays
-// below `value` keeps its memory. Takes one pass. Throws std::bad_alloc, only for
-// values nested more than 24 levels deep, and may then have removed some.
+// Removes the null fields of all objects in `value`, at any depth, in place. Null items of lists stay, and so
+// do objects that become empty. Allocates only for values nested more than 24 levels deep; when that throws
+// std::bad_alloc, some fields may be removed already.
 void drop_null_fields(JsonValue& value);
 void drop_null_fields(JsonObject& object);
 

@@ -9,15 +9,14 @@ namespace vantrex::values {
 
 namespace {
 
-// Writes a magnitude of at least 0.0001 that has at most nine digits before the
-// point and six after it; null for any other. Most floats of answers are scores
-// rounded to a few places. At most 15 digits make it the shortest form: no other
-// decimal of so few reads back as the same double.
+// Writes a magnitude of at least 0.0001 with at most nine digits before the point and six after it. Returns a
+// null pointer for any other. Most floats in answers are scores rounded to a few places. The result is the
+// shortest form: two different decimals of at most 15 digits never read back as the same double.
 char* write_rounded(double magnitude, char* out) noexcept {
   constexpr int kPlaces = 6;
   constexpr std::int64_t kScale = 1'000'000;
   if (!(magnitude < 1e9)) return nullptr;
-  // NOLINTNEXTLINE(bugprone-incorrect-roundings): a wrong one does not give `magnitude` back.
+  // NOLINTNEXTLINE(bugprone-incorrect-roundings): the next check rejects a wrong result.
   const auto scaled = static_cast<std::int64_t>(magnitude * kScale + 0.5);
   if (static_cast<double>(scaled) / kScale != magnitude) return nullptr;
 
@@ -31,15 +30,15 @@ char* write_rounded(double magnitude, char* out) noexcept {
   return out;
 }
 
-char* copied(std::string_view text, char* out) noexcept {
+char* append(std::string_view text, char* out) noexcept {
   return std::copy(text.begin(), text.end(), out);
 }
 
 }  // namespace
 
 char* write_float(double value, char* out) noexcept {
-  if (std::isnan(value)) return copied("NaN", out);
-  if (std::isinf(value)) return copied(value < 0 ? "-Infinity" : "Infinity", out);
+  if (std::isnan(value)) return append("NaN", out);
+  if (std::isinf(value)) return append(value < 0 ? "-Infinity" : "Infinity", out);
 
   constexpr double kMinPositional = 1e-4;
   constexpr double kMinExponential = 1e16;
@@ -52,7 +51,7 @@ char* write_float(double value, char* out) noexcept {
   char* end = std::to_chars(out, out + kMaxNumberBytes, magnitude,
                             is_positional ? std::chars_format::fixed : std::chars_format::scientific)
                   .ptr;
-  return is_positional && std::find(out, end, '.') == end ? copied(".0", end) : end;
+  return is_positional && std::find(out, end, '.') == end ? append(".0", end) : end;
 }
 
 char* write_integer(std::int64_t value, char* out) noexcept {

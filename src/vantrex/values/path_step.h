@@ -1,6 +1,6 @@
-// PathStep: one step of a path into a value, a key or a position.
+// PathStep: one step of a path into a value.
 //
-// Internal: at_path of the values makes them of what it is given.
+// Internal: at_path converts its arguments to steps.
 #pragma once
 
 #include <cstddef>
@@ -14,24 +14,27 @@
 
 namespace vantrex::values::detail {
 
+/// A key of an object or a position in a list.
 class NEXT_STEPS_API PathStep {
  public:
-  // NOLINTBEGIN(google-explicit-constructor): a key or a position is a step.
+  // NOLINTBEGIN(google-explicit-constructor): at_path takes keys and positions.
+  /// A key.
   template <StringLike Key>
   PathStep(const Key& key) noexcept : key_(key) {}
+  /// A key.
   PathStep(const Text& key) noexcept : key_(key.view()) {}
+  /// A position. One that is negative or too large leads nowhere.
   template <CountingInteger Position>
   PathStep(Position position) noexcept
       : position_(std::in_range<std::size_t>(position) ? static_cast<std::size_t>(position) : kNone) {}
   PathStep(std::nullptr_t) = delete;
   // NOLINTEND(google-explicit-constructor)
 
-  // What the step leads to in the list or the object, either of which may be null;
-  // a null value where nothing is.
+  /// The value at this step in `list` or `object`, or a null value when absent. Either pointer may be null.
   const JsonValue& in(const JsonList* list, const JsonObject* object) const noexcept;
 
  private:
-  static constexpr std::size_t kNone = static_cast<std::size_t>(-1);  // no list has so many items
+  static constexpr std::size_t kNone = static_cast<std::size_t>(-1);  // greater than any list's size
 
   std::optional<std::string_view> key_;
   std::size_t position_ = kNone;

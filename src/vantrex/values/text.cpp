@@ -10,7 +10,7 @@ namespace vantrex::values {
 
 namespace {
 
-// What stands before the characters of a shared text.
+// Precedes the characters of a shared text in memory.
 struct SharedHeader {
   std::atomic<std::size_t> references;
   std::size_t escape_gain;
@@ -77,7 +77,7 @@ void Text::retain() const noexcept {
 
 void Text::release() const noexcept {
   SharedHeader* header = header_of(bits_);
-  // The only owner need not write the count, which would cost an atomic operation.
+  // The last owner skips the atomic decrement.
   if (header->references.load(std::memory_order_acquire) == 1 ||
       header->references.fetch_sub(1, std::memory_order_acq_rel) == 1) {
     ::operator delete(header);

@@ -1,16 +1,13 @@
 // Text: an immutable UTF-8 string in 16 bytes.
 //
-// Purpose: the strings and keys of JSON values. A Text is well-formed UTF-8
-// from the moment it is made, and it knows how many bytes escaping adds to it,
-// so that measuring an answer never reads a string again.
+// Purpose: the strings and keys of JSON values. A Text is always well-formed UTF-8 and stores how many bytes
+// escaping adds, so that measuring an answer reads no string.
 //
-// Ownership: up to 14 bytes lie inside the object. Longer text lies in memory
-// that all copies share by an atomic count; a literal stays where it is. Copying
-// never allocates.
+// Ownership: up to 14 bytes are stored inside the object. The characters of a longer text are shared by all
+// copies through an atomic count; those of a literal stay in place. Copying never allocates.
 //
-// Threads: like an int. Copies of one text may be used, copied and destroyed
-// on different threads at once; one object must not be written while another
-// thread uses it.
+// Threads: like an int. Copies may be used, copied and destroyed on different threads; a change of one object
+// needs exclusive access.
 #pragma once
 
 #include <compare>
@@ -26,14 +23,13 @@
 
 namespace vantrex::values {
 
-// Thrown when bytes that are no well-formed UTF-8 are made a text.
+/// Thrown when a text is made from ill-formed UTF-8.
 class NEXT_STEPS_API InvalidUtf8 : public std::invalid_argument {
  public:
-  // `byte_offset` as below.
+  /// The error at `byte_offset`.
   explicit InvalidUtf8(std::size_t byte_offset);
 
-  // Offset, in bytes from 0, of the first byte that belongs to no well-formed
-  // sequence.
+  /// The offset in bytes, from 0, of the first ill-formed byte.
   std::size_t byte_offset() const noexcept { return byte_offset_; }
 
  private:
@@ -44,22 +40,22 @@ namespace detail {
 struct ValueAccess;
 }
 
-// A named constant text: a string literal of well-formed UTF-8 without a NUL that
-// gains at most 254 bytes when it is escaped, checked and laid out by the compiler. A
-// Text of it costs nothing.
+/// A string literal, checked at compile time. It must be well-formed UTF-8 without a NUL, and escaping may
+/// add at most 254 bytes. A Text made from it is a copy of 16 bytes.
 class TextLiteral {
  public:
-  // Refers to `literal`. Any other text than described above does not compile.
+  /// Refers to `literal`. Does not compile when a condition above is not met.
   template <std::size_t kSize>
   // NOLINTNEXTLINE(google-explicit-constructor): a literal is a text.
   consteval TextLiteral(const char (&literal)[kSize])
       : bits_(detail::literal_bits(literal)), view_(literal, kSize - 1) {}
 
-  // The characters of the literal, which never dangle.
+  /// The characters of the literal. Always valid.
   constexpr std::string_view view() const noexcept { return view_; }
+  /// The characters of the literal. Always valid.
   // NOLINTNEXTLINE(google-explicit-constructor): as const char* does.
   constexpr operator std::string_view() const noexcept { return view_; }
-  // Literals are equal when their characters are.
+  /// Compares the characters.
   friend constexpr bool operator==(const TextLiteral& a, const TextLiteral& b) noexcept {
     return a.view_ == b.view_;
   }
@@ -72,63 +68,67 @@ class TextLiteral {
   std::string_view view_;
 };
 
-// A text of up to 2^32 - 1 bytes, immutable but for assignment.
+/// A text of up to 2^32 - 1 bytes. Only assignment changes it.
 class NEXT_STEPS_API Text {
  public:
-  // The empty text.
+  /// The empty text.
   constexpr Text() noexcept : bits_(detail::kEmptyText) {}
 
-  // A copy of `bytes`. Throws InvalidUtf8 when they are not well-formed UTF-8,
-  // std::length_error when they are too many, and std::bad_alloc.
   // NOLINTBEGIN(google-explicit-constructor): a string is a text.
+  /// A copy of `bytes`. Throws InvalidUtf8 for ill-formed UTF-8, std::length_error when the text is too long,
+  /// and std::bad_alloc.
   Text(std::string_view bytes);
+  /// The same for a std::string.
   Text(const std::string& bytes) : Text(std::string_view(bytes)) {}
-  // Throws std::invalid_argument for a null pointer.
+  /// The same for a C string. Throws std::invalid_argument for a null pointer.
   Text(const char* bytes);
+  /// The literal. Copies no characters.
   Text(const TextLiteral& literal) noexcept : bits_(literal.bits_) {}
   // NOLINTEND(google-explicit-constructor)
 
-  // A copy of `bytes` with each ill-formed piece replaced by U+FFFD. For texts
-  // from outside that must not fail: it throws only std::bad_alloc, and
-  // std::length_error when they are too many.
+  /// A copy of `bytes` with each ill-formed piece replaced by U+FFFD. Throws std::length_error when the text
+  /// is too long, and std::bad_alloc.
   static Text lossy(std::string_view bytes);
 
-  // Copies share a long text and never fail; a moved-from text is empty.
+  /// Shares the characters of a long text.
   Text(const Text& other) noexcept : bits_(other.bits_) {
     if (is_shared()) retain();
   }
+  /// Takes the text; `other` is then empty.
   Text(Text&& other) noexcept : bits_(std::exchange(other.bits_, detail::kEmptyText)) {}
+  /// Copies, or moves from an rvalue.
   Text& operator=(Text other) noexcept {
     swap(other);
     return *this;
   }
+  /// Frees shared characters with their last copy.
   ~Text() {
     if (is_shared()) release();
   }
 
-  // Exchanges the two texts.
+  /// Exchanges the two texts.
   void swap(Text& other) noexcept { std::swap(bits_, other.bits_); }
 
-  // The bytes, valid until this object is assigned to or destroyed.
+  /// The bytes. Valid until this object is assigned to or destroyed.
   std::string_view view() const& noexcept { return bits_.view(); }
   std::string_view view() const&& = delete;
 
-  // The number of bytes.
+  /// The number of bytes.
   std::size_t size() const noexcept { return bits_.size(); }
-  // Whether there is no byte.
+  /// Whether there is no byte.
   bool empty() const noexcept { return size() == 0; }
 
-  // Bytes that the text gains when it is escaped inside a JSON string.
+  /// The bytes that escaping adds to the text in a JSON string.
   std::size_t escape_gain() const noexcept {
     return bits_.escape_gain() == detail::kLargeGain ? large_gain() : bits_.escape_gain();
   }
 
-  // Texts are equal when their bytes are, and ordered by bytes, which for UTF-8
-  // is the order of code points.
+  /// Compares the bytes.
   friend bool operator==(const Text& a, const Text& b) noexcept {
     if (a.bits_.is_inline()) return detail::same_bits(a.bits_, b.bits_);
     return a.view() == b.view();
   }
+  /// Compares the bytes. In UTF-8 this is the order of code points.
   friend std::strong_ordering operator<=>(const Text& a, const Text& b) noexcept {
     return a.view() <=> b.view();
   }
@@ -137,9 +137,9 @@ class NEXT_STEPS_API Text {
   friend struct detail::ValueAccess;
   friend class TextArgument;
 
-  // Well-formed text whose gain is known.
+  // A copy of well-formed text with a known escape gain.
   Text(std::string_view well_formed, std::size_t escape_gain);
-  // The text of `bits`, counting nothing.
+  // Adopts `bits`; no reference count changes.
   explicit Text(const detail::TextBits& bits) noexcept : bits_(bits) {}
 
   bool is_shared() const noexcept { return bits_.tag() == detail::Tag::shared_text; }
@@ -152,41 +152,43 @@ class NEXT_STEPS_API Text {
 
 static_assert(sizeof(Text) == 16);
 
-// A parameter that takes any text, for the time of the call. The compiler checks
-// a string literal and lays it out; other strings are referred to, not copied.
-// What is no TextLiteral does not compile as a literal, nor does a constant array that
-// is no compile-time constant: pass a std::string_view of it.
+/// A function parameter for any kind of string, which must outlive the call. A string literal is checked at
+/// compile time, as by TextLiteral. Other strings are referred to and checked by text(). A const char array
+/// counts as a literal; when it is no compile-time constant, pass a std::string_view of it.
 class NEXT_STEPS_API TextArgument {
  public:
-  // NOLINTBEGIN(google-explicit-constructor): stands for what it is made of.
-  // Of a string literal, and of what else holds well-formed text or characters up to
-  // a NUL.
+  // NOLINTBEGIN(google-explicit-constructor): stands for its argument.
+  /// A string literal.
   template <std::size_t kSize>
   consteval TextArgument(const char (&literal)[kSize]) : bits_(detail::literal_bits(literal)) {}
+  /// The characters before the first NUL.
   template <std::size_t kSize>
   TextArgument(char (&characters)[kSize]) : TextArgument(std::string_view(characters)) {}
+  /// A checked literal.
   TextArgument(const TextLiteral& literal) noexcept : bits_(literal.bits_) {}
+  /// A text.
   TextArgument(const Text& text) noexcept : bits_(text.bits_) {}
-  // Throws std::length_error for more bytes than a text holds.
+  /// Unchecked bytes. Throws std::length_error when they are too long for a text.
   TextArgument(std::string_view bytes);
+  /// The same for a std::string.
   TextArgument(const std::string& bytes) : TextArgument(std::string_view(bytes)) {}
-  // A null pointer is no text: it throws std::invalid_argument.
+  /// The same for a C string. Throws std::invalid_argument for a null pointer.
   template <typename Pointer>
   requires std::same_as<Pointer, const char*> || std::same_as<Pointer, char*> TextArgument(
       const Pointer& characters)
       : TextArgument(non_null(characters)) {}
   // NOLINTEND(google-explicit-constructor)
 
-  // The text. Throws InvalidUtf8 and std::bad_alloc.
+  /// The text. Throws InvalidUtf8 for ill-formed UTF-8, and std::bad_alloc.
   Text text() const { return is_checked() ? checked() : Text(bits_.view()); }
-  // The text with each ill-formed piece replaced by U+FFFD. Throws std::bad_alloc.
+  /// The text with each ill-formed piece replaced by U+FFFD. Throws std::bad_alloc.
   Text lossy_text() const { return is_checked() ? checked() : Text::lossy(bits_.view()); }
 
-  // The bytes, valid as long as this object and what it was made of.
+  /// The bytes. Valid while this object and its argument live.
   std::string_view view() const noexcept { return bits_.view(); }
 
  private:
-  // The tag of bytes that were not looked at yet.
+  // The tag of bytes that are not checked.
   static constexpr detail::Tag kUnchecked = detail::Tag::null;
 
   static std::string_view non_null(const char* characters);

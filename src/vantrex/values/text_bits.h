@@ -1,6 +1,6 @@
-// The 16 bytes of a text, and the tag that those of every value begin with.
+// The layout of a text's 16 bytes, and the tag at the start of every value.
 //
-// Internal: code outside this folder uses Text, TextLiteral and TextArgument.
+// Internal: other folders use Text, TextLiteral and TextArgument.
 #pragma once
 
 #include <algorithm>
@@ -14,68 +14,68 @@
 
 namespace vantrex::values::detail {
 
-// How the 16 bytes of a Text or a JsonValue are to be read. The order matters:
-// what owns memory stands together, and so do the texts.
+/// The layout of the 16 bytes of a Text or a JsonValue. may_own() and is_text() depend on the order.
 enum class Tag : std::uint8_t {
   null,
   boolean,
   integer,
   floating,
-  list,  // from here to shared_text: may own memory
+  list,  // from here to shared_text: may own memory, see may_own()
   object,
   foreign,
-  big_integer,  // digits, held like a shared text
-  shared_text,
+  big_integer,  // digits, stored like a shared text
+  shared_text,  // from here: texts, see is_text()
   literal_text,
   inline_text,  // plus the size: 0 to kInlineCapacity
 };
 
+/// The longest text that is stored inside its object, in bytes.
 inline constexpr std::size_t kInlineCapacity = 14;
-// The gain of a shared text that is too large for its byte; the gain lies with
-// the characters then.
+/// The gain byte of a shared text that gains 255 bytes or more. The gain is then stored with the characters.
 inline constexpr std::uint8_t kLargeGain = 0xFF;
 
-// The tag of a text of `size` bytes that lies inside the object. Every text
-// that is short enough does.
+/// The tag of a text of `size` bytes, at most kInlineCapacity. Every such text is stored inside its object.
 constexpr Tag inline_tag(std::size_t size) noexcept {
   return static_cast<Tag>(static_cast<std::size_t>(Tag::inline_text) + size);
 }
 
+/// Whether a value or text with `tag` may own memory.
 constexpr bool may_own(Tag tag) noexcept {
   return tag >= Tag::list && tag <= Tag::shared_text;
 }
 
+/// Whether `tag` is that of a text.
 constexpr bool is_text(Tag tag) noexcept {
   return tag >= Tag::shared_text;
 }
 
-// A text inside the object; the characters behind it are 0.
+/// A text stored inside its object, padded with NULs.
 struct InlineText {
   Tag tag;
   std::uint8_t escape_gain;
   char characters[kInlineCapacity];
 };
 
-// What stands before the pointer of an outline text, a list or an object.
+/// The 8 bytes before the pointer of an outline text, a list or an object.
 struct Head {
   Tag tag;
-  std::uint8_t escape_gain;  // of a text
+  std::uint8_t escape_gain;  ///< Of a text.
   std::uint16_t unused;
   std::uint32_t size;
 };
 
-// A text elsewhere: a literal, or shared characters.
+/// A text whose characters are elsewhere: a literal, or shared characters.
 struct OutlineText {
   Head head;
   const char* characters;
 };
 
-// The 16 bytes of a text, which own nothing.
+/// The 16 bytes of a text, without ownership.
 union TextBits {
   InlineText in;
   OutlineText out;
 
-  // Both begin with these two.
+  // Both members begin with the tag and the gain, so these can be read through either.
   constexpr Tag tag() const noexcept { return in.tag; }
   constexpr std::uint8_t escape_gain() const noexcept { return in.escape_gain; }
   constexpr bool is_inline() const noexcept { return tag() >= Tag::inline_text; }
@@ -89,7 +89,7 @@ union TextBits {
 };
 static_assert(sizeof(TextBits) == 16);
 
-// Whether two texts inside their objects are equal.
+/// Whether two texts are equal. At least one must be stored inside its object.
 inline bool same_bits(const TextBits& a, const TextBits& b) noexcept {
   std::uint64_t words[4];
   std::memcpy(words, &a, sizeof a);
@@ -97,9 +97,10 @@ inline bool same_bits(const TextBits& a, const TextBits& b) noexcept {
   return words[0] == words[2] && words[1] == words[3];
 }
 
+/// The empty text.
 inline constexpr TextBits kEmptyText{.in = {Tag::inline_text, 0, {}}};
 
-// The bits of a string literal, checked by the compiler.
+/// The bits of a string literal, checked at compile time.
 template <std::size_t kSize>
 consteval TextBits literal_bits(const char (&literal)[kSize]) {
   if (literal[kSize - 1] != 0) throw "no string literal";

@@ -18,8 +18,8 @@ using detail::ValueAccess;
 
 namespace {
 
-// In which order an object's fields are written. next() gives each field once,
-// then null; objects are opened and finished like the levels of a stack.
+// The orders in which an object's fields are written. next() returns each field once, then a null pointer.
+// The object opened last must be finished first.
 class InsertionOrder {
  public:
   struct Cursor {
@@ -55,8 +55,8 @@ class KeyOrder {
   std::vector<const JsonField*> fields_;
 };
 
-// Puts a scalar or an empty list or object, and returns true. Puts nothing of a list
-// or an object that holds something, and returns false.
+// Puts a scalar, an empty list or an empty object, and returns true. For any other list or object, puts
+// nothing and returns false.
 template <typename Sink>
 [[gnu::always_inline]] inline bool put_whole(const JsonValue& value, Sink& sink) {
   switch (ValueAccess::tag(value)) {
@@ -93,8 +93,8 @@ template <typename Sink>
   return true;
 }
 
-// The functions of a Writer are one: its sink is local to that, so it can stay in
-// registers, although it writes bytes.
+// Writes a value into a sink. All member functions are inlined into write(), so that the sink stays in
+// registers.
 template <typename Sink, typename Order>
 class Writer {
  public:
@@ -117,7 +117,7 @@ class Writer {
   }
 
  private:
-  // A list or an object that holds something and is partly put.
+  // A partly written list or object.
   struct Level {
     bool is_object;
     const JsonValue* item;
@@ -145,9 +145,9 @@ class Writer {
     }
   }
 
-  // Both go on with a level until it is done, or until one of its values is a list
-  // or an object to be opened, which they return. A comma follows each value; the
-  // bracket takes the place of the last.
+  // Both continue a level up to the next non-empty list or object, and return that; at the end of the level
+  // they return a null pointer. They put a comma after each value; the closing bracket replaces the last
+  // comma.
   [[gnu::always_inline]] const JsonValue* put_fields(Level& level, Sink& sink) {
     while (!sink.is_full()) {
       const JsonField* field = order_.next(level.fields);

@@ -1,17 +1,14 @@
-// The two JSON text forms of a value.
+// The JSON text of a value, in two forms.
 //
-// The compact form is what an answer is sent as, and its size is the only
-// measure of an answer. The canonical form, with the fields of every object
-// sorted by key, only tells whether two values say the same.
+// The compact form is the text of an answer; its size is the size of the answer. The canonical form sorts the
+// fields of every object by key; it serves to compare values.
 //
-// Both are UTF-8 without white space outside strings. Strings escape the quote,
-// the backslash and what is below U+0020, nothing else; floats have the
-// shortest digits that read back the same, NaN, Infinity and -Infinity are bare
-// words; a foreign value is the string of its text form.
+// Both are UTF-8 without white space outside strings. Strings escape the quote, the backslash and U+0000 to
+// U+001F. Floats have the shortest digits that read back as the same double; NaN, Infinity and -Infinity are
+// bare words. A foreign value is the string of its text form.
 //
-// Pure functions without state: any number of threads may call them, also on
-// the same value. They throw std::bad_alloc; the size allocates only for values
-// nested more than 24 levels deep.
+// Pure functions: any number of threads may call them, also on one value. They throw std::bad_alloc.
+// compact_size allocates only for values nested more than 24 levels deep.
 #pragma once
 
 #include <cstddef>
@@ -23,17 +20,18 @@
 
 namespace vantrex::values {
 
-// The compact form: fields in the order of the object.
+/// The compact form of a value.
 NEXT_STEPS_API std::string compact_text(const JsonValue& value);
+/// The compact form of an object.
 NEXT_STEPS_API std::string compact_text(const JsonObject& object);
 
-// The canonical form: fields in the order of their keys' bytes.
+/// The canonical form: fields sorted by the bytes of their keys.
 NEXT_STEPS_API std::string canonical_text(const JsonValue& value);
 
-// The bytes of the compact form; the canonical form has the same length.
+/// The size of the compact form in bytes. The canonical form has the same size.
 NEXT_STEPS_API std::size_t compact_size(const JsonValue& value);
-// Counts as far as `enough`: returns the size when it is less, else any number
-// from `enough` to the size.
+/// The size of an object's compact form, counted up to `enough`: a size of `enough` or more is returned as
+/// any number from `enough` to the size.
 NEXT_STEPS_API std::size_t compact_size(const JsonObject& object,
                                         std::size_t enough = std::numeric_limits<std::size_t>::max());
 

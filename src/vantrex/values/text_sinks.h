@@ -1,6 +1,6 @@
-// What the text of a value is put into: memory that grows, or a count of its bytes.
+// The sinks of a value's text: MemorySink writes it, CountingSink counts its bytes.
 //
-// Both take the same calls, so the text and its size come from one set of rules.
+// Both have the same interface, so one writer produces the text and its size.
 #pragma once
 
 #include <array>
@@ -19,14 +19,14 @@
 
 namespace vantrex::values::detail {
 
-// How a float counts: exactly, for which it is written, or as the longest one.
+// How CountingSink counts a float: by its exact size, or as kMaxNumberBytes.
 enum class FloatSizes { exact, maximal };
 
-// Each call of ensure_room() and put_string() leaves room for a number or a literal
-// and the punctuation around it.
+// The room in bytes after ensure_room() or put_string(): enough for a number or a word such as null, with the
+// punctuation around it.
 inline constexpr std::size_t kRoom = kMaxNumberBytes + 8;
 
-// Counts bytes, until it is full.
+// Counts bytes. Is full at `limit`.
 template <FloatSizes kFloatSizes>
 class CountingSink {
  public:
@@ -52,7 +52,7 @@ class CountingSink {
   std::size_t limit_;
 };
 
-// How one byte is written inside a JSON string.
+// The text of one byte inside a JSON string.
 struct Escape {
   char bytes[7];
   std::uint8_t size;
@@ -75,11 +75,10 @@ inline constexpr std::array<Escape, 256> kEscapes = [] {
   return escapes;
 }();
 
-// The memory of a text that is being written. A short text is written on the stack
-// and copied; one that turns out to be long is measured, and goes on in a string of
-// that size.
+// The memory of a text during writing. A text starts in a buffer on the stack. When the buffer is full, the
+// text is measured, and continues in a string of that size.
 //
-// `Measure` gives the most bytes that the whole text may have.
+// `Measure` returns an upper bound of the whole text's size.
 template <typename Measure>
 class TextMemory {
  public:
@@ -88,8 +87,8 @@ class TextMemory {
   char* begin() noexcept { return long_text_.empty() ? short_text_.data() : long_text_.data(); }
   char* end() noexcept { return begin() + (long_text_.empty() ? short_text_.size() : long_text_.size()); }
 
-  // Makes room for the whole text, which is there up to `end`, and `spare` bytes
-  // behind it, once and for all. Returns the end in the new memory.
+  // Moves the text, written up to `end`, to a string with room for the whole text and `spare` bytes more.
+  // Returns the end in the string. Is called at most once.
   [[gnu::noinline]] char* grow(const char* end, std::size_t spare) {
     assert(long_text_.empty());
     const auto written = static_cast<std::size_t>(end - short_text_.data());
@@ -97,7 +96,7 @@ class TextMemory {
     std::memcpy(long_text_.data(), short_text_.data(), written);
     return long_text_.data() + written;
   }
-  // The text, which ends at `end`.
+  // Returns the text, which ends at `end`.
   std::string take(const char* end) && {
     const auto size = static_cast<std::size_t>(end - begin());
     if (long_text_.empty()) return {short_text_.data(), size};
@@ -113,8 +112,7 @@ class TextMemory {
   std::array<char, kShortBytes> short_text_;  // NOLINT(*-member-init): written before it is read
 };
 
-// Writes into such memory, some bytes beyond the end too: whole words are faster to
-// store than parts of them.
+// Writes into a TextMemory. It stores whole blocks, so it may write some bytes beyond the end of the text.
 template <typename Memory>
 class MemorySink {
  public:
@@ -152,8 +150,7 @@ class MemorySink {
   char* end() const noexcept { return out_; }
 
  private:
-  // What is behind the text: a number's place, and a block or an escape that reaches
-  // beyond the end.
+  // The room behind a string: kRoom, and a block or an escape that reaches beyond the end.
   static constexpr std::size_t kSpare = kRoom + ByteVector::kBytes;
 
   void ensure(std::size_t bytes) {
@@ -169,7 +166,7 @@ class MemorySink {
     for (const char byte : bytes) put_byte(byte);
   }
 
-  // Puts `bytes` as long as they fill blocks, and leaves the others in it.
+  // Puts whole blocks from the front of `bytes` and removes them. Fewer bytes than a block remain.
   template <typename Block>
   void put_blocks(std::string_view& bytes) noexcept {
     while (bytes.size() >= Block::kBytes) {

@@ -12,7 +12,7 @@ namespace {
 using detail::ByteVector;
 using detail::ByteWord;
 
-// Goes on with a scan as long as whole blocks are ASCII.
+// Continues a scan over whole blocks of ASCII.
 template <typename Block>
 void scan_ascii(std::string_view bytes, Utf8Scan& scan) noexcept {
   while (bytes.size() - scan.well_formed >= Block::kBytes) {
@@ -23,7 +23,8 @@ void scan_ascii(std::string_view bytes, Utf8Scan& scan) noexcept {
   }
 }
 
-// Whether the bytes behind the last whole block are plain, of which there are some.
+// Whether the last ByteVector::kBytes bytes are plain, or all of them when there are fewer. There must be at
+// least one.
 bool ends_plain(std::string_view bytes) noexcept {
   if (bytes.size() < ByteVector::kBytes) return ByteVector::of_few(bytes.data(), bytes.size()).is_plain();
   return ByteVector(bytes.data() + bytes.size() - ByteVector::kBytes).is_plain();

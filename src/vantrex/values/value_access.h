@@ -1,4 +1,4 @@
-// ValueAccess: what the files of this folder may see of a value's 16 bytes.
+// ValueAccess: access to private members for the files of this folder.
 #pragma once
 
 #include <cstddef>
@@ -13,7 +13,7 @@ struct ValueAccess {
   static Tag tag(const JsonValue& value) noexcept { return value.tag(); }
   static const TextBits& bits(const Text& text) noexcept { return text.bits_; }
 
-  // The memory of a container's items, null when it has none, and their number.
+  // The items of a container, null when it has no block, and their number.
   static JsonValue*& items(JsonList& list) noexcept { return list.items_; }
   static JsonField*& items(JsonObject& object) noexcept { return object.fields_; }
   static std::uint32_t& size(JsonList& list) noexcept { return list.head_.size; }
@@ -21,8 +21,8 @@ struct ValueAccess {
 
   static std::int64_t small_integer(const JsonValue& value) noexcept { return value.plain_.as.integer; }
 
-  // An integer beyond 64 bits is held as the text of its digits, which is shared,
-  // since it is longer than what lies inside a text.
+  // An integer beyond 64 bits is stored as the shared text of its digits. It has more digits than fit inside
+  // a text.
   static std::string_view digits(const JsonValue& value) noexcept { return value.text_.view(); }
   static void place_big_integer(JsonValue& value, Integer integer) noexcept {
     value.text_.bits_ = std::exchange(integer.digits_.bits_, kEmptyText);
@@ -44,13 +44,12 @@ struct ValueAccess {
   }
 };
 
-// Steps through the items of a list or the values of an object's fields alike: a field
-// is a key and a value of 16 bytes each, so its value is two steps from the next.
-// `Value` is JsonValue or const JsonValue.
+// Iterates over the items of a list or the values of an object's fields. A field is a key and a value of 16
+// bytes each, so the stride in an object is two values. `Value` is JsonValue or const JsonValue.
 template <typename Value>
 class Values {
  public:
-  Values() noexcept = default;  // indeterminate, so that arrays of it cost nothing
+  Values() noexcept = default;  // leaves the members uninitialized, so that arrays cost nothing
   explicit Values(const JsonList& list) noexcept
       : next_(first(list.begin())), left_(list.size()), stride_(1) {}
   explicit Values(const JsonObject& object) noexcept
@@ -65,7 +64,7 @@ class Values {
   }
 
  private:
-  // The items of a container that may be changed are reached through what reads it.
+  // begin() returns a pointer to const. For a non-const `Value`, the container must not be const.
   static Value* first(const JsonValue* item) noexcept {
     return const_cast<Value*>(item);  // NOLINT(*-const-cast)
   }

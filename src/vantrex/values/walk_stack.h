@@ -1,7 +1,7 @@
-// WalkStack: the explicit stack of a walk over a tree of values, so that no
-// walk recurses. Shallow trees need no memory beyond the object itself.
+// WalkStack: the stack of a walk over a tree of values, in place of recursion. It allocates only beyond
+// kShallow levels.
 //
-// Declare a walk as `Walk walk;`: `Walk()` would first set all its frames to 0.
+// Declare a walk as `Walk walk;`. `Walk()` would zero all frames first.
 #pragma once
 
 #include <array>
@@ -16,15 +16,15 @@ class WalkStack {
   bool empty() const noexcept { return depth_ == 0; }
   std::size_t size() const noexcept { return depth_; }
 
-  // The frame that was pushed as the one at `position`, from 0.
+  // The frame at `position`, counted from 0 at the bottom.
   const Frame& operator[](std::size_t position) const noexcept {
     return position < kShallow ? shallow_[position] : deep_[position - kShallow];
   }
 
-  // The frame pushed last; a push or pop invalidates the reference.
+  // The frame pushed last. A push or pop invalidates the reference.
   Frame& top() noexcept { return depth_ <= kShallow ? shallow_[depth_ - 1] : deep_.back(); }
 
-  // Pushes the frame of these parts, which are stored one by one where it lies.
+  // Pushes Frame{parts...}. Shallow frames are constructed in place.
   template <typename... Parts>
   void push(const Parts&... parts) {
     if (depth_ < kShallow) {
@@ -42,7 +42,7 @@ class WalkStack {
 
  private:
   std::size_t depth_ = 0;
-  std::array<Frame, kShallow> shallow_;  // only the first depth_ frames are set
+  std::array<Frame, kShallow> shallow_;  // only the first depth_ are initialized
   std::vector<Frame> deep_;
 };
 
