@@ -1,4 +1,4 @@
-// Finishing gives what a naive second reading of the rules gives.
+// finish_answer gives the same answer as the second reading of its rules.
 #include <cstddef>
 #include <cstdint>
 
