@@ -1,4 +1,4 @@
-// Indexes to look names up in.
+// Indexes for tests of name lookup.
 #pragma once
 
 #include <cstddef>
@@ -38,7 +38,7 @@ inline std::vector<std::string> nearest_fqns(const models::Repository& index, st
   return fqns;
 }
 
-// An index that shows `shown` of what the small one holds, or all, and then fails.
+// An index that shows the first `shown` entries of small_index, then calls `fail`, which throws.
 class FailingIndex final : public models::Repository {
  public:
   explicit FailingIndex(std::function<void()> fail, std::size_t shown = 3)

@@ -11,7 +11,7 @@
 namespace vantrex::workers {
 namespace {
 
-// The definition, as it stands.
+// The definition of the distance, by the full table.
 std::size_t by_definition(const std::u32string& a, const std::u32string& b) {
   std::vector edits(a.size() + 1, std::vector<std::size_t>(b.size() + 1));
   for (std::size_t i = 0; i <= a.size(); ++i) {
@@ -28,10 +28,10 @@ std::size_t by_definition(const std::u32string& a, const std::u32string& b) {
   return edits[a.size()][b.size()];
 }
 
-TEST(EditDistance, IsTheDefinitionUpToTheCap) {
+TEST(EditDistance, EqualsTheDefinitionUpToTheLimit) {
   fuzz::Random random(2);
   for (int round = 0; round < 20000; ++round) {
-    // Short texts, and some on either side of what fits one machine word.
+    // Short texts, and some whose length is near that of a machine word.
     const std::size_t size = round % 20 == 0 ? 60 + random.below(10) : random.below(12);
     const std::u32string letters = round % 3 == 0 ? U"ab\u00e9\U0001F600" : U"ab";
     std::u32string a(size, 'a');
