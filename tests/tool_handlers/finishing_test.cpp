@@ -155,7 +155,8 @@ TEST(FinishAnswer, TakesAnyFormOfAnAbsentAction) {
   const char* none = nullptr;
   for (const OptionalText& action : {OptionalText(none), OptionalText(std::optional<std::string>()),
                                      OptionalText(std::optional<std::string_view>())}) {
-    EXPECT_EQ(finish_answer({{"fqn", "f"}}, "symbol", {.action = action})["next_steps"].list()->size(), 2U);
+    const JsonObject given = finish_answer({{"fqn", "f"}}, "symbol", {.action = action});
+    EXPECT_EQ(given["next_steps"].list()->size(), 2U);
   }
 }
 

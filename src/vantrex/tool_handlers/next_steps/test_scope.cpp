@@ -15,7 +15,7 @@ using values::JsonValue;
 
 namespace {
 
-// Collects paths at their first place.
+// A list of paths without repeats, in the order of their first addition.
 class FirstPlaces {
  public:
   void add(const JsonValue& path) {
@@ -29,7 +29,7 @@ class FirstPlaces {
   JsonList paths_;
 };
 
-// Adds the paths that `items` names; whether there were any.
+// Adds the paths of `items`. Returns whether there are any.
 bool add_listed(FirstPlaces& found, const JsonList& items) {
   bool any = false;
   for (const JsonValue& item : items) {
