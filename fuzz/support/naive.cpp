@@ -147,7 +147,7 @@ struct Answer {
         if (value.is_null()) continue;
         args.set(takes, value);
       }
-      steps.push_back({{"tool", hint->tool}, {"args", args}, {"reason", hint->reason}});
+      steps.push_back(JsonObject{{"tool", hint->tool}, {"args", args}, {"reason", hint->reason}});
     }
     return steps;
   }

@@ -16,12 +16,13 @@ std::size_t by_definition(const std::u32string& a, const std::u32string& b) {
   std::vector edits(a.size() + 1, std::vector<std::size_t>(b.size() + 1));
   for (std::size_t i = 0; i <= a.size(); ++i) {
     for (std::size_t j = 0; j <= b.size(); ++j) {
-      std::size_t& least = edits[i][j] = i + j;
-      if (i > 0) least = std::min(least, edits[i - 1][j] + 1);
-      if (j > 0) least = std::min(least, edits[i][j - 1] + 1);
-      if (i > 0 && j > 0) least = std::min(least, edits[i - 1][j - 1] + (a[i - 1] == b[j - 1] ? 0 : 1));
+      std::size_t& edit_count = edits[i][j] = i + j;
+      if (i > 0) edit_count = std::min(edit_count, edits[i - 1][j] + 1);
+      if (j > 0) edit_count = std::min(edit_count, edits[i][j - 1] + 1);
+      if (i > 0 && j > 0)
+        edit_count = std::min(edit_count, edits[i - 1][j - 1] + (a[i - 1] == b[j - 1] ? 0 : 1));
       if (i > 1 && j > 1 && a[i - 1] == b[j - 2] && a[i - 2] == b[j - 1]) {
-        least = std::min(least, edits[i - 2][j - 2] + 1);
+        edit_count = std::min(edit_count, edits[i - 2][j - 2] + 1);
       }
     }
   }
@@ -44,10 +45,10 @@ TEST(EditDistance, EqualsTheDefinitionUpToTheLimit) {
       if (random.chance(50) && place + 1 < b.size()) std::swap(b[place], b[place + 1]);
     }
     const std::size_t exact = by_definition(a, b);
-    for (const std::size_t most : {std::size_t{0}, exact - (exact > 0 ? 1 : 0), exact, random.below(200)}) {
-      const std::size_t expected = std::min(exact, std::min(most, kMostEdits) + 1);
-      ASSERT_EQ(edit_distance(a, b, most), expected);
-      ASSERT_EQ(EditDistanceFrom(a).to(b, most), expected);
+    for (const std::size_t max : {std::size_t{0}, exact - (exact > 0 ? 1 : 0), exact, random.below(200)}) {
+      const std::size_t expected = std::min(exact, std::min(max, kMaxEdits) + 1);
+      ASSERT_EQ(edit_distance(a, b, max), expected);
+      ASSERT_EQ(EditDistanceFrom(a).to(b, max), expected);
     }
   }
 }

@@ -31,7 +31,7 @@ struct PathForms {
   static std::string_view key(View path) noexcept { return path; }
 };
 
-// One lookup: what is visited is matched, and the best is kept.
+// One lookup: ranks each visited candidate and keeps the best.
 template <typename Match, typename Forms>
 struct Lookup {
   Match match;

@@ -37,7 +37,7 @@ using HintVisitor = std::function<void(const std::string& path, const values::Js
 // Visits the hint fields in `object` in order. Throws std::bad_alloc and what `visit` throws.
 void visit_hints(const values::JsonObject& object, const HintVisitor& visit);
 
-// The room: the bytes that the hints of an answer may have.
+// The room: the bytes that the hints of an answer may take.
 struct HintRoom {
   double bytes;
   bool is_floor;  // whether HINT_FLOOR_BYTES decides, not HINT_SHARE

@@ -1,7 +1,7 @@
 // The step record and the catalogue of usual follow-ups.
 //
 // Purpose: `step` makes one step. `NEXT_STEPS` lists the calls that usually follow an answer of each tool and
-// action. The constants limit how many steps an answer gets and how many bytes they may have.
+// action. The constants limit how many steps an answer gets and how many bytes they may take.
 //
 // Ownership: everything except the result of `step` is constant data, initialised at compile time. Threads:
 // safe for concurrent use.
@@ -69,6 +69,7 @@ class Hint {
   friend constexpr bool operator==(const Hint&, const Hint&) = default;
 };
 
+/// A hint of several rows: the details of a symbol.
 inline constexpr Hint _DETAIL{"symbol", "Details of the best hit", "detail", Takes::fqn};
 /// A hint of several rows: the callers of a symbol.
 inline constexpr Hint _CALLERS{"symbol", "Who calls the best hit", "callers", Takes::fqn};
@@ -192,7 +193,7 @@ static_assert(detail::has_unique_keys(NEXT_STEPS));
 /// The maximum number of steps from signals and usual follow-ups together.
 inline constexpr std::size_t MAX_STEPS = 3;
 
-/// The share of an answer's bytes that its hint fields may have.
+/// The share of an answer's bytes that its hint fields may take.
 inline constexpr double HINT_SHARE = 0.15;
 
 /// The minimum room for hints, in bytes.
