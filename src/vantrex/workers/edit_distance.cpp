@@ -9,9 +9,9 @@ namespace vantrex::workers {
 
 namespace {
 
-// One row of the table of distances between prefixes, limited to the columns within `max` of the diagonal:
-// prefixes whose lengths differ by more are too far apart. Cell `max + 1 + column - row` belongs to `column`.
-// One more cell on either side means "too far".
+// One row of the table of distances between prefixes. Only the columns within `max` of the diagonal are kept:
+// other prefixes differ in length by more than `max`. Cell `max + 1 + column - row` belongs to `column`. One
+// more cell on either side means "too far".
 using Band = std::array<std::uint8_t, 2 * kMaxEdits + 3>;
 
 // Removes the common prefix and suffix. `a` is not longer than `b`.
@@ -100,10 +100,10 @@ std::size_t EditDistanceFrom::to(std::u32string_view other, std::size_t max) con
   return text_.size() > kMaxRows ? edit_distance(text_, other, max) : by_columns(other, max);
 }
 
-// The table of distances between prefixes of the two texts, one column for each letter of `other`. All rows
-// of a column are computed at once: adjacent cells differ by at most one, so one mask holds the rows that are
-// one more than the cell above or to the left, and another the rows that are one less. (Hyyro, "A bit-vector
-// algorithm for computing Levenshtein and Damerau edit distances", 2003.)
+// The table of distances between prefixes of the two texts, one column for each letter of `other`. Adjacent
+// cells differ by at most one. So a mask with one bit for each row tells which cells of a column are one more
+// than the cell above (or to the left), and a second mask which are one less. (Hyyro, "A bit-vector algorithm
+// for computing Levenshtein and Damerau edit distances", 2003.)
 std::size_t EditDistanceFrom::by_columns(std::u32string_view other, std::size_t max) const noexcept {
   const std::uint64_t last_row = std::uint64_t{1} << (text_.size() - 1);
   std::uint64_t more_than_above = ~std::uint64_t{0};

@@ -1,7 +1,7 @@
 // The metric of name lookup: the number of edits between two names.
 //
 // An edit inserts, deletes or replaces one code point, or swaps two adjacent ones. A swapped pair is not
-// edited again. Measuring does not allocate; one object is safe for concurrent use.
+// edited again. Measuring does not allocate and changes no object, so concurrent calls are safe.
 #pragma once
 
 #include <array>

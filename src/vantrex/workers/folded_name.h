@@ -11,8 +11,8 @@
 namespace vantrex::workers {
 
 struct FoldedName {
-  // The code points of the name, with ASCII letters in lower case and without the separators "_", "-" and "
-  // ". An ill-formed byte counts as one code point, different from all others.
+  // The code points of the name, with ASCII letters in lower case and without separators (underscore, hyphen,
+  // space). An ill-formed byte counts as one code point, different from all others.
   std::u32string letters;
 
   // The mask of the letters that occur, each hashed to one bit. One edit sets or clears at most one bit.

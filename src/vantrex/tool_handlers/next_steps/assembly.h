@@ -34,7 +34,7 @@ std::string call_text(const values::JsonValue& step, std::size_t position);
 // fields, the first stays. Throws MalformedStep and std::bad_alloc.
 values::JsonList _deduplicated(values::JsonList steps);
 
-// The candidate steps of an answer. The other two are empty if there are own steps.
+// The candidate steps of an answer. `signals` and `usual` are empty if there are own steps.
 struct Candidates {
   values::JsonList own = {};
   values::JsonList signals = {};
@@ -47,7 +47,7 @@ struct Choice {
   Keep keep;
 };
 
-// Whether `serves` has the call; null has every call.
+// Whether the server has the call. A null `serves` has every call.
 bool is_served(std::string_view tool, std::optional<std::string_view> action,
                const ServedTools* serves) noexcept;
 // The same for a step that the module made.
@@ -65,8 +65,8 @@ void prepare(values::JsonObject& response, values::JsonValue freshness);
 Candidates candidate_steps(values::JsonObject& response, std::string_view tool_name,
                            const FinishOptions& options);
 
-// Sets the field "next_steps" of `response`, as its last field, to the steps that it gets, or removes it if
-// there are none. Returns `response`. Ignores the freshness block. Otherwise as candidate_steps.
+// Gives `response` its steps: sets "next_steps" as its last field, or removes the field if there are no
+// steps. Returns `response`. Ignores the freshness block. Otherwise as candidate_steps.
 values::JsonObject& _add_next_steps(values::JsonObject& response, std::string_view tool_name,
                                     const FinishOptions& options = {});
 

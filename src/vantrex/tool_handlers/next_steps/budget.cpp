@@ -31,8 +31,8 @@ struct Level {
 };
 using Levels = values::WalkStack<Level>;
 
-// Visits the hint fields of a tree. `on_hint` gets each value and the open levels down to it; each level is
-// one past the field or item on the path.
+// Visits the hint fields of a tree. `on_hint` gets each value and the open levels. In each level the field or
+// item that leads to the value is the one before the next to visit.
 template <typename OnHint>
 class HintWalk {
  public:
@@ -54,13 +54,13 @@ class HintWalk {
 
   void finish() {
     while (!walk_.empty()) {
-      if (look_through(walk_.top())) walk_.pop();
+      if (visit_rest(walk_.top())) walk_.pop();
     }
   }
 
  private:
   // Visits the rest of a level. Returns false if it opened a nested container instead.
-  bool look_through(Level& level) {
+  bool visit_rest(Level& level) {
     while (level.field != level.fields_end) {
       const JsonField& field = *level.field++;
       if (is_hint_key(field.key.view())) {
@@ -104,7 +104,7 @@ std::string path_text(const Levels& levels) {
     const Level& level = levels[depth];
     if (level.fields_end == nullptr) {
       const auto left = static_cast<std::size_t>(level.items_end - level.item);
-      // NOLINTNEXTLINE(clang-analyzer-core.CallAndMessage): the first level is an object's.
+      // NOLINTNEXTLINE(clang-analyzer-core.CallAndMessage): the first level is an object.
       path += '[' + std::to_string(reached->list()->size() - left - 1) + ']';
       reached = level.item - 1;
       continue;

@@ -55,9 +55,9 @@ struct HintRoom {
 // The bytes that the leading steps of a list add to an answer, with key and brackets.
 class AddedBytes {
  public:
-  // No steps, so no key either.
+  // For no steps: 0 bytes.
   constexpr AddedBytes() noexcept = default;
-  // All of `steps`.
+  // For all of `steps`, which is not empty.
   explicit AddedBytes(const values::JsonList& steps);
 
   // Adds the next step, of `step_bytes`.

@@ -14,11 +14,11 @@
 
 namespace vantrex::tool_handlers::next_steps {
 
-// Remarks on the field "next_steps" as the tool gave it (null if it gave none): it is no list, or its entries
+// Remarks on the field "next_steps" that the tool gave, null if it gave none: it is no list, or its entries
 // are no steps.
 std::vector<std::string> remarks_on_own_steps(const values::JsonValue& own);
 
-// Remarks on an answer whose steps come from the tables: the tool is unknown to them and to `serves`, or a
+// Remarks on an answer whose steps come from the tables: neither the tables nor `serves` know the tool, or a
 // hint of `absent` takes its argument from hits and the answer has no hit list.
 std::vector<std::string> remarks_on_tables(const AnswerView& answer, std::string_view tool,
                                            const ServedTools* serves, const std::vector<AbsentHint>& absent);

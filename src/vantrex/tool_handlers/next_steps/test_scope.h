@@ -12,7 +12,7 @@
 namespace vantrex::tool_handlers::next_steps {
 
 // The files that `response` is about, as strings without repeats: its own file, then the affected files or
-// else the listed ones. Only if there are none, the request's path.
+// else the listed ones. If there are none, the request's path.
 values::JsonList _answer_files(const values::JsonObject& response, const values::JsonObject& arguments);
 
 // The arguments of the step: {"changed_files": [...]}, {"base_branch": ...} or {}.
