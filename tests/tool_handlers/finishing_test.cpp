@@ -74,7 +74,6 @@ symbol | callers | - | {"fqn":"LONG","total":8} | {"fqn":"LONG","total":8,"next_
 # The freshness block is added unchanged, before the steps. Hints in it count.
 symbol | callers | - | {"fqn":"f"} | {"fqn":"f","freshness":{"current":false,"page":null},"next_steps":[REFERENCES]} | {"current":false,"page":null}
 other | - | - | {"freshness":0,"a":1} | {"freshness":{},"a":1} | {}
-symbol | - | - | {"fqn":"f"} | {"fqn":"f","next_steps":[REFERENCES,CALLERS]} | null
 symbol | - | - | {"fqn":"f"} | {"fqn":"f","freshness":{"note":"LONG"},"next_steps":[REFERENCES]} | {"note":"LONG"}
 )")) {
     EXPECT_EQ(compact_text(finished(row, parse(expanded(row.at(5))))), expanded(row.at(4))) << row.at(3);
