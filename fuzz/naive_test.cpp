@@ -38,8 +38,8 @@ std::string digits(std::size_t count) {
   return "float of " + std::to_string(count) + " digits";
 }
 
-// The classes that the requests must include: every class of value, every row, every
-// signal, and both sides of each rule.
+// The classes that the requests must include: every class of value, every row, every signal, and both sides
+// of each rule.
 std::set<std::string> all_classes() {
   std::set<std::string> classes = {"scope changed_files",
                                    "scope first files",

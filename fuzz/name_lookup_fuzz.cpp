@@ -1,6 +1,6 @@
-// Name lookup over arbitrary bytes. The first line is the wanted name, the others are
-// the names in the index. The result has at most five names of the index, each once.
-// Each shares a letter with the wanted name. The order of the index does not matter.
+// Name lookup over arbitrary bytes. The first line is the wanted name, the others are the names in the index.
+// The result has at most five names of the index, each once. Each shares a letter with the wanted name. The
+// order of the index does not matter.
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>

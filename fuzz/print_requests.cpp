@@ -1,5 +1,5 @@
-// Prints random requests, one a line, as `next-steps batch` reads them. With the
-// argument "answers", prints the answers of the second reading instead.
+// Prints random requests, one a line, as `next-steps batch` reads them. With the argument "answers", prints
+// the answers of the naive reading instead.
 #include <cstdint>
 #include <cstdio>
 #include <string>

@@ -1,5 +1,5 @@
-// Runs a fuzz target on the files of the given directories and on random bytes, as an ordinary test for
-// any compiler.
+// Runs a fuzz target on the files of the given directories and on random bytes, as an ordinary test for any
+// compiler.
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>

@@ -1,4 +1,5 @@
-// A second implementation of finishing, as literal as possible. The tests compare the module with it.
+// The naive reading: a second implementation of finishing, as literal as possible, to compare the module
+// with.
 //
 // It shares with the module only the value type, the catalogue and is_code_symbol. It is slow.
 #pragma once

@@ -77,8 +77,8 @@ double Random::decimal() {
   return chance(30) ? -magnitude : magnitude;
 }
 
-// An empty object or, rarely, one with enough fields to be indexed, whose keys are shorter and longer
-// than the inline limit of 14 bytes.
+// An empty object or, rarely, one with enough fields to be indexed, whose keys are shorter and longer than
+// the inline limit of 14 bytes.
 JsonObject Random::empty_or_wide() {
   JsonObject object;
   for (std::size_t left = chance(3) ? 33 + below(8) : 0; left > 0; --left) {

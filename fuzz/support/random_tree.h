@@ -39,8 +39,8 @@ struct Request {
   }
 };
 
-// The values to draw from: `json` excludes those that JSON text cannot hold (foreign values, infinities
-// and NaN).
+// The values to draw from: `json` excludes those that JSON text cannot hold (foreign values, infinities and
+// NaN).
 enum class Domain { json, any };
 
 // A stream of random choices.
