@@ -41,11 +41,15 @@ class NEXT_STEPS_API Repository {
   virtual std::string present_revision() const = 0;
 
  protected:
-  // Copied and moved only as a base class.
+  /// Copied and moved only as a base class.
   Repository() = default;
+  /// As a base class.
   Repository(const Repository&) = default;
+  /// As a base class.
   Repository(Repository&&) = default;
+  /// As a base class.
   Repository& operator=(const Repository&) = default;
+  /// As a base class.
   Repository& operator=(Repository&&) = default;
 };
 
