@@ -41,15 +41,15 @@ class NEXT_STEPS_API Repository {
   virtual std::string present_revision() const = 0;
 
  protected:
-  /// Copied and moved only as a base class.
+  /// Created only as a base class.
   Repository() = default;
-  /// As a base class.
+  /// Copied only as a base class.
   Repository(const Repository&) = default;
-  /// As a base class.
+  /// Moved only as a base class.
   Repository(Repository&&) = default;
-  /// As a base class.
+  /// Copied only as a base class.
   Repository& operator=(const Repository&) = default;
-  /// As a base class.
+  /// Moved only as a base class.
   Repository& operator=(Repository&&) = default;
 };
 
