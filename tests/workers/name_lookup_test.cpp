@@ -79,20 +79,19 @@ x.py | lib/x.py x.c | y.py _.py
 
 TEST(NameLookup, GuessesTheName) {
   for (const Texts& row : tests::table(R"(
-pkg.mod.Thng | Thng
-pkg.mod. | mod
-Thing.run(a, b.c()) | run
-Foo.<init> | <init>
-S::operator/= | operator/=
-S::operator() | operator()
-S::operator->* | operator->*
-a.b-> | b
+# a name | names from which it is guessed
+Thng | pkg.mod.Thng | pkg.mod.Thng. | a::b->c#d/Thng | Thng->
+run | Thing.run(a, b.c()) | k8s/operator/run
+<init> | Foo.<init>
+operator/= | S::operator/=
+operator() | S::operator()
+operator->* | S::operator->*
+add | operator.add
 : | :
-k8s/operator/run | run
-operator.add | add
 odd)> | odd)>
 )")) {
-    EXPECT_EQ(guessed_name(row[0]), row[1]) << row[0];
+    for (std::size_t cell = 1; cell < row.size(); ++cell)
+      EXPECT_EQ(guessed_name(row[cell]), row[0]) << row[cell];
   }
   EXPECT_EQ(guessed_name("a.\xff"), "\xff");
   EXPECT_EQ(guessed_name("::."), "");
