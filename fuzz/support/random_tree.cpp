@@ -189,7 +189,7 @@ Served Random::served() {
   Served served;
   for (const std::string tool :
        {"search", "symbol", "file", "tests", "explore", "quality", "architecture", "context"}) {
-    for (const char* action : {"", "semantic", "detail", "callers", "references", "symbols", "imports",
+    for (const char* action : {"semantic", "detail", "", "callers", "references", "symbols", "imports",
                                "for_file", "recommended", "impact", "components", "dependencies", "delta"}) {
       const bool is_whole = *action == '\0';
       if (!chance(is_whole ? 20 : 40)) continue;

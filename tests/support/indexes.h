@@ -16,7 +16,7 @@ namespace vantrex::tests {
 inline models::InMemoryRepository small_index() {
   models::InMemoryRepository index("r1", "r2");
   index.add_symbol({.fqn = "pkg.b.run", .name = "run"});
-  index.add_symbol({.fqn = "pkg.a.Run", .name = "Run", .kind = "function", .file = "pkg/a.py", .line = 3});
+  index.add_symbol({.fqn = "pkg.a.Run", .name = "Run", .kind = "function", .file = "pkg/a.py", .line = 1});
   index.add_symbol({.fqn = "pkg.caf\xe9", .name = "caf\xe9"});
   for (const char* path : {"lib/main.py", "src/app/main.py", "data/\xff.bin"}) index.add_path(path);
   return index;

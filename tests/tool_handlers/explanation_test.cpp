@@ -1,5 +1,6 @@
 #include "vantrex/tool_handlers/next_steps/explanation.h"
 
+#include <algorithm>
 #include <set>
 #include <string>
 
@@ -37,6 +38,8 @@ void check(const Explanation& explained, const JsonObject& finished) {
   EXPECT_EQ(explained.bytes + explained.step_bytes, compact_size(finished) + comma);
   const std::size_t key = kept.empty() ? 0 : std::string_view(R"(,"next_steps":)").size();
   EXPECT_EQ(explained.hint_bytes + explained.step_bytes, _hint_size(finished) + key);
+  const double share = 0.15 * static_cast<double>(explained.bytes + explained.step_bytes);
+  EXPECT_EQ(explained.room, std::max(share, 320.0));
   EXPECT_EQ(explained.is_floor, explained.room == 320.0);
 }
 
@@ -59,7 +62,7 @@ TEST(ExplainAnswer, AgreesWithTheFinishedAnswer) {
 TEST(ExplainAnswer, NamesThePathsOfHints) {
   for (const auto& row : tests::table(R"(
 # answer | paths and bytes of its hints, the largest first
-{"note":"a","results":[{"x":1},[[],{"tip":"bcd"}]],"hints":{"note":1}} | hints 10, results[1][1].tip 5, note 3
+{"note":"a","results":[{"x":1},[[],{"tip":"bcd"}]],"hints":{"note":1},"tips":"b"} | hints 10, results[1][1].tip 5, note 3, tips 3
 {"a b":{"é_1":[{"":{"notes":[1,2]}}]},"hint":null} | ["a b"].é_1[0][""].notes 5
 {"c\"d":{"tips":0},"next_steps":[],"e":{"next_steps":[]}} | e.next_steps 2, ["c\"d"].tips 1
 {"a":[[[[[[[[[[[[[[[[[[[[[[[[[[{"tip":1}]]]]]]]]]]]]]]]]]]]]]]]]]]} | a[0][0][0][0][0][0][0][0][0][0][0][0][0][0][0][0][0][0][0][0][0][0][0][0][0][0].tip 1

@@ -97,6 +97,7 @@ context | - | {} | {"files":["0","1","2","3","4","5","6","7","8","9","X"],"base_
 git | log | {"path":""} | {"base_branch":7} | tests{"action":"recommended","changed_files":[""]} context{"action":"delta"}
 )")) {
     const JsonObject answer = finished(row);
+    ASSERT_NE(answer["next_steps"].list(), nullptr) << row.at(3);
     std::string calls;
     for (const JsonValue& each : *answer["next_steps"].list()) {
       const JsonObject& step = *each.object();

@@ -37,7 +37,7 @@ std::string suggested(const std::string& what, const models::Repository& index, 
 TEST(Suggestions, MarkTheAnswerAndUseTheBestCandidate) {
   for (const auto& row : tests::table(R"(
 # what | wanted | action | the answer before | and after
-symbol | pkg.x.Run | callers | {"z":1} | {"z":1,"found":false,"did_you_mean":[{"fqn":"pkg.a.Run","name":"Run","kind":"function","file":"pkg/a.py","line":3},{"fqn":"pkg.b.run","name":"run"}],"next_steps":[{"tool":"symbol","args":{"action":"callers","fqn":"pkg.a.Run"},"reason":"The nearest indexed symbol to pkg.x.Run is pkg.a.Run"}]}
+symbol | pkg.x.Run | callers | {"z":1} | {"z":1,"found":false,"did_you_mean":[{"fqn":"pkg.a.Run","name":"Run","kind":"function","file":"pkg/a.py","line":1},{"fqn":"pkg.b.run","name":"run"}],"next_steps":[{"tool":"symbol","args":{"action":"callers","fqn":"pkg.a.Run"},"reason":"The nearest indexed symbol to pkg.x.Run is pkg.a.Run"}]}
 symbol | pkg.mod.Thng | callers | {} | {"found":false,"did_you_mean":[],"next_steps":[{"tool":"search","args":{"action":"symbols","query":"Thng"},"reason":"No indexed symbol is near pkg.mod.Thng: search the names"}]}
 symbol | ... | detail | {"next_steps":[1,2],"a":null,"did_you_mean":{"b":1},"found":true,"c":2} | {"next_steps":[{"tool":"search","args":{"action":"symbols","query":"..."},"reason":"No indexed symbol is near ...: search the names"}],"a":null,"did_you_mean":[],"found":false,"c":2}
 path | src/app/man.py | imports | {"did_you_mean":1} | {"did_you_mean":["src/app/main.py","lib/main.py"],"found":false,"next_steps":[{"tool":"file","args":{"action":"imports","path":"src/app/main.py"},"reason":"The nearest indexed file to src/app/man.py is src/app/main.py"}]}

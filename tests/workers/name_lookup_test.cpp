@@ -33,7 +33,7 @@ TEST(NameLookup, SymbolsInOrderOfLikeness) {
 # the classes of likeness, then the order within a class
 read_file | a.read_file a.READ_FILE a.readFile a.file_read a.read_fil | a.reader
 read_file | a.read_files a.read_fil a.do_read_file a.raed_fil a.read_file_now | a.red_fl_xx a.read_file_now_2
-read_file | a.must_read_file a.read_file_before a.read_file_cached a.must_not_read_file | a.read_only_config a.fil
+read_file | a.must_read_file a.read_file_before a.read_file_and_cache_it a.must_not_read_file | a.read_only_config a.fil
 pkg.Thing.run | pkg.Thing.run other.Thing.run pkg.run a.b.c.d.e.run else.run | a.b.c.d.e.f.g.h.run
 std::vektor::push_back | std::vector::push_back std::deque::push_back std::list::push_back push_back
 bit_xr | m.bit_xor m.bit_or m.bit_r
@@ -44,7 +44,7 @@ operator.add | operator.add | operator.multiply
 a_é | m.éA
 HTTP~xy | m.HTTP~xyz
 a.b.c.d.e.f.g.h.i.j.k.l.m.n.o.p.q.run | a.b.c.d.e.f.g.h.i.j.k.l.m.n.o.p.q.run b.run z.z.z.z.z.z.z.z.z.z.z.z.z.z.z.z.z.run
-HTTPServer | x.http_server x.server_http
+XMLParser | x.xml_parser x.parser_xml
 userRowCount | x.count_user_row | x.countuser_row
 # capitals and code points, not bytes
 größe | m.größe m.GRößE m.grösse | m.gr
