@@ -31,7 +31,8 @@ ordered_json step(const char* action, const ordered_json& fqn, const char* reaso
 
 void add_steps(ordered_json& answer) {
   const ordered_json& hits = answer["results"];
-  const auto best = std::find_if(hits.begin(), hits.end(), [](const auto& hit) { return hit.contains("fqn"); });
+  const auto best =
+      std::find_if(hits.begin(), hits.end(), [](const auto& hit) { return hit.contains("fqn"); });
   if (best == hits.end()) return;
   ordered_json steps = {step("detail", (*best)["fqn"], "Details of the best hit"),
                         step("callers", (*best)["fqn"], "Who calls the best hit")};

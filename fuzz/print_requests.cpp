@@ -1,10 +1,9 @@
-// Prints random requests, each a line for `next-steps batch`; with the argument
-// "answers", the replies that the naive reading gives to them.
+// Prints random requests, one a line, as `next-steps batch` reads them. With the argument "answers", prints
+// the replies of the naive reading instead.
 #include <cstdint>
 #include <cstdio>
 #include <optional>
 #include <string>
-#include <string_view>
 
 #include "fuzz/support/naive.h"
 #include "fuzz/support/random_tree.h"
@@ -17,7 +16,7 @@ using vantrex::values::JsonValue;
 
 namespace {
 
-// Some requests have no id, some have null, and the others one of any kind.
+// One request in four has no id; the ids of the others are of different kinds.
 std::optional<JsonValue> id_of(std::uint64_t seed) {
   switch (seed % 4) {
     case 0:
@@ -41,15 +40,15 @@ JsonObject request_line(const Request& request) {
 
 }  // namespace
 
-int main(int argc, char** argv) {
+int main(int argc, char** /*argv*/) {
   constexpr std::uint64_t kRequests = 20000;
-  const bool prints_answers = argc > 1 && std::string_view(argv[1]) == "answers";
+  const bool prints_replies = argc > 1;
   for (std::uint64_t seed = 0; seed < kRequests; ++seed) {
     const Request request = vantrex::fuzz::Random(seed, vantrex::fuzz::Domain::json).request();
     const std::optional<JsonValue> id = id_of(seed);
-    JsonObject line = prints_answers ? naive::finish(request).answer : request_line(request);
-    if (prints_answers && id) line = JsonObject{{"id", *id}, {"answer", line}};
-    if (!prints_answers && id) line.set("id", *id);
+    JsonObject line = prints_replies ? naive::finish(request).answer : request_line(request);
+    if (prints_replies && id) line = JsonObject{{"id", *id}, {"answer", line}};
+    if (!prints_replies && id) line.set("id", *id);
     std::puts(naive::json_text(line).c_str());
   }
 }

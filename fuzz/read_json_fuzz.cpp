@@ -1,5 +1,5 @@
-// The program's reader: any bytes are read or rejected with a place inside
-// them, and what was read survives being written and read again.
+// The JSON reader of the program. It reads any bytes or reports an error at a place inside them. A value that
+// was read is the same after writing and reading it again.
 #include <cstddef>
 #include <cstdint>
 #include <string_view>

@@ -1,5 +1,5 @@
-// Runs a fuzz target on the files of the directories it is given and on random
-// bytes, so that its property is one of the ordinary tests, with any compiler.
+// Runs a fuzz target on the files of the given directories and on random bytes, as an ordinary test for any
+// compiler.
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>

@@ -1,6 +1,5 @@
-// The writer: the size is that of the text, text that JSON can hold reads back
-// as the same value, and canonical texts are the same exactly when only the
-// order of fields differs.
+// The JSON writer. compact_size is the size of compact_text. A value that JSON can hold reads back as the
+// same value. Two canonical texts are equal if and only if the values differ only in the order of fields.
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
@@ -23,8 +22,7 @@ namespace {
 
 enum class Order : std::uint8_t { mirrored, by_key };
 
-// `value` with the fields of its objects in another order. Recurses, as the values
-// of the generator are shallow.
+// `value` with the fields of its objects in another order. Recursive: random values are shallow.
 JsonValue reordered(const JsonValue& value, Order order) {
   if (const JsonList* list = value.list()) {
     JsonList copy;

@@ -1,4 +1,4 @@
-// Random choices taken from the bytes of a fuzzer's input.
+// Random choices from the bytes of a fuzzer's input.
 #pragma once
 
 #include <cstddef>
@@ -8,8 +8,8 @@
 
 namespace vantrex::fuzz {
 
-// The choices that `data` makes: two bytes each, and 0 when they are used up,
-// so that every input ends. `data` must outlive the result.
+// Choices of two bytes each from `data`, then zeros, so that every input ends. `data` must outlive the
+// result.
 inline Random byte_choices(const std::uint8_t* data, std::size_t size, fuzz::Domain domain) {
   return Random(
       [data, size, next = std::size_t{0}]() mutable -> std::uint64_t {

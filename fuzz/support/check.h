@@ -1,4 +1,4 @@
-// What a fuzz target does when a property does not hold.
+// Assertions for fuzz targets.
 #pragma once
 
 #include <cstdio>
@@ -6,7 +6,7 @@
 
 namespace vantrex::fuzz {
 
-// Ends the process with a message; the fuzzer keeps the input that led here.
+// Aborts with a message; the fuzzer saves the input.
 [[noreturn]] inline void fail(const char* property) {
   std::fprintf(stderr, "does not hold: %s\n", property);
   std::abort();

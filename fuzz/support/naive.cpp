@@ -1,14 +1,16 @@
 #include "fuzz/support/naive.h"
 
 #include <algorithm>
-#include <map>
+#include <utility>
 #include <vector>
 
 #include "vantrex/models/symbol.h"
+#include "vantrex/tool_handlers/next_steps/catalogue.h"
 #include "vantrex/values/integer.h"
 
 namespace vantrex::fuzz::naive {
 
+using tool_handlers::next_steps::NEXT_STEPS;
 using values::Integer;
 using values::JsonList;
 using values::JsonObject;
@@ -34,44 +36,11 @@ JsonValue without_nulls(const JsonValue& value) {
   return kept;
 }
 
-// An empty kind of argument stands for an absent one.
-struct Hint {
-  std::string tool, reason, action, takes;
-};
-const Hint kDetail = {"symbol", "Details of the best hit", "detail", "fqn"};
-const Hint kCallers = {"symbol", "Who calls the best hit", "callers", "fqn"};
-const Hint kReferences = {"symbol", "Every use of it", "references", "fqn"};
-const Hint kFileSymbols = {"file", "Symbols of the first file", "symbols", "path"};
-const Hint kChangedTests = {"tests", "Tests to run for these files", "recommended", "changed_files"};
-
-const std::map<std::string, std::vector<Hint>> kNextSteps = {
-    {"status", {{"architecture", "The components of the code", "components", ""}}},
-    {"search", {kDetail, kCallers}},
-    {"search:code", {kFileSymbols}},
-    {"symbol", {kReferences, kCallers}},
-    {"symbol:detail", {kCallers, kReferences, {"tests", "Its file's tests", "for_file", "path"}}},
-    {"symbol:callers", {kReferences}},
-    {"symbol:references", {kCallers}},
-    {"file", {kDetail, {"file", "What it imports", "imports", "path"}}},
-    {"file:imports", {kFileSymbols}},
-    {"file:related", {kFileSymbols}},
-    {"files", {kFileSymbols}},
-    {"architecture", {{"architecture", "What it depends on", "dependencies", "component"}}},
-    {"git", {kChangedTests, {"context", "Context for reviewing the changes", "delta", ""}}},
-    {"git:hotspots", {kFileSymbols}},
-    {"quality", {{"symbol", "Check it has no references", "references", "fqn"}}},
-    {"quality:impact", {kChangedTests}},
-    {"quality:circular_deps", {}},
-    {"quality:duplicates", {kDetail}},
-    {"context", {kChangedTests}},
-    {"tests", {kFileSymbols}},
-};
-
 JsonObject make_step(const std::string& tool, const std::string& reason, const JsonObject& args) {
   return {{"tool", tool}, {"args", args}, {"reason", reason}};
 }
 
-// What the rules read; `reached` collects those that decide something.
+// An answer and the arguments of its request. `reached` collects the rules that decide something.
 struct Answer {
   const JsonObject& fields;
   const JsonObject& arguments;
@@ -160,22 +129,25 @@ struct Answer {
   }
 
   Steps usual(const std::string& tool, const std::string& action) const {
-    const std::string key = kNextSteps.count(tool + ":" + action) > 0 ? tool + ":" + action : tool;
-    if (kNextSteps.count(key) == 0) return {};
-    reached.insert("row " + key);
+    const auto* row = NEXT_STEPS.find(tool + ":" + action);
+    if (row == nullptr) row = NEXT_STEPS.find(tool);
+    if (row == nullptr) return {};
+    reached.insert("row " + std::string(row->key));
     Steps steps;
-    for (const Hint& hint : kNextSteps.at(key)) {
-      JsonObject args = {{"action", hint.action}};
-      if (hint.takes == "changed_files") {
+    for (const auto* hint : row->hints()) {
+      JsonObject args;
+      if (hint->action) args.set("action", *hint->action);
+      const std::string takes(hint->takes ? text(*hint->takes).view() : "");
+      if (takes == "changed_files") {
         const JsonObject scope = tests_scope();
         if (scope.empty()) continue;
         for (const auto& [name, value] : scope) args.set(name, value);
-      } else if (hint.takes != "") {
-        const JsonValue value = no_hits() ? JsonValue() : taken(hint.takes);
+      } else if (takes != "") {
+        const JsonValue value = no_hits() ? JsonValue() : taken(takes);
         if (value.is_null()) continue;
-        args.set(hint.takes, value);
+        args.set(takes, value);
       }
-      steps.push_back(make_step(hint.tool, hint.reason, args));
+      steps.push_back(JsonObject{{"tool", hint->tool}, {"args", args}, {"reason", hint->reason}});
     }
     return steps;
   }
@@ -219,7 +191,7 @@ Steps without_repeats(const Steps& steps) {
   return kept;
 }
 
-// The steps that the server has; the whole list when it is not said what it has.
+// The steps whose calls the server has; all `steps` when the request does not name the served tools.
 Steps only_served(const Request& request, const Steps& steps, const std::string& rule, Rules& reached) {
   if (!request.serves) return steps;
   const auto& names = request.serves->names;

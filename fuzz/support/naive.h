@@ -1,8 +1,7 @@
-// A second reading of the rules of finishing, as plain and literal as can be.
+// The naive reading: a second implementation of finishing, as literal as possible, to compare the module
+// with.
 //
-// It shares nothing with the module but the value type and its services, and
-// takes whatever time and memory the plainest way takes. Where it and the
-// module differ, one of them is wrong.
+// It shares with the module only the value type, the catalogue and is_code_symbol. It is slow.
 #pragma once
 
 #include <cstddef>
@@ -14,20 +13,19 @@
 
 namespace vantrex::fuzz::naive {
 
-// The JSON text of `value`; with `sorted`, the fields of every object by key.
+// The compact JSON text of `value`. With `sorted`, the fields of every object are sorted by key.
 std::string json_text(const values::JsonValue& value, bool sorted = false);
 
-// Bytes of the hint fields of `value` at any depth, but below other hint fields.
+// The bytes of the outermost hint fields of `value`, at any depth.
 std::size_t hint_size(const values::JsonValue& value);
 
 struct Finished {
   values::JsonObject answer;
-  // The rules that decided something: "row search", "signal untested",
-  // "scope base_branch", "own steps", "dropped" and so on.
+  // The rules that decided something: "row search", "signal tests:for_file", "own steps", "dropped".
   std::set<std::string> reached;
 };
 
-// The finished answer to `request`. Recurses as deep as the answer is.
+// The finished answer to `request`. Recursive: for shallow answers only.
 Finished finish(const Request& request);
 
 }  // namespace vantrex::fuzz::naive

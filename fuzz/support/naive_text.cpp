@@ -31,8 +31,7 @@ std::string quoted(std::string_view text) {
   return '"' + out + '"';
 }
 
-// The fewest digits that read back as `magnitude`, and the power of ten of the
-// first one.
+// The fewest digits that read back as `magnitude`, and the power of ten of the first digit.
 std::pair<std::string, int> shortest_digits(double magnitude) {
   char text[40] = {};
   std::to_chars(text, text + sizeof text, magnitude, std::chars_format::scientific);

@@ -3,19 +3,20 @@
 #include <cstdlib>
 #include <limits>
 #include <string_view>
-#include <tuple>
 
+#include "vantrex/tool_handlers/next_steps/signals.h"
 #include "vantrex/values/integer.h"
 
 namespace vantrex::fuzz {
 
+using tool_handlers::next_steps::_SIGNALS;
 using values::ForeignValue;
 using values::Integer;
 using values::JsonList;
 using values::JsonObject;
 using values::JsonValue;
 
-// One character: of those that JSON strings escape, or of any lead byte.
+// One character: one that JSON may escape, or a UTF-8 sequence with a random lead byte.
 std::string Random::character() {
   if (chance(50))
     return pick<std::string>({"\"", "\\", "\x7f", "/", std::string(1, static_cast<char>(below(0x20)))});
@@ -66,7 +67,7 @@ JsonValue Random::number() {
   }
 }
 
-// A float of up to 13 digits, seldom of fewer than 3.
+// A float of 3 to 13 digits, fewer when the last ones are zeros.
 double Random::decimal() {
   std::string digits = std::to_string(100 + below(900));
   for (int part = 0; part < 2; ++part) digits += std::to_string(10000 + below(50000));
@@ -76,14 +77,8 @@ double Random::decimal() {
   return chance(30) ? -magnitude : magnitude;
 }
 
-JsonList Random::list(std::size_t depth) {
-  JsonList list;
-  for (std::size_t left = below(5); left > 0; --left) list.push_back(value(depth - 1));
-  return list;
-}
-
-// Now and then more fields than are searched without an index, with keys that
-// fit in 14 bytes and longer ones.
+// An empty object or, rarely, one with enough fields to be indexed, whose keys are shorter and longer than
+// the inline limit of 14 bytes.
 JsonObject Random::empty_or_wide() {
   JsonObject object;
   for (std::size_t left = chance(3) ? 33 + below(8) : 0; left > 0; --left) {
@@ -101,7 +96,7 @@ JsonObject Random::fields(std::size_t depth) {
   return object;
 }
 
-// Hint fields that may take more than the share of the answer, below others.
+// An object with nested hint fields, which may be larger than the room for hints.
 JsonObject Random::hint_block() {
   JsonObject nested = fields(1);
   nested.set("note", std::string(below(800), 'h'));
@@ -128,14 +123,17 @@ JsonValue Random::value(std::size_t depth) {
       if (domain_ == Domain::any) return ForeignValue::of(0, name());
       return std::string(20 + below(30), 'l');
     case 7:
-    case 8:
-      return list(depth);
+    case 8: {
+      JsonList list;
+      for (std::size_t left = below(5); left > 0; --left) list.push_back(value(depth - 1));
+      return list;
+    }
     default:
       return fields(depth);
   }
 }
 
-// What stands where a name or a query is expected.
+// A value for a field that should hold a name or a query.
 JsonValue Random::phrase() {
   if (chance(20)) return value(2);
   if (chance(15)) return pick({"", "pkg.mod.parse", "Größe \"x\""});
@@ -155,12 +153,6 @@ JsonValue Random::hit() {
   return hit;
 }
 
-JsonList Random::hits() {
-  JsonList hits;
-  for (int left = pick({0, 0, 1, 3, 7, 8, 11, 24}); left > 0; --left) hits.push_back(hit());
-  return hits;
-}
-
 JsonList Random::own_steps() {
   JsonList steps;
   for (std::size_t left = below(6); left > 0; --left) {
@@ -178,7 +170,9 @@ JsonValue Random::field_value(std::string_view key) {
   if (key == "text") return std::string(below(5000), 't');
   if (key == "note" || key == "files_omitted") return value(3);
   if (key == "freshness") return hint_block();
-  return hits();
+  JsonList hits;
+  for (int left = pick({0, 0, 1, 3, 7, 8, 11, 24}); left > 0; --left) hits.push_back(hit());
+  return hits;
 }
 
 JsonObject Random::named_fields(std::size_t count, std::initializer_list<const char*> keys) {
@@ -190,17 +184,17 @@ JsonObject Random::named_fields(std::size_t count, std::initializer_list<const c
   return object;
 }
 
-// About half of the calls that the tables make; what is no such call does no harm.
+// About half of the calls that the tables make, and some that no table makes.
 Served Random::served() {
   Served served;
-  for (const char* tool :
+  for (const std::string tool :
        {"search", "symbol", "file", "tests", "explore", "quality", "architecture", "context"}) {
-    for (const char* action : {"", "semantic", "detail", "callers", "references", "symbols", "imports",
+    for (const char* action : {"semantic", "detail", "", "callers", "references", "symbols", "imports",
                                "for_file", "recommended", "impact", "components", "dependencies", "delta"}) {
-      if (!chance(*action == '\0' ? 20 : 40)) continue;
-      const std::string name = *action == '\0' ? tool : std::string(tool) + ":" + action;
-      served.names.push_back(name);
-      served.set.add({tool, *action == '\0' ? nullptr : action});
+      const bool is_whole = *action == '\0';
+      if (!chance(is_whole ? 20 : 40)) continue;
+      served.names.push_back(is_whole ? tool : tool + ":" + action);
+      served.set.add({tool, is_whole ? nullptr : action});
     }
   }
   return served;
@@ -220,14 +214,9 @@ Request Random::request() {
             "imports", "related", "hotspots", "circular_deps", "duplicates", "impact", "None", ""});
   if (chance(20)) request.action.reset();
   if (chance(20)) {
-    using Call = std::pair<const char*, const char*>;
-    std::tie(request.tool, request.action) = pick<Call>({{"search", "symbols"},
-                                                         {"search", "code"},
-                                                         {"search", "definition"},
-                                                         {"search", "semantic"},
-                                                         {"symbol", "callers"},
-                                                         {"symbol", "references"},
-                                                         {"tests", "for_file"}});
+    const std::string_view key = _SIGNALS[below(_SIGNALS.size())].key;
+    request.tool = key.substr(0, key.find(':'));
+    request.action = key.substr(key.find(':') + 1);
   }
   if (chance(80)) request.arguments = named_fields(below(5), {"query", "fqn", "path"});
   if (chance(20)) request.freshness = chance(50) ? hint_block() : fields(2);

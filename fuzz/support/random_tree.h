@@ -1,4 +1,4 @@
-// Random values and requests, the same for the same seed on every machine.
+// Random values and requests. The same seed gives the same ones on every machine.
 #pragma once
 
 #include <cstddef>
@@ -16,13 +16,13 @@
 
 namespace vantrex::fuzz {
 
-// What a server has, as texts ("search", "symbol:detail") and as the library takes it.
+// The tools and actions of a server, as texts ("search", "symbol:detail") and as the library's set.
 struct Served {
   std::vector<std::string> names;
   tool_handlers::next_steps::ServedTools set;
 };
 
-// What finish_answer is called with.
+// The arguments of one call of finish_answer.
 struct Request {
   values::JsonObject answer;
   std::string tool;
@@ -39,33 +39,33 @@ struct Request {
   }
 };
 
-// Which values may come: those that JSON text can hold, or also foreign values,
-// infinities and NaN.
+// The values to draw from: `json` excludes those that JSON text cannot hold (foreign values, infinities and
+// NaN).
 enum class Domain { json, any };
 
+// A stream of random choices.
 class Random {
  public:
-  // Choices of a seeded generator, or of any other stream of numbers.
+  // The choices come from a seeded generator or from `draw`.
   explicit Random(std::uint64_t seed, Domain domain = Domain::any) : Random(std::mt19937_64(seed), domain) {}
   Random(std::function<std::uint64_t()> draw, Domain domain) : draw_(std::move(draw)), domain_(domain) {}
 
   std::size_t below(std::size_t bound) { return static_cast<std::size_t>(draw_() % bound); }
-  // False when the stream has only zeros left, so that nothing more is drawn.
+  // False for a draw of 0, so an exhausted stream adds nothing more.
   bool chance(std::size_t percent) { return below(100) >= 100 - percent; }
   template <typename T>
   T pick(std::initializer_list<T> items) {
     return items.begin()[below(items.size())];
   }
 
-  // Runs of plain text with characters of every lead byte between, and with all
-  // that JSON strings escape, at any offset.
+  // Runs of plain text with characters of every lead byte, and every character that JSON escapes, between
+  // them at any offset.
   std::string text();
 
-  // A value of at most `depth` levels, with hint fields and nulls in it.
+  // A value of at most `depth` levels, with hint fields and nulls.
   values::JsonValue value(std::size_t depth);
 
-  // A request whose fields, counts, lists and sizes lie where the rules of
-  // finishing differ.
+  // A request whose fields, counts, lists and sizes lie near the limits of the rules of finishing.
   Request request();
 
  private:
@@ -75,12 +75,10 @@ class Random {
   double decimal();
   values::JsonValue number();
   values::JsonValue phrase();
-  values::JsonList list(std::size_t depth);
   values::JsonObject empty_or_wide();
   values::JsonObject fields(std::size_t depth);
   values::JsonObject hint_block();
   values::JsonValue hit();
-  values::JsonList hits();
   values::JsonList own_steps();
   values::JsonValue field_value(std::string_view key);
   Served served();

@@ -1,7 +1,7 @@
-// ForcedUnwind: what unwinds the stack of a thread that is cancelled.
+// ForcedUnwind: the exception that unwinds the stack of a cancelled thread.
 //
-// The GNU C library ends such a thread by throwing it, and aborts the process when it
-// is caught and not thrown again. Whoever catches everything lets it pass first:
+// The GNU C library throws it, and aborts the process when a handler does not rethrow it. Code that catches
+// everything rethrows it first:
 //   catch (const ForcedUnwind&) { throw; } catch (...) { ... }
 #pragma once
 
@@ -16,7 +16,7 @@ namespace vantrex {
 #ifdef __GLIBCXX__
 using ForcedUnwind = abi::__forced_unwind;
 #else
-class ForcedUnwind {};  // nothing throws it
+class ForcedUnwind {};  // never thrown
 #endif
 
 }  // namespace vantrex

@@ -21,7 +21,7 @@ using values::JsonList;
 using values::JsonObject;
 using values::JsonValue;
 
-// What NotConvertible says, or "" when nothing was refused.
+// The message of NotConvertible, or "" when nothing is thrown.
 template <typename Operation>
 std::string refusal(const Operation& operation) {
   try {
@@ -33,15 +33,15 @@ std::string refusal(const Operation& operation) {
   }
 }
 
-// Whether every integer that compact JSON text of `random_tree.h` writes fits.
+// Whether every integer of a random value with the compact text `text` fits in 64 bits.
 bool fits(const std::string& text) {
   return text.find("-9223372036854775809") == std::string::npos &&
          text.find("-1234567890123456789012") == std::string::npos;
 }
 
-TEST(NlohmannJson, HoldsTheSameOrRefuses) {
+TEST(NlohmannJson, ConvertsThereAndBackOrRefuses) {
   for (std::uint64_t seed = 0; seed < 4000; ++seed) {
-    // What its own reader cannot read is among every other value.
+    // Every other value may hold what JSON text cannot.
     const auto domain = seed % 2 == 0 ? fuzz::Domain::json : fuzz::Domain::any;
     const JsonValue value = fuzz::Random(seed, domain).value(5);
     const std::string text = compact_text(value);
@@ -55,7 +55,7 @@ TEST(NlohmannJson, HoldsTheSameOrRefuses) {
   }
 }
 
-TEST(NlohmannJson, SaysWhereWhatItRefusesStands) {
+TEST(NlohmannJson, NamesThePathOfARefusedValue) {
   ordered_json repeated = {{"a", 1}, {"b", 2}};
   repeated.get_ref<ordered_json::object_t&>().emplace_back("a", 3);
   EXPECT_EQ(compact_text(from_nlohmann(repeated)), R"({"a":3,"b":2})");
@@ -72,17 +72,16 @@ TEST(NlohmannJson, SaysWhereWhatItRefusesStands) {
     EXPECT_EQ(refusal([&json = json] { from_nlohmann(json); }), "the value" + why);
 
   const JsonValue huge = *values::Integer::parse("18446744073709551616");
-  const JsonObject inner{{"a/b~", JsonList::of(1, JsonObject{{"c", huge}})}};
+  const JsonList inner = JsonList::of(JsonObject{{"a/b~", JsonList::of(1, JsonObject{{"c", huge}})}});
   const std::string misfit = "the integer 18446744073709551616 does not fit in 64 bits";
   EXPECT_EQ(to_nlohmann(*values::Integer::parse("18446744073709551615")), UINT64_MAX);
   EXPECT_EQ(refusal([&] { to_nlohmann(huge); }), "the value: " + misfit);
-  EXPECT_EQ(refusal([&] { to_nlohmann(inner); }), "the value at /a~1b~0/1/c: " + misfit);
+  EXPECT_EQ(refusal([&] { to_nlohmann(inner); }), "the value at /0/a~1b~0/1/c: " + misfit);
 
-  const auto refused = [](const ordered_json& answer, const FinishOptions& options = {}) {
+  const auto refused = [](const ordered_json& answer, const FinishOptions& options) {
     return refusal([&] { finish_answer(answer, "files", options); });
   };
-  EXPECT_EQ(refused(ordered_json::array()), "the answer: must be an object, not of type array");
-  EXPECT_EQ(refused({{"a", binary}}), "the answer at /a: binary data has no JSON form");
+  EXPECT_EQ(refused({{"a", binary}}, {}), "the answer at /a: binary data has no JSON form");
   EXPECT_EQ(refused({{"a", 1}}, {.arguments = &binary}),
             "the request's arguments: must be an object, not of type binary");
   EXPECT_EQ(refused({{"a", 1}}, {.freshness = huge}), "the finished answer at /freshness: " + misfit);
@@ -92,14 +91,14 @@ TEST(NlohmannJson, FinishesInOneLine) {
   for (std::uint64_t seed = 0; seed < 500; ++seed) {
     const fuzz::Request request = fuzz::Random(seed, fuzz::Domain::json).request();
     const JsonObject arguments = request.arguments.value_or(JsonObject());
-    const JsonObject finished = tool_handlers::next_steps::finish_answer(
-        request.answer, request.tool,
-        {.action = request.action, .arguments = &arguments, .freshness = request.freshness});
+    auto options = request.options();
+    options.serves = nullptr;
+    const JsonObject finished =
+        tool_handlers::next_steps::finish_answer(request.answer, request.tool, options);
     if (!fits(compact_text(JsonList::of(finished, request.answer, arguments)))) continue;
     const ordered_json asked = to_nlohmann(arguments);
-    EXPECT_EQ(from_nlohmann(finish_answer(
-                  to_nlohmann(request.answer), request.tool,
-                  {.action = request.action, .arguments = &asked, .freshness = request.freshness})),
+    EXPECT_EQ(from_nlohmann(finish_answer(to_nlohmann(request.answer), request.tool,
+                                          {request.action, &asked, request.freshness})),
               JsonValue(finished));
   }
 }

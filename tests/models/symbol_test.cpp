@@ -10,12 +10,12 @@
 namespace vantrex::models {
 namespace {
 
-TEST(Symbol, CodeIsToldByKindAndPath) {
+TEST(IsCodeSymbol, LooksAtTheKindAndThePath) {
   const auto optional = [](const std::string& cell) {
     return cell == "none" ? std::nullopt : std::optional(cell);
   };
   for (const auto& row : tests::table(R"(
-# whether it is code | kind and path of each
+# code or text | kinds and paths
 code | none none | function src/app.py | function none | keyword md | method a.mdx | none x.json5
 text | Heading none | KEY src/app.py | subsection none | method docs/Guide.MD | method .md | none data/a.markdown | none poetry.lock | none x.yml
 text | m a.md | m a.rst | m a.adoc | m a.txt | m a.json | m a.yaml | m a.toml | m a.ini | m a.cfg | m a.xml | m a.csv

@@ -27,7 +27,7 @@ void* operator new(std::size_t bytes) {
   ++counted.live;
   return memory;
 }
-// Spelt out because the sanitizers' own would not match operator delete.
+// Replaced too: the one of a sanitizer would not match operator delete.
 void* operator new(std::size_t bytes, const std::nothrow_t& /*unused*/) noexcept {
   try {
     return operator new(bytes);

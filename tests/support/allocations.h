@@ -1,4 +1,4 @@
-// Counts the memory that a thread takes, and makes it run out on request.
+// Counts a thread's allocations and makes them fail on request.
 #pragma once
 
 #include <cstddef>
@@ -6,18 +6,17 @@
 
 namespace vantrex::tests {
 
-// How often this thread has called operator new, and how many of these calls
-// operator delete has not yet answered.
 struct Allocations {
-  std::size_t taken = 0;
-  std::ptrdiff_t live = 0;
+  std::size_t taken = 0;    // all allocations so far
+  std::ptrdiff_t live = 0;  // those not yet freed
 };
+
+// The allocations of this thread.
 Allocations allocations() noexcept;
 
-// Runs `operation` again and again, each time letting one allocation more
-// succeed, until it does not run out of memory. Where it throws std::bad_alloc
-// it must give back all it took, and then `check` is run. `once`: only that one
-// allocation fails, and what unwinds may take memory again.
+// Runs `operation` until it succeeds. The n-th run can make n - 1 allocations before one fails. Each run that
+// throws std::bad_alloc must free all it took; then `check` runs. With `once`, only that one allocation
+// fails, so the unwinding may allocate.
 void fail_each_allocation(const std::function<void()>& operation, const std::function<void()>& check,
                           bool once = false);
 

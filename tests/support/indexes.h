@@ -1,4 +1,4 @@
-// Indexes to look names up in.
+// Indexes for tests of name lookup.
 #pragma once
 
 #include <cstddef>
@@ -16,7 +16,7 @@ namespace vantrex::tests {
 inline models::InMemoryRepository small_index() {
   models::InMemoryRepository index("r1", "r2");
   index.add_symbol({.fqn = "pkg.b.run", .name = "run"});
-  index.add_symbol({.fqn = "pkg.a.Run", .name = "Run", .kind = "function", .file = "pkg/a.py", .line = 3});
+  index.add_symbol({.fqn = "pkg.a.Run", .name = "Run", .kind = "function", .file = "pkg/a.py", .line = 1});
   index.add_symbol({.fqn = "pkg.caf\xe9", .name = "caf\xe9"});
   for (const char* path : {"lib/main.py", "src/app/main.py", "data/\xff.bin"}) index.add_path(path);
   return index;
@@ -38,7 +38,7 @@ inline std::vector<std::string> nearest_fqns(const models::Repository& index, st
   return fqns;
 }
 
-// An index that shows `shown` of what the small one holds, or all, and then fails.
+// An index that shows the first `shown` entries of small_index, then calls `fail`, which throws.
 class FailingIndex final : public models::Repository {
  public:
   explicit FailingIndex(std::function<void()> fail, std::size_t shown = 3)

@@ -1,4 +1,4 @@
-// What must not need much stack.
+// A thread with a small stack, and a value too deep for recursion on it.
 #pragma once
 
 #include <cstddef>
@@ -11,7 +11,7 @@
 
 namespace vantrex::tests {
 
-// Runs `operation` on a thread of its own, which has 256 KiB of stack.
+// Runs `operation` on a new thread with a stack of 256 KiB.
 inline void on_a_small_stack(void (*operation)()) {
   pthread_attr_t attributes;
   pthread_t thread{};
@@ -28,7 +28,7 @@ inline void on_a_small_stack(void (*operation)()) {
 
 constexpr std::size_t kLevels = 1'000'000;
 
-// Lists and objects by turns: [{"a":[{"a":"leaf"}]}].
+// Nested lists and objects in turn: [{"a":[{"a":leaf}]}].
 inline values::JsonValue deep_value(values::JsonValue leaf) {
   for (std::size_t level = 0; level < kLevels; level += 2)
     leaf = values::JsonList::of(values::JsonObject{{"a", std::move(leaf)}});

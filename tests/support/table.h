@@ -19,8 +19,7 @@ inline values::JsonObject parse_object(std::string_view text) {
   return next_steps_program::read_json_object(text, "the cell");
 }
 
-// The cells of each line of `text`: "one | two". Lines that are blank or begin
-// with "#" say nothing.
+// The cells of each line of `text`: "one | two". Blank lines and lines that begin with "#" are skipped.
 inline std::vector<std::vector<std::string>> table(const std::string& text) {
   std::vector<std::vector<std::string>> rows;
   std::istringstream lines(text);
@@ -36,7 +35,7 @@ inline std::vector<std::vector<std::string>> table(const std::string& text) {
   return rows;
 }
 
-// The words of `text`, which blanks part.
+// The words of `text`, separated by white space.
 inline std::vector<std::string> words(const std::string& text) {
   std::istringstream stream(text);
   return {std::istream_iterator<std::string>(stream), {}};

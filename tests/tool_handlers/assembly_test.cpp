@@ -1,18 +1,21 @@
 #include "vantrex/tool_handlers/next_steps/assembly.h"
 
+#include <algorithm>
 #include <string>
 #include <type_traits>
+#include <vector>
 
 #include <gtest/gtest.h>
 
 #include "support/table.h"
-#include "vantrex/tool_handlers/next_steps/catalogue.h"
 #include "vantrex/values/text_forms.h"
 
 namespace vantrex::tool_handlers::next_steps {
 namespace {
 
+using values::compact_size;
 using values::JsonList;
+using values::JsonObject;
 using values::JsonValue;
 
 static_assert(!std::is_assignable_v<Hint&, Hint> && !std::is_assignable_v<decltype((_DETAIL.takes)), Takes>);
@@ -25,10 +28,9 @@ TEST(Step, KeepsItsArgumentsAsTheyAre) {
 
 TEST(Deduplicated, KeepsTheFirstStepOfEachCall) {
   for (const auto& row : tests::table(R"(
-# steps | the reasons of those that are kept, or which one is malformed
+# steps | the reasons of the kept steps, or the error
 [{"tool":"a","args":{"x":1,"y":[{"p":1,"q":2}]},"reason":0},{"args":{"y":[{"q":2,"p":1}],"x":1},"tool":"a"}] | 0
 [{"tool":"a","args":0,"reason":0},{"tool":"b","args":0,"reason":1},{"tool":"c","args":0,"reason":2},{"tool":"b","args":0},{"tool":"a","args":0}] | 0 1 2
-[{"tool":"a","args":{"x":[1,2]},"reason":0},{"tool":"a","args":{"x":[2,1]},"reason":1}] | 0 1
 [{"tool":"a","args":1,"reason":0},{"tool":"a","args":1.0,"reason":1},{"tool":"a","args":true,"reason":2}] | 0 1 2
 [{"tool":"a","args":0.0,"reason":0},{"tool":"a","args":-0.0,"reason":1},{"tool":"a","args":-0.0}] | 0 1
 [{"tool":"a","args":"y","reason":0},{"tool":"a","args":{"x":"y"},"reason":1},{"tool":"a","args":"y"}] | 0 1
@@ -51,6 +53,41 @@ TEST(Deduplicated, KeepsTheFirstStepOfEachCall) {
   const JsonValue foreign = values::ForeignValue::of(7, "x");
   const JsonList steps = JsonList::of(step("a", "", {{"p", foreign}}), step("a", "", {{"p", "x"}}));
   EXPECT_EQ(_deduplicated(steps).size(), 1U);
+}
+
+TEST(WithinShare, DropsFromTheLastWhatDoesNotFit) {
+  const struct {
+    std::size_t size, hints;  // bytes of the answer and of its hints (0, or 2 and more)
+    std::vector<std::size_t> steps;
+    std::size_t keep, left;
+  } kRows[] = {
+      // Lists of 306 and 307 bytes, with the key 320 and 321; the room is the floor of 320.
+      {50, 0, {304}, 0, 1},
+      {50, 0, {305}, 0, 0},
+      // A list of 307 bytes, with the key 321; the room is 320.85 and 321.
+      {1818, 0, {103, 103, 97}, 0, 2},
+      {1819, 0, {103, 103, 97}, 0, 3},
+      // Hints and steps together have 321 and 322 bytes; the room is 321.
+      {1821, 2, {303}, 0, 1},
+      {1820, 2, {304}, 0, 0},
+      // The first `keep` steps stay, whatever the room.
+      {50, 0, {400, 400, 400}, 9, 3},
+      {50, 0, {400, 400, 400}, 2, 2},
+      {900, 400, {50, 50}, 0, 0},
+      {900, 400, {50, 50}, 1, 1},
+  };
+  const std::size_t frame = compact_size(step("t", ""));
+  for (const auto& row : kRows) {
+    SCOPED_TRACE(testing::Message() << row.size << " bytes, " << row.hints << " hints, keep " << row.keep);
+    JsonObject answer{{"text", ""}};
+    if (row.hints > 0) answer.set("tip", std::string(row.hints - 2, 'h'));
+    answer.set("text", std::string(row.size - compact_size(answer), 't'));
+    JsonList steps;
+    for (const std::size_t size : row.steps) steps.push_back(step("t", std::string(size - frame, 'r')));
+    const JsonList left = _within_share(answer, steps, Keep{row.keep});
+    ASSERT_EQ(left.size(), row.left);
+    EXPECT_TRUE(std::equal(left.begin(), left.end(), steps.begin()));
+  }
 }
 
 }  // namespace

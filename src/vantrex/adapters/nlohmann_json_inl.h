@@ -1,4 +1,4 @@
-// The walks of nlohmann_json.h. Include that one.
+// The implementation of nlohmann_json.h. Include that header instead.
 #pragma once
 
 #include <cstddef>
@@ -13,7 +13,7 @@ namespace vantrex::adapters {
 
 namespace detail {
 
-// Walks a tree of nlohmann's with a stack of its own.
+// Converts from nlohmann's type. Iterative, with its own stack.
 template <NlohmannJson Json>
 class FromNlohmann {
  public:
@@ -40,7 +40,7 @@ class FromNlohmann {
   }
 
  private:
-  // A list or an object of which `made` has the items before `next`.
+  // An open container. `made` holds the converted items before `next`.
   struct Open {
     const Json* source;
     typename Json::const_iterator next;
@@ -117,7 +117,7 @@ class FromNlohmann {
   std::vector<Open> open_;
 };
 
-// The other way, likewise.
+// Converts to nlohmann's type, likewise.
 template <NlohmannJson Json>
 class ToNlohmann {
  public:
@@ -168,7 +168,7 @@ class ToNlohmann {
     return list != nullptr ? (*list)[parent.next] : field(parent).value;
   }
 
-  // Room is made at once: a growing ordered_map would copy its items.
+  // Reserves all room at once: a growing ordered_map would copy its items.
   void open(const values::JsonValue& source) {
     open_.push_back({&source, 0, source.list() != nullptr ? Json::array() : Json::object()});
     Json& made = open_.back().made;
@@ -179,7 +179,7 @@ class ToNlohmann {
     }
   }
 
-  // Keys are new, so they are not looked up where that would take a search.
+  // Keys are unique, so the lookup is skipped where it would be a search.
   void add(Json item) {
     Open& parent = open_.back();
     if (parent.made.is_array()) {

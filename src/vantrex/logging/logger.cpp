@@ -20,13 +20,13 @@ struct SinkSlot {
   std::shared_ptr<const Sink> sink;  // null for the default
 };
 
-// Never destroyed, so that destructors of static objects may still log.
+// Never destroyed: destructors of static objects may log.
 union ImmortalSlot {
   constexpr ImmortalSlot() noexcept : slot() {}
-  ~ImmortalSlot() {}  // NOLINT(modernize-use-equals-default): that would be a deleted one
+  ~ImmortalSlot() {}  // NOLINT(modernize-use-equals-default): a defaulted one would be deleted
   SinkSlot slot;
 };
-// NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables): the host sets the sink for all.
+// NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables): the host sets one sink for the process.
 constinit ImmortalSlot immortal;
 
 std::shared_ptr<const Sink> current_sink() {
@@ -44,12 +44,11 @@ void send(const Record& record) {
   } catch (const ForcedUnwind&) {
     throw;
   } catch (...) {
-    // A log that fails has nowhere to say so.
+    // A failure of the log cannot be reported.
   }
 }
 
-// Appends what `error` says of itself and gives its nested cause, null at the
-// end of the chain.
+// Appends the text of `error`. Returns its nested cause, or null at the end of the chain.
 std::exception_ptr append_cause(std::string& text, const std::exception_ptr& error) {
   try {
     std::rethrow_exception(error);
@@ -76,7 +75,7 @@ std::string_view level_name(Level level) noexcept {
 void set_sink(Sink sink) {
   std::shared_ptr<const Sink> next = sink ? std::make_shared<const Sink>(std::move(sink)) : nullptr;
   const std::lock_guard lock(immortal.slot.mutex);
-  // The former sink is destroyed after the lock is released.
+  // `next` destroys the former sink after the lock is released.
   immortal.slot.sink.swap(next);
 }
 

@@ -1,16 +1,14 @@
-// The log seam: loggers by name, and the one sink that all records go to.
+// Named loggers, and the sink that receives all their records.
 //
-// Purpose: the library says what went wrong, and the host decides where that
-// is written. Without a sink of the host's own, records go to standard error.
+// Purpose: the library reports what went wrong; the host decides where it is written. The default sink writes
+// to standard error.
 //
-// Ownership: the seam shares the sink with the records that are being written;
-// a replaced sink is destroyed when the last of them is done. A record lends
-// its texts for the length of the sink's call.
+// Ownership: a replaced sink is destroyed when no record is being sent to it any more. A record borrows its
+// texts for the length of the sink's call.
 //
-// Threads: everything here may be called from any thread at any time, also
-// from inside a sink. Logging waits for no other record, so a sink must bear
-// being called on several threads at once. The seam is there before the first
-// dynamic initialiser runs and until after the last destructor.
+// Threads: everything may be called from any thread at any time, also from inside a sink. Records do not wait
+// for each other, so a sink must be safe for concurrent calls. Logging works before the first dynamic
+// initialiser and after the last destructor.
 #pragma once
 
 #include <cstdint>
@@ -22,47 +20,45 @@
 
 namespace vantrex::logging {
 
-// How grave a record is, from the least on.
+/// The severity of a record, in ascending order.
 enum class Level : std::uint8_t { debug, info, warning, error };
 
-// "WARNING" and so on.
+/// The name of a level in capitals: "WARNING".
 NEXT_STEPS_API std::string_view level_name(Level level) noexcept;
 
-// One thing that is said to the log.
+/// One message to the log.
 struct Record {
-  std::string_view logger;   // who says it
-  Level level;               // how grave it is
-  std::string_view message;  // what is said, without a line break at the end
-  std::exception_ptr error;  // what led to it, with its nested causes; may be null
+  std::string_view logger;   ///< the name of the logger
+  Level level;               ///< the severity
+  std::string_view message;  ///< without a line break at the end
+  std::exception_ptr error;  ///< the cause, which may have nested causes; may be null
 };
 
-// What records are sent to. It may be called on several threads at once.
+/// Receives records. Must be safe for concurrent calls.
 using Sink = std::function<void(const Record& record)>;
 
-// Sends all further records to `sink`; an empty one restores the default. A
-// record that is being written meanwhile may still go to the former sink.
-// Throws std::bad_alloc, and then the sink stays as it was.
+/// Sends all further records to `sink`; an empty one restores the default. A record that is being sent may
+/// still go to the former sink. Throws std::bad_alloc; the sink is then unchanged.
 NEXT_STEPS_API void set_sink(Sink sink);
 
-// The default sink: the record on one line of standard error, then one line
-// for the error and for each of its nested causes. Throws std::bad_alloc.
+/// The default sink. Writes the record to standard error on one line, then one line for the error and one for
+/// each of its nested causes. Throws std::bad_alloc.
 NEXT_STEPS_API void write_to_standard_error(const Record& record);
 
-// What speaks to the log, under a name of its own. Immutable.
+/// A named logger. Immutable.
 class NEXT_STEPS_API Logger {
  public:
-  // `name` must outlive the logger; a literal does.
+  /// `name` must outlive the logger, as a literal does.
   constexpr explicit Logger(std::string_view name) noexcept : name_(name) {}
 
-  // The name that the logger was made with.
+  /// The name given to the constructor.
   constexpr std::string_view name() const noexcept { return name_; }
 
-  // Sends a warning to the sink. Whatever the sink throws ends here; only the
-  // cancellation of the thread goes on.
+  /// Sends a warning to the sink. Ignores what the sink throws, except the cancellation of the thread.
   void warning(std::string_view message, std::exception_ptr error) const;
 
-  // The same with the first "%r" of `format` replaced by `argument` as a quoted
-  // literal; where there is no memory for that, the format is sent as it is.
+  /// The same, with the first "%r" of `format` replaced by `argument` as a quoted literal. If memory runs out
+  /// for that, sends `format` itself.
   void warning(std::string_view format, std::string_view argument, std::exception_ptr error) const;
 
  private:

@@ -30,8 +30,7 @@ void append_control(std::string& text, unsigned char control) {
   }
 }
 
-// The code point of a `sequence` that is longer than one byte, as far as it
-// must be escaped: a control character or a line break. Otherwise 0.
+// The code point of a multi-byte `sequence` that is a control character or a line break, otherwise 0.
 unsigned unprintable(std::string_view sequence) noexcept {
   if (sequence.size() == 2 && sequence[0] == '\xC2') {
     const auto second = static_cast<unsigned char>(sequence[1]);
@@ -42,8 +41,8 @@ unsigned unprintable(std::string_view sequence) noexcept {
   return 0;
 }
 
-// Appends `bytes` with what is unprintable escaped, and the backslash and
-// `quote` too when there is a quote.
+// Appends `bytes` with unprintable characters escaped. A backslash and `quote` are escaped as well unless
+// `quote` is 0.
 void append_escaped(std::string& text, std::string_view bytes, char quote) {
   for (std::size_t position = 0; position < bytes.size();) {
     const std::size_t length = values::utf8_sequence_length(bytes.substr(position));

@@ -1,5 +1,4 @@
-// Texts compared without regard to the case of ASCII letters; every other byte
-// counts as it is. Pure functions that allocate nothing.
+// Comparison of texts without regard to the case of ASCII letters. Pure functions that do not allocate.
 #pragma once
 
 #include <algorithm>

@@ -1,12 +1,11 @@
-// Repository: the read-only handle of a code index, and one held in memory.
+// Repository: the read-only interface of a code index, and an implementation in memory.
 //
-// Purpose: whatever asks the index (name lookup, freshness) sees it through
-// this handle; a host puts its own index behind it.
+// Purpose: name lookup and freshness read the index through this interface. A host implements it for its own
+// index.
 //
-// Ownership: the handle lends what it visits for the length of one call.
-// Threads: the const functions of one repository may be called on several
-// threads at once; an implementation sees to that, as InMemoryRepository does
-// while nobody adds to it.
+// Ownership: a visitor borrows what it is given for the length of one call. Threads: the const functions of a
+// repository must be safe for concurrent calls. Those of InMemoryRepository are, while nothing is added to
+// it.
 #pragma once
 
 #include <functional>
@@ -20,46 +19,52 @@
 
 namespace vantrex::models {
 
-// What is called for each symbol or path, one after the other and on the thread
-// that asked. The texts it is given are any bytes and are valid until it
-// returns. What it throws must end the visit and reach whoever asked for it.
+/// Called for each symbol, one at a time, on the thread of the caller. The texts are any bytes and are valid
+/// until it returns. An exception from it must end the visit and reach the caller.
 using SymbolVisitor = std::function<void(const SymbolView& symbol)>;
+/// The same for the path of each file.
 using PathVisitor = std::function<void(std::string_view path)>;
 
-// The handle of an index, to be derived from by whoever has one.
+/// The interface of an index.
 class NEXT_STEPS_API Repository {
  public:
   virtual ~Repository() = default;
 
-  // Calls `visit` for every symbol, or every file's path, in any order. May
-  // throw whatever the index fails with.
+  /// Calls `visit` for each symbol, in any order. May throw whatever the index fails with.
   virtual void visit_symbols(const SymbolVisitor& visit) const = 0;
+  /// The same for the path of each file.
   virtual void visit_paths(const PathVisitor& visit) const = 0;
 
-  // The revision of the tree that was indexed, and the one that the tree has
-  // now. The index is current while the two texts are equal.
+  /// The revision of the tree that was indexed. The index is current if it equals present_revision().
   virtual std::string indexed_revision() const = 0;
+  /// The revision that the tree has now.
   virtual std::string present_revision() const = 0;
 
  protected:
-  // A handle is copied and moved as a part of what is derived from it.
+  /// Created only as a base class.
   Repository() = default;
+  /// Copied only as a base class.
   Repository(const Repository&) = default;
+  /// Moved only as a base class.
   Repository(Repository&&) = default;
+  /// Copied only as a base class.
   Repository& operator=(const Repository&) = default;
+  /// Moved only as a base class.
   Repository& operator=(Repository&&) = default;
 };
 
-// An index that is filled by hand and visited in the order of filling.
+/// An index in memory. Entries are added by hand and visited in that order.
 class NEXT_STEPS_API InMemoryRepository final : public Repository {
  public:
-  // An empty index; it is current unless two revisions say otherwise.
+  /// An empty index, which is current.
   InMemoryRepository() = default;
+  /// An empty index of `indexed_revision`, in a tree that now has `present_revision`.
   InMemoryRepository(std::string indexed_revision, std::string present_revision)
       : indexed_revision_(std::move(indexed_revision)), present_revision_(std::move(present_revision)) {}
 
-  // Adds what later visits show, repeats included. Throws std::bad_alloc.
+  /// Adds a symbol; repeats are kept. Throws std::bad_alloc.
   void add_symbol(Symbol symbol) { symbols_.push_back(std::move(symbol)); }
+  /// The same for a path.
   void add_path(std::string path) { paths_.push_back(std::move(path)); }
 
   void visit_symbols(const SymbolVisitor& visit) const override;

@@ -1,7 +1,6 @@
-// The index's freshness block: what an answer says about how current the index
-// is that it came from.
+// The freshness block of an index: whether the index is current.
 //
-// Pure functions without state: any number of threads may call them.
+// Pure functions without state.
 #pragma once
 
 #include "vantrex/export.h"
@@ -10,13 +9,11 @@
 
 namespace vantrex::tool_handlers {
 
-// The freshness block of `repository`: null while the index is current, else an
-// object that says so and names the revision that was indexed and the one the
-// tree has now. Throws what the repository throws, and std::bad_alloc.
+/// The freshness block of `repository`: null while the index is current, otherwise an object with the indexed
+/// and the present revision. Throws what the repository throws, and std::bad_alloc.
 NEXT_STEPS_API values::JsonValue freshness_block(const models::Repository& repository);
 
-// Sets the field "freshness" of `answer` to `block`; does nothing for null.
-// Throws std::bad_alloc.
+/// Sets the field "freshness" of `answer` to `block`. Does nothing if `block` is null. Throws std::bad_alloc.
 NEXT_STEPS_API void add_freshness(values::JsonObject& answer, values::JsonValue block);
 
 }  // namespace vantrex::tool_handlers

@@ -9,13 +9,12 @@ namespace vantrex::workers {
 
 namespace {
 
-// One row of the table of distances between beginnings of the two texts, as far
-// as it lies within `most` of the diagonal: beginnings whose lengths differ by
-// more cannot be near. Cell `most + column - row` belongs to `column`; one cell
-// on either side stands for all that is too far.
-using Band = std::array<std::uint8_t, 2 * kMostEdits + 3>;
+// One row of the table of distances between prefixes. Only the columns within `max` of the diagonal are kept:
+// other prefixes differ in length by more than `max`. Cell `max + 1 + column - row` belongs to `column`. One
+// more cell on either side means "too far".
+using Band = std::array<std::uint8_t, 2 * kMaxEdits + 3>;
 
-// `a` is no longer than `b`.
+// Removes the common prefix and suffix. `a` is not longer than `b`.
 void drop_common_ends(std::u32string_view& a, std::u32string_view& b) noexcept {
   const auto start = std::mismatch(a.begin(), a.end(), b.begin(), b.end());
   const auto common = static_cast<std::size_t>(start.first - a.begin());
@@ -29,30 +28,30 @@ void drop_common_ends(std::u32string_view& a, std::u32string_view& b) noexcept {
 
 }  // namespace
 
-std::size_t edit_distance(std::u32string_view a, std::u32string_view b, std::size_t most) noexcept {
-  most = std::min(most, kMostEdits);
+std::size_t edit_distance(std::u32string_view a, std::u32string_view b, std::size_t max) noexcept {
+  max = std::min(max, kMaxEdits);
   if (a.size() > b.size()) std::swap(a, b);
-  if (b.size() - a.size() > most) return most + 1;
+  if (b.size() - a.size() > max) return max + 1;
   drop_common_ends(a, b);
   if (a.empty()) return b.size();
 
-  const auto too_far = static_cast<std::uint8_t>(most + 1);
+  const auto too_far = static_cast<std::uint8_t>(max + 1);
   Band bands[3];
-  for (Band& band : bands) std::fill_n(band.begin(), 2 * most + 3, too_far);
+  for (Band& band : bands) std::fill_n(band.begin(), 2 * max + 3, too_far);
   Band* before_last = &bands[0];
   Band* last = &bands[1];
   Band* current = &bands[2];
-  const auto cell = [most](std::size_t row, std::size_t column) { return most + 1 + column - row; };
-  for (std::size_t column = 0; column <= std::min(most, b.size()); ++column) {
+  const auto cell = [max](std::size_t row, std::size_t column) { return max + 1 + column - row; };
+  for (std::size_t column = 0; column <= std::min(max, b.size()); ++column) {
     (*last)[cell(0, column)] = static_cast<std::uint8_t>(column);
   }
 
-  std::uint8_t last_least = 0;
+  std::uint8_t last_row_min = 0;
   for (std::size_t row = 1; row <= a.size(); ++row) {
-    const std::size_t first = row > most ? row - most : 0;
-    const std::size_t end = std::min(row + most, b.size());
-    std::fill_n(current->begin(), 2 * most + 3, too_far);
-    std::uint8_t least = too_far;
+    const std::size_t first = row > max ? row - max : 0;
+    const std::size_t end = std::min(row + max, b.size());
+    std::fill_n(current->begin(), 2 * max + 3, too_far);
+    std::uint8_t row_min = too_far;
     for (std::size_t column = first; column <= end; ++column) {
       const std::size_t here = cell(row, column);
       unsigned edits = std::min<unsigned>((*last)[here + 1], (*current)[here - 1]) + 1U;
@@ -63,10 +62,10 @@ std::size_t edit_distance(std::u32string_view a, std::u32string_view b, std::siz
         edits = std::min<unsigned>(edits, (*before_last)[here] + 1U);
       }
       (*current)[here] = static_cast<std::uint8_t>(std::min<unsigned>(edits, too_far));
-      least = std::min(least, (*current)[here]);
+      row_min = std::min(row_min, (*current)[here]);
     }
-    if (least == too_far && last_least == too_far) return too_far;
-    last_least = least;
+    if (row_min == too_far && last_row_min == too_far) return too_far;
+    last_row_min = row_min;
     std::swap(before_last, last);
     std::swap(last, current);
   }
@@ -74,13 +73,13 @@ std::size_t edit_distance(std::u32string_view a, std::u32string_view b, std::siz
 }
 
 EditDistanceFrom::EditDistanceFrom(std::u32string_view text) : text_(text) {
-  if (text.size() > kMostRows) return;
+  if (text.size() > kMaxRows) return;
   for (std::size_t row = 0; row < text.size(); ++row) {
     const char32_t letter = text[row];
     if (letter < ascii_rows_.size()) {
       ascii_rows_[letter] |= std::uint64_t{1} << row;
     } else {
-      // One entry for each place does: rows_of joins them.
+      // One entry for each position; rows_of combines them.
       other_rows_.emplace_back(letter, std::uint64_t{1} << row);
     }
   }
@@ -93,25 +92,23 @@ std::uint64_t EditDistanceFrom::rows_of(char32_t letter) const noexcept {
   return rows;
 }
 
-std::size_t EditDistanceFrom::to(std::u32string_view other, std::size_t most) const noexcept {
-  most = std::min(most, kMostEdits);
+std::size_t EditDistanceFrom::to(std::u32string_view other, std::size_t max) const noexcept {
+  max = std::min(max, kMaxEdits);
   const std::size_t gap = std::max(text_.size(), other.size()) - std::min(text_.size(), other.size());
-  if (gap > most) return most + 1;
+  if (gap > max) return max + 1;
   if (text_.empty()) return gap;
-  return text_.size() > kMostRows ? edit_distance(text_, other, most) : by_columns(other, most);
+  return text_.size() > kMaxRows ? edit_distance(text_, other, max) : by_columns(other, max);
 }
 
-// The table of distances between beginnings of the two texts, a column for each
-// letter of `other`, all rows of a column at once: neighbouring cells differ by
-// one at most, so one bit for each row says whether a cell is one more, and
-// another whether it is one less, than the cell above or to the left. (Hyyro,
-// "A bit-vector algorithm for computing Levenshtein and Damerau edit
-// distances", 2003.)
-std::size_t EditDistanceFrom::by_columns(std::u32string_view other, std::size_t most) const noexcept {
+// The table of distances between prefixes of the two texts, one column for each letter of `other`. Adjacent
+// cells differ by at most one. So a mask with one bit for each row tells which cells of a column are one more
+// than the cell above (or to the left), and a second mask which are one less. (Hyyro, "A bit-vector algorithm
+// for computing Levenshtein and Damerau edit distances", 2003.)
+std::size_t EditDistanceFrom::by_columns(std::u32string_view other, std::size_t max) const noexcept {
   const std::uint64_t last_row = std::uint64_t{1} << (text_.size() - 1);
   std::uint64_t more_than_above = ~std::uint64_t{0};
   std::uint64_t less_than_above = 0;
-  std::uint64_t as_diagonal = 0;  // the cell equals the one above to the left
+  std::uint64_t as_diagonal = 0;  // rows whose cell equals the one above to the left
   std::uint64_t equal_before = 0;
   std::size_t distance = text_.size();
   for (std::size_t column = 0; column < other.size(); ++column) {
@@ -123,8 +120,8 @@ std::size_t EditDistanceFrom::by_columns(std::u32string_view other, std::size_t 
     std::uint64_t less_than_left = as_diagonal & more_than_above;
     if ((more_than_left & last_row) != 0) ++distance;
     if ((less_than_left & last_row) != 0) --distance;
-    // Each letter left takes off one at most.
-    if (distance > most + (other.size() - column - 1)) return most + 1;
+    // Each remaining letter reduces the distance by at most one.
+    if (distance > max + (other.size() - column - 1)) return max + 1;
     more_than_left = (more_than_left << 1) | 1;
     less_than_left <<= 1;
     more_than_above = less_than_left | ~(as_diagonal | more_than_left);

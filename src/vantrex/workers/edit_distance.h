@@ -1,8 +1,7 @@
-// The metric of name lookup: how many edits lie between two names.
+// The metric of name lookup: the number of edits between two names.
 //
-// An edit inserts, deletes or replaces one code point or swaps two neighbours;
-// no swapped pair is edited again. Measuring takes no heap and keeps no state:
-// any number of threads may measure with one object.
+// An edit inserts, deletes or replaces one code point, or swaps two adjacent ones. A swapped pair is not
+// edited again. Measuring does not allocate and changes no object, so concurrent calls are safe.
 #pragma once
 
 #include <array>
@@ -15,31 +14,30 @@
 
 namespace vantrex::workers {
 
-// No distance above this one is measured.
-inline constexpr std::size_t kMostEdits = 64;
+// The maximum distance that is measured.
+inline constexpr std::size_t kMaxEdits = 64;
 
-// The least number of edits that turn `a` into `b`. Gives most + 1 when that is
-// more than `most`, which is taken as kMostEdits when it is larger. Takes time
-// proportional to the shorter text times `most`.
-std::size_t edit_distance(std::u32string_view a, std::u32string_view b, std::size_t most) noexcept;
+// The minimum number of edits that turn `a` into `b`, or max + 1 if it is more than `max`. `max` is limited
+// to kMaxEdits. Takes time proportional to `max` times the length of the shorter text.
+std::size_t edit_distance(std::u32string_view a, std::u32string_view b, std::size_t max) noexcept;
 
-// The same from one text to many, and much faster when that text has 64 code
-// points or fewer. Owns a copy of the text.
+// The same for one text against many. Much faster for a text of at most 64 code points. Owns a copy of the
+// text.
 class EditDistanceFrom {
  public:
   // Throws std::bad_alloc.
   explicit EditDistanceFrom(std::u32string_view text);
 
-  std::size_t to(std::u32string_view other, std::size_t most) const noexcept;
+  std::size_t to(std::u32string_view other, std::size_t max) const noexcept;
 
  private:
-  static constexpr std::size_t kMostRows = 64;
+  static constexpr std::size_t kMaxRows = 64;
 
   std::uint64_t rows_of(char32_t letter) const noexcept;
-  std::size_t by_columns(std::u32string_view other, std::size_t most) const noexcept;
+  std::size_t by_columns(std::u32string_view other, std::size_t max) const noexcept;
 
   std::u32string text_;
-  // At which places of the text, a bit each, a letter stands.
+  // The positions of each letter in the text, as a mask with one bit for each.
   std::array<std::uint64_t, 128> ascii_rows_{};
   std::vector<std::pair<char32_t, std::uint64_t>> other_rows_;
 };

@@ -41,8 +41,8 @@ constexpr Letter letter_of(char c) noexcept {
   return kLetters[static_cast<unsigned char>(c)];
 }
 
-// Whether another word starts with the upper case letter at `position`: after
-// a lower case one ("fileName"), or as the last of several ("HTTPServer").
+// Whether the upper-case letter at `position` begins a word: it follows another kind of letter ("fileName"),
+// or a lower-case letter follows it ("HTTPServer").
 bool starts_camel_word(std::string_view name, std::size_t position) noexcept {
   if (position == 0) return false;
   if (letter_of(name[position - 1]).cls != Class::upper) return true;
@@ -54,8 +54,8 @@ struct Decoded {
   std::size_t length;
 };
 
-// The code point beyond ASCII at the start of `bytes`, or one above all code
-// points for an ill-formed byte.
+// The code point beyond ASCII at the start of `bytes`, or a value above all code points for an ill-formed
+// byte.
 Decoded decode(std::string_view bytes) noexcept {
   const auto byte = [&](std::size_t position) { return static_cast<unsigned char>(bytes[position]); };
   const std::size_t length = values::utf8_sequence_length(bytes);
@@ -98,8 +98,8 @@ void FoldedName::assign(std::string_view name) {
   }
   end_word();
   letters.resize(static_cast<std::size_t>(end - letters.data()));
-  occurring = bits;
-  words = sum_of_words;
+  letter_mask = bits;
+  word_hash = sum_of_words;
 }
 
 std::size_t lacking_letters(const FoldedName& wanted, const FoldedName& name) noexcept {
@@ -114,9 +114,9 @@ std::size_t lacking_letters(const FoldedName& wanted, const FoldedName& name) no
   return lacking;
 }
 
-std::size_t least_edits(const FoldedName& a, const FoldedName& b) noexcept {
+std::size_t min_edits(const FoldedName& a, const FoldedName& b) noexcept {
   const int missing =
-      std::max(std::popcount(a.occurring & ~b.occurring), std::popcount(b.occurring & ~a.occurring));
+      std::max(std::popcount(a.letter_mask & ~b.letter_mask), std::popcount(b.letter_mask & ~a.letter_mask));
   const std::size_t shorter = std::min(a.letters.size(), b.letters.size());
   return std::max(static_cast<std::size_t>(missing), std::max(a.letters.size(), b.letters.size()) - shorter);
 }

@@ -1,7 +1,6 @@
-// FoldedName: a name as name lookup compares it.
+// FoldedName: a name in the form that name lookup compares.
 //
-// Ownership: a value type that keeps its memory when it is assigned another
-// name, so one object serves a whole visit. Threads: like an int.
+// Ownership: a value type. Assignment of another name reuses its memory. Threads: safe for concurrent reads.
 #pragma once
 
 #include <cstddef>
@@ -12,32 +11,30 @@
 namespace vantrex::workers {
 
 struct FoldedName {
-  // The code points of the name, ASCII letters in lower case, without the
-  // separators "_", "-" and " ". A byte that belongs to no well-formed UTF-8
-  // counts as one code point unlike all others.
+  // The code points of the name, with ASCII letters in lower case and without separators (underscore, hyphen,
+  // space). An ill-formed byte counts as one code point, different from all others.
   std::u32string letters;
 
-  // The letters that occur, each hashed to one bit. One edit sets or clears at
-  // most one bit on either side.
-  std::uint64_t occurring = 0;
+  // The mask of the letters that occur, each hashed to one bit. One edit sets or clears at most one bit.
+  std::uint64_t letter_mask = 0;
 
-  // A fingerprint of the words of the name, whatever their order. A word ends at
-  // a separator and where camel case starts another one.
-  std::uint64_t words = 0;
+  // A hash of the words of the name in any order. A word ends at a separator and where camel case begins
+  // another one.
+  std::uint64_t word_hash = 0;
 
   FoldedName() = default;
   explicit FoldedName(std::string_view name) { assign(name); }
 
-  // Takes on `name`. Throws std::bad_alloc, when the name is longer than all
-  // before it, and then is of no name in particular.
+  // Replaces the name. Throws std::bad_alloc if `name` is longer than all names before it; the object is then
+  // valid but unspecified.
   void assign(std::string_view name);
 };
 
-// How many letters of `wanted` have no counterpart in `name`, wherever they
-// stand. Letters whose bits agree may be taken for one another.
+// The number of letters of `wanted` that `name` lacks, regardless of their positions. Letters with the same
+// bit count as equal.
 std::size_t lacking_letters(const FoldedName& wanted, const FoldedName& name) noexcept;
 
-// How many edits at least lie between two names, from the letters alone.
-std::size_t least_edits(const FoldedName& a, const FoldedName& b) noexcept;
+// A lower bound of the number of edits between two names, from their letters alone.
+std::size_t min_edits(const FoldedName& a, const FoldedName& b) noexcept;
 
 }  // namespace vantrex::workers

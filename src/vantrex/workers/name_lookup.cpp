@@ -31,13 +31,13 @@ struct PathForms {
   static std::string_view key(View path) noexcept { return path; }
 };
 
-// One lookup: what is visited is matched, and the best is kept.
+// One lookup: ranks each visited candidate and keeps the best.
 template <typename Match, typename Forms>
 struct Lookup {
   Match match;
   NearestFew<Forms> nearest;
 
-  void look_at(const typename Forms::View& candidate) {
+  void offer(const typename Forms::View& candidate) {
     if (const std::optional<Rank> rank = match.rank(Forms::key(candidate), nearest.worst())) {
       nearest.offer(*rank, candidate);
     }
@@ -63,14 +63,14 @@ values::JsonObject SymbolCandidate::to_dict() const {
 std::vector<SymbolCandidate> nearest_symbols(const models::Repository& repository, std::string_view wanted) {
   Lookup<SymbolMatch, SymbolForms> lookup{SymbolMatch(wanted), {}};
   if (!lookup.match.possible()) return {};
-  repository.visit_symbols([&lookup](const models::SymbolView& symbol) { lookup.look_at(symbol); });
+  repository.visit_symbols([&lookup](const models::SymbolView& symbol) { lookup.offer(symbol); });
   return std::move(lookup.nearest).take();
 }
 
 std::vector<std::string> nearest_paths(const models::Repository& repository, std::string_view wanted) {
   Lookup<PathMatch, PathForms> lookup{PathMatch(wanted), {}};
   if (!lookup.match.possible()) return {};
-  repository.visit_paths([&lookup](std::string_view path) { lookup.look_at(path); });
+  repository.visit_paths([&lookup](std::string_view path) { lookup.offer(path); });
   return std::move(lookup.nearest).take();
 }
 

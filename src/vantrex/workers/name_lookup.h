@@ -1,16 +1,11 @@
-// Name lookup: what the index holds that is nearest to a name or a path it does
-// not hold.
+// Name lookup: the names in an index that are nearest to a name that it does not hold.
 //
-// Purpose: the did-you-mean lists of answers about a miss. At most five
-// candidates are given, the best first, each once, and none rather than a
-// guess. Names and paths may be any bytes. The result depends on what the index
-// holds, not on the order in which it is visited.
+// Purpose: the did-you-mean lists of a miss. Gives at most five candidates, best first, each once; none if
+// nothing is near. Names and paths may be any bytes. The result does not depend on the order of the index.
 //
-// Ownership: results own their texts. Threads: nothing is kept between calls;
-// one repository may be asked on several threads as far as it bears that.
+// Ownership: results own their texts. Threads: no state; safe for concurrent calls if the repository is.
 //
-// Cost: one visit of the index, in time linear in its names, with memory for a
-// few names only.
+// Cost: one visit of the index, in time linear in the length of its names. Allocates only for a few names.
 #pragma once
 
 #include <string>
@@ -24,24 +19,24 @@
 
 namespace vantrex::workers {
 
-// A symbol of the index that may be the one that was meant.
+/// A symbol of the index that may be the wanted one.
 struct NEXT_STEPS_API SymbolCandidate : models::Symbol {
-  // {"fqn", "name", "kind", "file", "line"}, without what the index does not
-  // know. Ill-formed bytes are replaced by U+FFFD. Throws std::bad_alloc.
+  /// The object {"fqn", "name", "kind", "file", "line"} without unknown fields. Ill-formed bytes are replaced
+  /// by U+FFFD. Throws std::bad_alloc.
   values::JsonObject to_dict() const;
 };
 
-// The symbols nearest to `wanted`, a name or an fqn. Symbols without an fqn are
-// passed over. Throws std::bad_alloc and whatever visiting `repository` throws.
+/// The symbols nearest to `wanted`, a name or an fqn. Symbols without an fqn are skipped. Throws
+/// std::bad_alloc and what visiting `repository` throws.
 NEXT_STEPS_API std::vector<SymbolCandidate> nearest_symbols(const models::Repository& repository,
                                                             std::string_view wanted);
 
-// The paths nearest to `wanted`. Throws like nearest_symbols.
+/// The paths nearest to `wanted`. Throws as nearest_symbols.
 NEXT_STEPS_API std::vector<std::string> nearest_paths(const models::Repository& repository,
                                                       std::string_view wanted);
 
-// The name to search for when nothing is near: the last part of `wanted`,
-// without arguments; empty when there is none. Throws std::bad_alloc.
+/// The name to search for when nothing is near: the last part of `wanted` without arguments, or "". Throws
+/// std::bad_alloc.
 NEXT_STEPS_API std::string guessed_name(std::string_view wanted);
 
 }  // namespace vantrex::workers

@@ -10,8 +10,7 @@ namespace {
 
 constexpr std::string_view kOperator = "operator";
 
-// Whether the "/" or "->" that takes `length` bytes up to `end` is (the start
-// of) an operator's name.
+// Whether the "/" or "->" of `length` bytes before `end` is (the start of) an operator's name.
 bool names_operator(std::string_view text, std::size_t end, std::size_t length) noexcept {
   const bool at_end_of_name = end == text.size() || text[end] == '=' || text[end] == '*';
   return at_end_of_name && text.substr(0, end - length).ends_with(kOperator);
@@ -21,7 +20,7 @@ constexpr bool may_end_separator(char c) noexcept {
   return c == '.' || c == '#' || c == ':' || c == '/' || c == '>';
 }
 
-// The bytes of the separator that ends at `end`, 0 when none does.
+// The length of the separator that ends at `end`; 0 if none does.
 std::size_t separator_ending_at(std::string_view text, std::size_t end) noexcept {
   const auto pair_with = [&](char first) { return end >= 2 && text[end - 2] == first; };
   switch (text[end - 1]) {
@@ -39,8 +38,7 @@ std::size_t separator_ending_at(std::string_view text, std::size_t end) noexcept
   }
 }
 
-// `text` up to the bracket that the closing one at its end belongs to, or all
-// of it when there is none.
+// `text` before the bracket that matches the closing one at its end; all of it if there is none.
 std::string_view before_brackets(std::string_view text, char open, char close) noexcept {
   std::size_t depth = 0;
   for (std::size_t position = text.size(); position-- > 0;) {
@@ -50,8 +48,8 @@ std::string_view before_brackets(std::string_view text, char open, char close) n
   return text;
 }
 
-// `text` without one list of call or template arguments at its end. Brackets
-// that are a name ("operator()", "Foo.<init>") stay.
+// `text` without an argument list, of a call or a template, at its end. Brackets that are part of a name
+// ("operator()", "Foo.<init>") stay.
 std::string_view without_arguments(std::string_view text) noexcept {
   std::string_view name = text;
   if (text.ends_with(')')) name = before_brackets(text, '(', ')');
@@ -61,7 +59,7 @@ std::string_view without_arguments(std::string_view text) noexcept {
   return named ? name : text;
 }
 
-// `text` without the separators and the arguments at its end.
+// `text` without separators and argument lists at its end.
 std::string_view trimmed(std::string_view text) noexcept {
   for (std::size_t size = 0; size != text.size();) {
     size = text.size();
@@ -110,7 +108,7 @@ std::size_t length_gap(std::string_view a, std::string_view b) noexcept {
 }
 
 OuterParts::OuterParts(std::string_view outer, Splitter split) noexcept : split_(split) {
-  while (count_ < kMostParts) {
+  while (count_ < kMaxParts) {
     const Parted parted = split(outer);
     if (parted.last.empty()) break;
     parts_[count_++] = parted.last;
@@ -121,7 +119,7 @@ OuterParts::OuterParts(std::string_view outer, Splitter split) noexcept : split_
 std::size_t OuterParts::missing_from(std::string_view outer) const noexcept {
   std::size_t found = 0;
   std::size_t next = 0;
-  for (std::size_t looked_at = 0; looked_at < kMostParts && next < count_; ++looked_at) {
+  for (std::size_t looked_at = 0; looked_at < kMaxParts && next < count_; ++looked_at) {
     const Parted parted = split_(outer);
     if (parted.last.empty()) break;
     outer = parted.outer;

@@ -1,7 +1,6 @@
-// The parts of a qualified name and of a path.
+// The parts of qualified names and of paths.
 //
-// Pure functions that allocate nothing. What they return lies in the text that
-// they are given.
+// Pure functions that do not allocate. Their results are views into their arguments.
 #pragma once
 
 #include <array>
@@ -10,46 +9,42 @@
 
 namespace vantrex::workers {
 
-// The last part of a text and what stands before it, without the separator.
+// The last part of a text and the text before it, without the separator.
 struct Parted {
   std::string_view outer;
   std::string_view last;
 };
 
-// Parts a symbol's name at its last ".", "::", "#", "/" or "->". Separators at
-// the end and a list of arguments there belong to no part: "pkg.Thing.run()"
-// ends with "run", "std::vector<int>" with "vector". Operators of C++ stay
-// whole.
+// Splits a symbol's name at its last ".", "::", "#", "/" or "->". Separators and an argument list at the end
+// are dropped: "pkg.Thing.run()" ends with "run", "std::vector<int>" with "vector". A C++ operator is not
+// split.
 Parted part_symbol(std::string_view fqn) noexcept;
 
-// Parts a path at its last "/" or "\". Separators at the end are dropped, and
-// so is a part ".".
+// Splits a path at its last "/" or "\". Separators and parts "." at the end are dropped.
 Parted part_path(std::string_view path) noexcept;
 
-// By how many code points the texts differ in length. An ill-formed byte may
-// count as one or as none.
+// The difference in length, in code points. An ill-formed byte counts as one or as none.
 std::size_t length_gap(std::string_view a, std::string_view b) noexcept;
 
-// The outer parts of a wanted name or path, to be compared with those of many
-// candidates. Borrows the text.
+// The outer parts of a wanted name or path, for comparison with those of many candidates. Borrows the text.
 class OuterParts {
  public:
-  // The function that parts a text: part_symbol or part_path.
+  // Splits a text: part_symbol or part_path.
   using Splitter = Parted (*)(std::string_view) noexcept;
 
   OuterParts(std::string_view outer, Splitter split) noexcept;
 
-  // How many of the parts are none of `outer`'s. Parts are compared in order,
-  // from the last one on, without regard to ASCII case.
+  // The number of these parts that `outer` lacks. Both are compared in order from the last part, without
+  // regard to ASCII case.
   std::size_t missing_from(std::string_view outer) const noexcept;
 
  private:
-  // Enough for any tree; more would only make a lookup slow.
-  static constexpr std::size_t kMostParts = 16;
+  // Enough for any source tree; a larger limit only makes lookups slower.
+  static constexpr std::size_t kMaxParts = 16;
 
   Splitter split_;
   std::size_t count_ = 0;
-  std::array<std::string_view, kMostParts> parts_;
+  std::array<std::string_view, kMaxParts> parts_;
 };
 
 }  // namespace vantrex::workers

@@ -1,7 +1,6 @@
-// NearestFew: the best candidates of a visit, kept in order while it goes on.
+// NearestFew: the best candidates of a visit, in order.
 //
-// Ownership: owns copies of what it keeps, and copies only what it keeps.
-// Threads: like an int.
+// Ownership: owns copies of the kept candidates and copies nothing else. Threads: safe for concurrent reads.
 #pragma once
 
 #include <algorithm>
@@ -14,25 +13,23 @@
 
 namespace vantrex::workers {
 
-// How near a candidate is; less is nearer. The members count in their order.
+// How near a candidate is; less is nearer. Members are compared in order.
 struct Rank {
-  std::size_t tier = 0;        // the class of likeness, as the policy has it
+  std::size_t tier = 0;        // the class of likeness
   std::size_t distance = 0;    // within the class
-  std::size_t unshared = 0;    // qualifiers or directories of the wanted one that the candidate lacks
-  std::size_t lacking = 0;     // letters of the wanted name that the candidate lacks
-  std::size_t name_gap = 0;    // by how much the names differ in length
-  std::size_t length_gap = 0;  // by how much the whole texts do
+  std::size_t unshared = 0;    // qualifiers or directories that the candidate lacks
+  std::size_t lacking = 0;     // letters that the candidate lacks
+  std::size_t name_gap = 0;    // the difference in length of the names
+  std::size_t length_gap = 0;  // the difference in length of the whole texts
 
   friend auto operator<=>(const Rank&, const Rank&) = default;
 };
 
-// Keeps the best candidates of those that are offered, each key once. What is
-// kept does not depend on the order of the offers, since candidates of one rank
-// are ordered by all that they say.
+// Keeps the best of the offered candidates, each key once. The result does not depend on the order of the
+// offers: candidates of equal rank are ordered by their fields.
 //
-// Candidate names the forms that a candidate has: View, to look at and ordered,
-// and Owned, to keep; own(View) and view(Owned) turn one into the other, and
-// key(View) tells what a candidate is called.
+// Candidate is a traits class: View, an ordered view of a candidate; Owned, its copy; own(View) and
+// view(Owned), the conversions; key(View), the candidate's name.
 template <typename Candidate>
 class NearestFew {
  public:
@@ -43,11 +40,10 @@ class NearestFew {
 
   NearestFew() { entries_.reserve(kCapacity + 1); }
 
-  // The rank that nothing worse than has a chance, null while anything has.
+  // The rank to beat; null until the list is full.
   const Rank* worst() const noexcept { return entries_.size() < kCapacity ? nullptr : &entries_.back().rank; }
 
-  // Keeps `candidate` if it is among the best. Allocates only then. When it
-  // throws, nothing has changed.
+  // Keeps `candidate` if it is among the best. Allocates only then. Strong exception guarantee.
   void offer(const Rank& rank, const View& candidate) {
     const auto goes_before = [&](const Entry& entry) {
       const std::strong_ordering order = rank <=> entry.rank;
@@ -67,7 +63,7 @@ class NearestFew {
     entries_.insert(std::find_if(entries_.begin(), entries_.end(), goes_before), std::move(entry));
   }
 
-  // What was kept, the best first.
+  // The kept candidates, best first.
   std::vector<Owned> take() && {
     std::vector<Owned> items;
     items.reserve(entries_.size());

@@ -10,7 +10,7 @@ namespace {
 
 enum Tier : std::size_t { kWholeSuffix, kSameBaseName, kSameStem, kNear };
 
-// Whether one of two lists of directories ends with all of the other.
+// Whether one of two directories is a suffix of the other, part by part.
 bool one_ends_with_other(std::string_view a, std::string_view b) noexcept {
   for (;;) {
     const Parted from_a = part_path(a);
@@ -49,11 +49,11 @@ std::optional<Rank> PathMatch::likeness(const Parted& path, const Rank* worst) {
   if (models::same_but_for_case(base.stem, wanted_base_.stem)) return Rank{.tier = kSameStem};
   if (worst != nullptr && worst->tier < kNear) return std::nullopt;
   stem_.assign(base.stem);
-  std::size_t most = std::max(stem_.letters.size(), wanted_stem_.letters.size()) / 3;
-  if (worst != nullptr) most = std::min(most, worst->distance / 2);
-  if (stem_.letters.empty() || least_edits(wanted_stem_, stem_) > most) return std::nullopt;
-  const std::size_t edits = edits_.to(stem_.letters, most);
-  if (edits > most) return std::nullopt;
+  std::size_t max = std::max(stem_.letters.size(), wanted_stem_.letters.size()) / 3;
+  if (worst != nullptr) max = std::min(max, worst->distance / 2);
+  if (stem_.letters.empty() || min_edits(wanted_stem_, stem_) > max) return std::nullopt;
+  const std::size_t edits = edits_.to(stem_.letters, max);
+  if (edits > max) return std::nullopt;
   const bool same_extension = models::same_but_for_case(base.extension, wanted_base_.extension);
   return Rank{.tier = kNear, .distance = 2 * edits + (same_extension ? 0U : 1U)};
 }

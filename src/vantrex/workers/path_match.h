@@ -1,19 +1,16 @@
-// PathMatch: how near the paths of an index are to a wanted one.
+// PathMatch: how near the paths of an index are to a wanted path.
 //
-// Purpose: the policy of path lookup. What counts is the base name; the classes
-// of likeness, the nearest first:
-//   one path is the end of the other, so that a foreign prefix does no harm;
+// Purpose: the ranking of path lookup. The base name decides on the class of likeness. The classes, nearest
+// first:
+//   one path is a suffix of the other, so a foreign prefix does not matter;
 //   the same base name in another directory;
 //   the same stem, which is the base name without its last extension;
-//   a third of the letters of the longer stem edited, at most, where letters
-//   are compared without separators.
-// Case does not matter beyond a tie. Within a class the smaller distance is
-// nearer, then the candidate with the wanted extension, then the one that
-// shares more directories, then the one that holds more of the wanted letters,
-// then the one of more similar length.
+//   a stem with edits, at most a third of the letters of the longer stem, separators ignored.
+// Case matters only for a tie. Within a class the order is: fewer edits, the same extension, more shared
+// directories, more shared letters, a smaller difference in length.
 //
-// Ownership: borrows the wanted path. Threads: one match serves one thread,
-// since it reuses its memory from candidate to candidate.
+// Ownership: borrows the wanted path. Threads: use one object on one thread only; it reuses its memory for
+// each candidate.
 #pragma once
 
 #include <optional>
@@ -30,17 +27,16 @@ class PathMatch {
  public:
   explicit PathMatch(std::string_view wanted);
 
-  // Whether anything can be near at all: a path of slashes alone names no file.
+  // Whether the wanted path has a base name. Without one nothing is near.
   bool possible() const noexcept { return !parted_wanted_.last.empty(); }
 
-  // How near `path` is; nothing when it is not, or when it is farther than
-  // `worst`, which may be null. Throws std::bad_alloc, for a base name longer
-  // than all before it.
+  // The rank of `path`; nothing if it is not near, or farther than `worst` (may be null). Throws
+  // std::bad_alloc, for a base name longer than all before it.
   std::optional<Rank> rank(std::string_view path, const Rank* worst);
 
  private:
-  // A base name in two: "main.test.py" is "main.test" and ".py". A dot in front
-  // begins no extension.
+  // A base name in two pieces: "main.test.py" has the stem "main.test" and the extension ".py". A leading dot
+  // does not begin an extension.
   struct BaseName {
     explicit BaseName(std::string_view base) noexcept;
     std::string_view stem;

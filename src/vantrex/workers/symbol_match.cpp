@@ -11,10 +11,10 @@ namespace {
 
 enum Tier : std::size_t { kSameName, kSameButCase, kSameButSeparators, kSameWords, kNear, kPart };
 
-constexpr std::size_t kLeastPart = 4;
+constexpr std::size_t kMinPart = 4;
 
 std::optional<Rank> part_likeness(const FoldedName& wanted, const FoldedName& name) noexcept {
-  if (wanted.letters.size() < kLeastPart || (wanted.occurring & ~name.occurring) != 0) return std::nullopt;
+  if (wanted.letters.size() < kMinPart || (wanted.letter_mask & ~name.letter_mask) != 0) return std::nullopt;
   const std::size_t place = name.letters.find(wanted.letters);
   if (place == std::u32string::npos) return std::nullopt;
   return Rank{.tier = kPart, .distance = place == 0 ? 0U : 1U};
@@ -34,13 +34,13 @@ std::optional<Rank> SymbolMatch::folded_likeness(const Rank* worst) const {
   const std::u32string& letters = name_.letters;
   if (wanted.empty() || letters.empty()) return std::nullopt;
   if (letters == wanted) return Rank{.tier = kSameButSeparators};
-  if (wanted_name_.words == name_.words) return Rank{.tier = kSameWords};
+  if (wanted_name_.word_hash == name_.word_hash) return Rank{.tier = kSameWords};
   if (worst != nullptr && worst->tier < kNear) return std::nullopt;
-  std::size_t most = std::max(wanted.size(), letters.size()) / 3;
-  if (worst != nullptr && worst->tier == kNear) most = std::min(most, worst->distance);
-  if (least_edits(wanted_name_, name_) <= most) {
-    const std::size_t edits = edits_.to(letters, most);
-    if (edits <= most) return Rank{.tier = kNear, .distance = edits};
+  std::size_t max = std::max(wanted.size(), letters.size()) / 3;
+  if (worst != nullptr && worst->tier == kNear) max = std::min(max, worst->distance);
+  if (min_edits(wanted_name_, name_) <= max) {
+    const std::size_t edits = edits_.to(letters, max);
+    if (edits <= max) return Rank{.tier = kNear, .distance = edits};
   }
   if (worst != nullptr && worst->tier < kPart) return std::nullopt;
   return part_likeness(wanted_name_, name_);

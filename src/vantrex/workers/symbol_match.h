@@ -1,19 +1,19 @@
-// SymbolMatch: how near the symbols of an index are to a wanted one.
+// SymbolMatch: how near the symbols of an index are to a wanted symbol.
 //
-// Purpose: the policy of symbol lookup. What counts is the last part of a name;
-// its likeness to the wanted one falls into classes, the nearest first:
-//   the same name, so that only the qualifiers differ;
-//   the same but for case; the same but for separators (snake, camel, kebab);
+// Purpose: the ranking of symbol lookup. The last part of the name decides on the class of likeness. The
+// classes, nearest first:
+//   the same name, with other qualifiers;
+//   the same name except for case;
+//   the same name except for case and separators (snake, camel, kebab);
 //   the same words in another order;
-//   a third of the letters of the longer name edited, at most;
-//   the beginning of a name, then any part of one, from four letters on.
-// Within a class the smaller distance is nearer, then the candidate that shares
-// more qualifiers, then the one that holds more of the wanted letters (a letter
-// left out or two swapped are likelier than one particular wrong letter), then
-// the one of more similar length.
+//   a name with edits, at most a third of the letters of the longer name;
+//   the wanted name as a prefix, then as another part of the name, from four letters on.
+// Within a class the order is: fewer edits, more shared qualifiers, more shared letters, a smaller difference
+// in length. Shared letters count because a missing letter or a swap is likelier than one particular wrong
+// letter.
 //
-// Ownership: borrows the wanted name. Threads: one match serves one thread,
-// since it reuses its memory from candidate to candidate.
+// Ownership: borrows the wanted name. Threads: use one object on one thread only; it reuses its memory for
+// each candidate.
 #pragma once
 
 #include <optional>
@@ -30,12 +30,11 @@ class SymbolMatch {
  public:
   explicit SymbolMatch(std::string_view wanted);
 
-  // Whether anything can be near at all: a text without a name has no likeness.
+  // Whether the wanted symbol has a name. Without one nothing is near.
   bool possible() const noexcept { return !parted_wanted_.last.empty(); }
 
-  // How near the symbol `fqn` is; nothing when it is not, or when it is farther
-  // than `worst`, which may be null. Throws std::bad_alloc, for a name longer
-  // than all before it.
+  // The rank of the symbol `fqn`; nothing if it is not near, or farther than `worst` (may be null). Throws
+  // std::bad_alloc, for a name longer than all before it.
   std::optional<Rank> rank(std::string_view fqn, const Rank* worst);
 
  private:

@@ -34,7 +34,7 @@ const JsonValue& required(const JsonObject& step, std::string_view field, std::s
   return *value;
 }
 
-// The call that a step makes.
+// The call of a step.
 struct Call {
   Call(const JsonValue& step, std::size_t position) {
     const JsonObject* object = step.object();
@@ -49,7 +49,7 @@ struct Call {
   const JsonValue* args;
 };
 
-// Whether the sizes of their arguments tell all of a few calls apart.
+// Whether there are only a few steps and their arguments all have different sizes, so that no call repeats.
 bool all_differ_in_size(const JsonList& steps) {
   constexpr std::size_t kFew = 2 * MAX_STEPS;
   if (steps.size() > kFew) return false;
@@ -63,7 +63,7 @@ bool all_differ_in_size(const JsonList& steps) {
   return true;
 }
 
-// Those of `steps` that `keeps` is true for, called with each and its position.
+// The steps for which `keeps(step, position)` is true.
 template <typename Keeps>
 JsonList filtered(JsonList steps, Keeps keeps) {
   JsonList kept;
@@ -80,8 +80,7 @@ JsonList served(JsonList steps, const ServedTools* serves) {
                   [serves](const JsonValue& step, std::size_t) { return is_served(step, serves); });
 }
 
-// The steps that the tool itself gave, taken out of its answer; empty when it
-// gave none.
+// Removes the tool's own steps from its answer. Empty if it gave none.
 JsonList take_own_steps(JsonObject& response) {
   std::optional<JsonValue> own = response.remove("next_steps");
   JsonList* steps = own ? own->list() : nullptr;

@@ -1,12 +1,9 @@
-// Which follow-up steps an answer carries, and their place in it.
+// The choice of an answer's steps, and their place in it.
 //
-// Steps that the tool gave for its own answer take the place of all others.
-// Without any, the signals that the answer calls for come first, then the usual
-// follow-ups, without repeats and at most MAX_STEPS of them. Either way the
-// hint budget has the last word.
+// The tool's own steps replace all others. Otherwise the signals come first, then the usual follow-ups,
+// without repeats and at most MAX_STEPS of them. The hint budget applies in both cases.
 //
-// Threads: no state is kept; one answer must not be used by another thread
-// while it gets its steps.
+// Threads: no state; do not use the same answer on two threads at once.
 #pragma once
 
 #include <cstddef>
@@ -21,62 +18,55 @@
 
 namespace vantrex::tool_handlers::next_steps {
 
-// Thrown for an entry of a list of steps that cannot be told from others: it is
-// no object, or lacks the field "tool" or "args". what() says which.
+// Thrown for a step without a call: it is no object, or lacks the field "tool" or "args". what() names the
+// position and the field.
 class MalformedStep : public std::invalid_argument {
  public:
-  // `field` is the one that is missing, or empty when the entry is no object.
+  // `field` is the missing field, or empty if the step is no object.
   MalformedStep(std::size_t position, std::string_view field);
 };
 
-// The call that `step` makes, as text: two steps make the same call when their texts
-// are equal. `position` is the step's in its list, for the error. Throws
-// MalformedStep and std::bad_alloc.
+// The call of `step` as text. Two steps make the same call if and only if their texts are equal. `position`
+// is the step's position in its list, for the error. Throws MalformedStep and std::bad_alloc.
 std::string call_text(const values::JsonValue& step, std::size_t position);
 
-// `steps` without repeats of the same call: of the steps that name the same
-// tool and the same arguments, in whatever order, the first stays. Throws
-// MalformedStep and std::bad_alloc.
+// `steps` without repeated calls. Of the steps with the same tool and the same arguments, in any order of
+// fields, the first stays. Throws MalformedStep and std::bad_alloc.
 values::JsonList _deduplicated(values::JsonList steps);
 
-// The steps that an answer may get: those that its tool gave, or, when there are
-// none, those of the module.
+// The candidate steps of an answer. `signals` and `usual` are empty if there are own steps.
 struct Candidates {
   values::JsonList own = {};
   values::JsonList signals = {};
   values::JsonList usual = {};
 };
 
-// The steps of an answer before the budget, and how many of them it must keep.
+// The steps of an answer before the budget applies, and how many of them always stay.
 struct Choice {
   values::JsonList steps;
   Keep keep;
 };
 
-// Whether a server that has `serves` has the call; null has every call. `step` is one
-// of the module's own.
+// Whether the server has the call. A null `serves` has every call.
 bool is_served(std::string_view tool, std::optional<std::string_view> action,
                const ServedTools* serves) noexcept;
+// The same for a step that the module made.
 bool is_served(const values::JsonValue& step, const ServedTools* serves) noexcept;
 
-// The choice from the candidates, of which those of the tables must be served. Throws
-// as _deduplicated.
+// Chooses from the candidates. Those from the tables must be served. Throws what _deduplicated throws.
 Choice choose_steps(Candidates candidates, const ServedTools* serves);
 
-// Does to `response` what comes before the choice of its steps: drops its null
-// fields and adds the freshness block. Throws std::bad_alloc, and then some of it
-// may be done.
+// Prepares `response` for the choice of its steps: drops its null fields and adds the freshness block. Throws
+// std::bad_alloc; `response` may then be changed in part.
 void prepare(values::JsonObject& response, values::JsonValue freshness);
 
-// The steps that `response` may get. Takes its field "next_steps" out. The tool, the
-// action and the arguments must not lie in `response`. Throws std::bad_alloc, and
-// then `response` may have lost the field.
+// The candidate steps of `response`. Removes its field "next_steps". The tool, the action and the arguments
+// must not lie in `response`. Throws std::bad_alloc; the field may then be lost.
 Candidates candidate_steps(values::JsonObject& response, std::string_view tool_name,
                            const FinishOptions& options);
 
-// Replaces the field "next_steps" of `response` by the steps it is to carry, as
-// its last field, or removes it when there are none. Returns `response`. The
-// freshness block is not used. Otherwise as candidate_steps.
+// Gives `response` its steps: sets "next_steps" as its last field, or removes the field if there are no
+// steps. Returns `response`. Ignores the freshness block. Otherwise as candidate_steps.
 values::JsonObject& _add_next_steps(values::JsonObject& response, std::string_view tool_name,
                                     const FinishOptions& options = {});
 

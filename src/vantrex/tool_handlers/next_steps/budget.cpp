@@ -22,7 +22,7 @@ bool is_hint_key(std::string_view key) noexcept {
   return std::find(HINT_KEYS.begin(), HINT_KEYS.end(), key) != HINT_KEYS.end();
 }
 
-// The fields or items of a container that are still to be looked at.
+// The fields or items of a container that are still to be visited.
 struct Level {
   const JsonField* field;
   const JsonField* fields_end;
@@ -31,8 +31,8 @@ struct Level {
 };
 using Levels = values::WalkStack<Level>;
 
-// Finds the hint fields of a tree. Calls `on_hint` for each, with the levels
-// down to it, of which each stands behind the field or item that leads there.
+// Visits the hint fields of a tree. `on_hint` gets each value and the open levels. In each level the field or
+// item that leads to the value is the one before the next to visit.
 template <typename OnHint>
 class HintWalk {
  public:
@@ -40,7 +40,7 @@ class HintWalk {
 
   void open(const JsonObject& object) { walk_.push(object.begin(), object.end(), nullptr, nullptr); }
   void open(const JsonList& list) { walk_.push(nullptr, nullptr, list.begin(), list.end()); }
-  // Whether there was anything to open; only a list or an object may hold hints.
+  // Opens a list or an object; false for any other value.
   bool open(const JsonValue& value) {
     if (const JsonObject* object = value.object()) {
       open(*object);
@@ -54,13 +54,13 @@ class HintWalk {
 
   void finish() {
     while (!walk_.empty()) {
-      if (look_through(walk_.top())) walk_.pop();
+      if (visit_rest(walk_.top())) walk_.pop();
     }
   }
 
  private:
-  // Goes on with a level; false when one of its values was opened instead.
-  bool look_through(Level& level) {
+  // Visits the rest of a level. Returns false if it opened a nested container instead.
+  bool visit_rest(Level& level) {
     while (level.field != level.fields_end) {
       const JsonField& field = *level.field++;
       if (is_hint_key(field.key.view())) {
@@ -96,15 +96,15 @@ bool is_plain_name(std::string_view key) noexcept {
   return !key.empty() && std::all_of(key.begin(), key.end(), is_plain);
 }
 
-// "results[3].note"; a name that is no word stands in brackets: ["a b"].
+// The path to the current field: "results[3].note". A name that is not a plain word is quoted: ["a b"].
 std::string path_text(const Levels& levels) {
   std::string path;
-  const JsonValue* reached = nullptr;  // the root, at first
+  const JsonValue* reached = nullptr;  // null for the root
   for (std::size_t depth = 0; depth < levels.size(); ++depth) {
     const Level& level = levels[depth];
     if (level.fields_end == nullptr) {
       const auto left = static_cast<std::size_t>(level.items_end - level.item);
-      // NOLINTNEXTLINE(clang-analyzer-core.CallAndMessage): the first level is an object's.
+      // NOLINTNEXTLINE(clang-analyzer-core.CallAndMessage): the first level is an object.
       path += '[' + std::to_string(reached->list()->size() - left - 1) + ']';
       reached = level.item - 1;
       continue;
@@ -150,9 +150,9 @@ JsonList _within_share(const JsonObject& response, JsonList steps, Keep keep) {
   const std::size_t hints = _hint_size(response);
   AddedBytes added(steps);
 
-  // The room grows with the answer, so what fits a part of it fits all of it. Most
-  // answers need not be measured, and no other beyond where the share is enough for
-  // all steps. Where that is not reached, the size is exact.
+  // The room grows with the answer, so steps that fit a part of the answer fit all of it. Most answers are
+  // therefore not measured. Others are measured only up to the size whose share is enough for all steps;
+  // below that the size is exact.
   constexpr auto kEnough = static_cast<std::size_t>(1 / HINT_SHARE) + 1;
   static_assert(HINT_SHARE * kEnough > 1);
   if (AnswerBytes{0, hints}.over_room(added.bytes()) <= 0) return steps;

@@ -61,7 +61,7 @@ std::vector<SilentSignal> silent_signals(const AnswerView& answer, const SignalR
   return {{row.key, std::move(lacks)}};
 }
 
-// Tells what the tables have for the answer, and what they did not give.
+// Records the rows that apply to the answer, and the hints and signals that give no step.
 void explain_tables(Explanation& explained, const AnswerView& answer, std::string_view tool,
                     const FinishOptions& options) {
   if (const FollowUps* usual = usual_row(tool, options.action)) {
@@ -86,13 +86,13 @@ JsonList kept_steps(const std::vector<CandidateStep>& candidates) {
   return kept;
 }
 
-// "over the room by 17 bytes", a part of a byte counting as one.
+// "over the room by 17 bytes"; the bytes are rounded up.
 std::string over_room_text(double bytes) {
   const auto whole = static_cast<std::int64_t>(std::ceil(bytes));
   return "over the room by " + std::to_string(whole) + (whole == 1 ? " byte" : " bytes");
 }
 
-// A row's key, or null when there is none.
+// `key`, or null if it is empty.
 JsonValue row_key(std::string_view key) {
   return key.empty() ? JsonValue() : JsonValue(key);
 }

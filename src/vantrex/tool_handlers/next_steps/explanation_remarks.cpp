@@ -33,7 +33,7 @@ std::string listed(const Texts& texts) {
   return list;
 }
 
-// What an entry of an own list lacks to be a step; empty when it is one.
+// Why an entry of an own list is no step; empty if it is one.
 std::string lack_of_step(const JsonValue& entry) {
   const JsonObject* step = entry.object();
   if (step == nullptr) return "is no object";
@@ -43,7 +43,7 @@ std::string lack_of_step(const JsonValue& entry) {
   return "";
 }
 
-// Every tool that the tables name, also one that only a step calls.
+// The tools of all rows and of all steps in the tables.
 std::set<std::string> table_tools() {
   std::set<std::string> tools;
   const auto add_tool_of = [&](std::string_view key) { tools.emplace(key.substr(0, key.find(':'))); };

@@ -1,6 +1,6 @@
-// What in an answer looks like a mistake of its tool's author.
+// Remarks on an answer: likely mistakes of its tool's author.
 //
-// Pure functions; they throw only std::bad_alloc.
+// Pure functions. Throw only std::bad_alloc.
 #pragma once
 
 #include <string>
@@ -14,12 +14,12 @@
 
 namespace vantrex::tool_handlers::next_steps {
 
-// The remarks on the field "next_steps" as the tool gave it, null when it gave none:
-// it is no list, or its entries are no steps.
+// Remarks on the field "next_steps" that the tool gave, null if it gave none: it is no list, or its entries
+// are no steps.
 std::vector<std::string> remarks_on_own_steps(const values::JsonValue& own);
 
-// The remarks on an answer whose steps come from the tables: neither they nor `serves`
-// know the tool, or a hint of `absent` looked for hits where there is no hit list.
+// Remarks on an answer whose steps come from the tables: neither the tables nor `serves` know the tool, or a
+// hint of `absent` takes its argument from hits and the answer has no hit list.
 std::vector<std::string> remarks_on_tables(const AnswerView& answer, std::string_view tool,
                                            const ServedTools* serves, const std::vector<AbsentHint>& absent);
 

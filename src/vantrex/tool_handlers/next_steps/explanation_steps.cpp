@@ -27,8 +27,7 @@ std::vector<CandidateStep> considered(const Candidates& found, const TableRows& 
   return candidates;
 }
 
-// The position of the first candidate that makes the same call as the one at
-// `position`, which is its own when there is none before it.
+// The position of the first candidate with the same call as the one at `position`.
 std::size_t first_of_call(const std::vector<CandidateStep>& candidates, std::size_t position) {
   const auto call = [&](std::size_t at) { return call_text(candidates[at].step, at); };
   const std::string wanted = call(position);
@@ -37,9 +36,8 @@ std::size_t first_of_call(const std::vector<CandidateStep>& candidates, std::siz
   return before;
 }
 
-// The candidates that were chosen, in their order, for the budget to judge. The others
-// that are served get their verdict here: they repeat a call, or come after the last
-// that was chosen.
+// The chosen candidates in order; the budget decides on them. Sets the verdict of each other served
+// candidate: it repeats a call, or comes after the last chosen one.
 std::vector<CandidateStep*> sort_out(std::vector<CandidateStep>& candidates, const JsonList& chosen) {
   std::vector<CandidateStep*> judged;
   for (std::size_t position = 0; position < candidates.size(); ++position) {
@@ -55,8 +53,7 @@ std::vector<CandidateStep*> sort_out(std::vector<CandidateStep>& candidates, con
   return judged;
 }
 
-// Tells each of `steps` by how many bytes the hints up to it are over their room in an
-// answer of `bytes`.
+// Sets `over_room` of each of `steps`, in an answer of `bytes`.
 void measure(const AnswerBytes& bytes, const std::vector<CandidateStep*>& steps) {
   AddedBytes added;
   for (CandidateStep* step : steps) {

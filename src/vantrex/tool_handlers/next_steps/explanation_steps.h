@@ -1,6 +1,6 @@
-// What became of each step that an answer could have got.
+// The verdicts on the candidate steps of an answer.
 //
-// A pure function; it throws only std::bad_alloc and what _deduplicated throws.
+// A pure function. Throws only std::bad_alloc and what _deduplicated throws.
 #pragma once
 
 #include <vector>
@@ -11,10 +11,9 @@
 
 namespace vantrex::tool_handlers::next_steps {
 
-// The steps of `found` in their order, each with its verdict: the kept ones are
-// those that `answer`, which has no "next_steps" yet, gets of them from a server that
-// has `serves`. `rows` are the rows that signals and usual follow-ups came from, `bytes`
-// those of `answer`.
+// The steps of `found` in order, each with its verdict. The kept ones are those that `answer` gets from a
+// server with `serves`. `answer` has no "next_steps" yet; `bytes` are its sizes. `rows` are the rows of the
+// signals and usual follow-ups.
 std::vector<CandidateStep> judged_steps(const values::JsonObject& answer, const AnswerBytes& bytes,
                                         const Candidates& found, const TableRows& rows,
                                         const ServedTools* serves = nullptr);

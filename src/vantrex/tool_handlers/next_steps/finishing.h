@@ -1,10 +1,8 @@
 // The pipeline that every answer passes through before it is sent.
 //
-// Ownership: an answer is taken by value. Pass it with std::move when it is no
-// longer needed: it is finished in place, nothing in it is copied, and it is
-// consumed, also on failure. Passed as an lvalue, it is copied first and never
-// changes. Threads: no state is kept, so any number of threads may finish answers
-// at once, as lvalues also the same one.
+// Ownership: an answer is taken by value. Moved, it is finished in place without copies, and it is consumed,
+// also on failure. Passed as an lvalue, it is copied and unchanged. Threads: no state; safe for concurrent
+// calls, also with the same lvalue.
 #pragma once
 
 #include <cstddef>
@@ -17,34 +15,33 @@
 
 namespace vantrex::tool_handlers::next_steps {
 
-// `value` without the object fields whose value is null, at any depth. Null items
-// of lists stay, and so do objects that become empty. Throws only std::bad_alloc.
+/// `value` without the object fields whose value is null, at any depth. Null items of lists and objects that
+/// become empty stay. Throws only std::bad_alloc.
 NEXT_STEPS_API values::JsonValue without_null_fields(values::JsonValue value);
+/// The same for an object.
 NEXT_STEPS_API values::JsonObject without_null_fields(values::JsonObject object);
 
-// What finish_answer is told beside the answer and the tool, by name:
-// finish_answer(std::move(answer), "symbol", {.action = "callers", .arguments = &request}).
-// Read what the options need of an answer before the call that takes it.
+/// The named arguments of finish_answer:
+///   finish_answer(std::move(answer), "symbol", {.action = "callers", .arguments = &request})
 struct FinishOptions {
-  // The action that the tool ran; absent for a tool without actions.
+  /// The action that the tool ran; absent for a tool without actions.
   OptionalText action = nullptr;
-  // The request's arguments, borrowed for the call; null when there were none. They
-  // must not lie in the answer.
+  /// The request's arguments, borrowed for the call; null if there are none. Must not lie in the answer.
   const values::JsonObject* arguments = nullptr;
-  // The index's freshness block, null while the index is current.
+  /// The index's freshness block; null while the index is current.
   values::JsonValue freshness = nullptr;
-  // What the server has, borrowed for the call; null when it has every tool. Steps
-  // from the tables that it does not have are left out; own steps and those of a
-  // miss are the handler's word and stay.
+  /// The tools that the server has, borrowed for the call; null if it has every tool. Steps from the tables
+  /// to other tools are left out. Own steps and those of a miss stay.
   const ServedTools* serves = nullptr;
 };
 
-// The finished answer to a request: `response` without its null fields, with
-// the freshness block, and with "next_steps" as its last field when there is a
-// step to take. `tool_name` is the tool that answered; it must not lie in the
-// answer. Throws std::bad_alloc.
+/// The finished answer to a request: `response` without null fields, with the freshness block, and with
+/// "next_steps" as its last field if there is a step. `tool_name` is the tool that answered; it must not lie
+/// in the answer. To pass options that depend on the answer, read them before the call. Throws
+/// std::bad_alloc.
 NEXT_STEPS_API values::JsonObject finish_answer(values::JsonObject response, std::string_view tool_name,
                                                 FinishOptions options = {});
+/// A null pointer is not the name of a tool.
 values::JsonObject finish_answer(values::JsonObject response, std::nullptr_t,
                                  FinishOptions options = {}) = delete;
 

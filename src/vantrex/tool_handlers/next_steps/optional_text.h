@@ -1,7 +1,7 @@
-// OptionalText: a text that may be absent, for named parameters.
+// OptionalText: a text that may be absent, for named arguments.
 //
-// Unlike an optional string it takes nullptr for absent, also as the null pointer
-// of a C string. It owns its text, which may be any bytes.
+// Unlike std::optional<std::string> it converts from nullptr and from a null const char*, which both mean
+// absent. It owns its text, which may be any bytes.
 #pragma once
 
 #include <cstddef>
@@ -12,25 +12,32 @@
 
 namespace vantrex::tool_handlers::next_steps {
 
-// A text, or its absence.
+/// A text, or nothing.
 class OptionalText {
  public:
-  // Absent.
+  /// Absent.
   OptionalText() noexcept = default;
-  // Absent for null and for an empty optional, else the text itself, "" included.
   // NOLINTBEGIN(google-explicit-constructor): a text or its absence.
+  /// Absent.
   OptionalText(std::nullptr_t) noexcept {}
+  /// Absent.
   OptionalText(std::nullopt_t /*absent*/) noexcept {}
+  /// A copy of `text`; "" is a text, too.
   OptionalText(std::string_view text) : text_(text) {}
+  /// The text itself.
   OptionalText(std::string text) noexcept : text_(std::move(text)) {}
+  /// A copy of `text`; absent for a null pointer.
   OptionalText(const char* text) {
     if (text != nullptr) text_ = text;
   }
+  /// The text itself; absent for an empty optional.
   OptionalText(std::optional<std::string> text) noexcept : text_(std::move(text)) {}
+  /// A copy of the text; absent for an empty optional.
   OptionalText(std::optional<std::string_view> text) : text_(text) {}
 
-  // The text as a view, valid as long as this object.
+  /// The text as a view, valid as long as this object.
   operator std::optional<std::string_view>() const& noexcept { return text_; }
+  /// Deleted: the view would dangle.
   operator std::optional<std::string_view>() const&& = delete;
   // NOLINTEND(google-explicit-constructor)
 

@@ -1,11 +1,9 @@
-// ServedTools: which tools and actions a server has.
+// ServedTools: the set of tools and actions that a server has.
 //
-// Purpose: a server that lacks some of the tools names those that it has, so that
-// no answer offers a step to another. Make one set for the server, before the first
-// answer.
+// Purpose: a server that lacks some tools names those that it has, so that no answer offers a step to another
+// one. Create one set for the server, before the first answer.
 //
-// Ownership: owns its texts, which may be any bytes. Threads: any number may read
-// one set at once.
+// Ownership: owns its texts, which may be any bytes. Threads: safe for concurrent reads.
 #pragma once
 
 #include <functional>
@@ -21,29 +19,27 @@
 
 namespace vantrex::tool_handlers::next_steps {
 
-// A tool with all its actions, or one action of it.
+/// A tool with all its actions, or one action of a tool.
 struct ServedTool {
-  std::string tool;               // "symbol"
-  OptionalText action = nullptr;  // absent for the tool itself and all its actions
+  std::string tool;               ///< "symbol"
+  OptionalText action = nullptr;  ///< absent for the tool with all its actions
 };
 
-// A set of tools and actions.
+/// A set of tools and actions.
 class NEXT_STEPS_API ServedTools {
  public:
-  // The empty set, of a server without tools.
+  /// The empty set: a server without tools.
   ServedTools() = default;
-  // The set of `tools`: {{"search"}, {"symbol", "detail"}, {"symbol", "callers"}}.
-  // Throws std::bad_alloc.
+  /// The set of `tools`: {{"search"}, {"symbol", "detail"}, {"symbol", "callers"}}. Throws std::bad_alloc.
   ServedTools(std::initializer_list<ServedTool> tools);
 
-  // Adds a tool or an action; one that is there already changes nothing. Throws
-  // std::bad_alloc.
+  /// Adds a tool or an action. Throws std::bad_alloc.
   void add(const ServedTool& served);
 
-  // Whether the server has the action, or, without an action, the tool itself.
+  /// Whether the server has the action, or, without an action, the tool itself.
   bool contains(std::string_view tool, std::optional<std::string_view> action) const noexcept;
 
-  // Whether the server has the tool or any action of it.
+  /// Whether the server has the tool or any of its actions.
   bool contains_any_of(std::string_view tool) const noexcept { return tools_.contains(tool); }
 
  private:

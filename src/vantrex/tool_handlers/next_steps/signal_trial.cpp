@@ -28,8 +28,8 @@ SignalTrial::SignalTrial(const SignalRow& row)
                {"fqn", "FQN"},
                {"path", "PATH"},
                {"what", row.key.substr(row.key.find(':') + 1)}} {
-  constexpr std::int64_t kMostHits = 1000;
-  while (!fires_with("hits", hits_) && hits_ < kMostHits) ++hits_;
+  constexpr std::int64_t kMaxHits = 1000;
+  while (!fires_with("hits", hits_) && hits_ < kMaxHits) ++hits_;
   made_up_.set("hits", hits_);
 }
 

@@ -1,11 +1,10 @@
-// What a signal wants of an answer, found by trying it.
+// SignalTrial: the conditions of a signal, found by trying it.
 //
-// A signal is a plain function of what is known of an answer. The trial makes up an
-// answer that it fires for; what it wants, and why it did not fire for an actual
-// answer, come from changing that one. So the conditions stand in one place, the
+// A signal is a plain function of what is known about an answer. The trial starts with made-up input for
+// which the signal fires, and changes one field at a time. So the conditions are written in one place, the
 // signals themselves.
 //
-// Threads: like an int. Everything throws only std::bad_alloc.
+// Threads: safe for concurrent reads. Throws only std::bad_alloc.
 #pragma once
 
 #include <cstdint>
@@ -22,21 +21,22 @@ class SignalTrial {
  public:
   explicit SignalTrial(const SignalRow& row);
 
-  // The fewest hits that it fires for, and whether it fires for more, too.
+  // The minimum number of hits for which it fires.
   std::int64_t hits() const noexcept { return hits_; }
+  // Whether it fires for more hits, too.
   bool takes_more_hits() const;
-  // The fields that it wants beside the hits: "query", "fqn", "path".
+  // The fields that it needs besides the hits: "query", "fqn", "path".
   std::vector<std::string_view> fields() const;
 
-  // Its step for the made-up answer, whose texts are in capitals: "QUERY".
+  // Its step for the made-up input, whose texts are in capitals: "QUERY".
   values::JsonObject step() const;
 
-  // Why it does not fire for `known`: "12 hits, not 0", "7 callers, 8 are needed",
-  // "no query". Empty when it fires.
+  // Why it does not fire for `known`: "12 hits, not 0", "7 callers, 8 are needed", "no query". Empty if it
+  // fires.
   std::string lacks(const values::JsonObject& known) const;
 
  private:
-  // Whether it fires for the made-up answer with another value of one field.
+  // Whether it fires for the made-up input with `value` in one field.
   bool fires_with(std::string_view field, const values::JsonValue& value) const;
   std::string lacking_hits(const values::JsonObject& known) const;
 

@@ -1,10 +1,9 @@
-// The signals of an answer: the step that it calls for by what it says.
+// The signals: steps that the content of an answer calls for.
 //
-// No hits call for a search by meaning or a question to explore, many callers
-// for the blast radius, a file that no test covers for the tests of a change.
+// No hits call for a search by meaning or a question to explore, many callers for the blast radius, a file
+// without tests for the tests of a change.
 //
-// Pure functions: they change nothing they are given and may run on any thread.
-// They throw only std::bad_alloc.
+// Pure functions. Throw only std::bad_alloc.
 #pragma once
 
 #include <array>
@@ -17,10 +16,9 @@
 
 namespace vantrex::tool_handlers::next_steps {
 
-// Each looks at `known`, an object of five fields, and gives its step or
-// nothing:
-//   "hits"   the number of hits, null when the answer counts none
-//   "query"  the request's query when it says something, else the answer's
+// A signal reads `known`, an object of five fields, and returns its step or nothing:
+//   "hits"   the number of hits, null without a count
+//   "query"  the request's query if it is not empty, otherwise the answer's
 //   "fqn"    likewise
 //   "path"   the request's path
 //   "what"   the action, a string
@@ -29,7 +27,7 @@ std::optional<values::JsonObject> _ask_explore(const values::JsonObject& known);
 std::optional<values::JsonObject> _blast_radius(const values::JsonObject& known);
 std::optional<values::JsonObject> _untested(const values::JsonObject& known);
 
-// One row of the signals: a tool and an action joined by a colon.
+// One row of the signals. Its key is a tool and an action joined by a colon.
 struct SignalRow {
   std::string_view key;
   std::optional<values::JsonObject> (*signal)(const values::JsonObject& known);
@@ -46,13 +44,13 @@ inline constexpr std::array<SignalRow, 7> _SIGNALS = {{
 }};
 static_assert(detail::has_unique_keys(_SIGNALS));
 
-// The row for `tool` and `action`, or null.
+// The row of `tool` and `action`, or null.
 const SignalRow* signal_row(std::string_view tool, std::optional<std::string_view> action) noexcept;
 
-// What the signals look at, of an answer to the action.
+// The input of the signals for an answer to `action`.
 values::JsonObject known_to_signals(const AnswerView& answer, std::optional<std::string_view> action);
 
-// The signal steps of an answer: a list of one step at most.
+// The signal steps of an answer: a list of at most one step.
 values::JsonList _signals(const values::JsonObject& response, std::string_view tool,
                           std::optional<std::string_view> action, const values::JsonObject& arguments);
 values::JsonList signal_steps(const AnswerView& answer, std::string_view tool,

@@ -21,7 +21,7 @@ constexpr values::TextLiteral kSymbols = "symbols";
 
 constexpr logging::Logger logger("vantrex.tool_handlers.next_steps");
 
-// What `lookup` finds; nothing when it fails, with a warning about it.
+// The result of `lookup`. If it throws, logs a warning and returns nothing.
 template <typename Lookup>
 auto guarded(Lookup lookup, std::string_view warning, const models::Repository& repository,
              std::string_view wanted) -> decltype(lookup(repository, wanted)) {
@@ -33,7 +33,7 @@ auto guarded(Lookup lookup, std::string_view warning, const models::Repository& 
   } catch (...) {
     failure = std::current_exception();
   }
-  // Outside the handler, from which a cancellation of the thread could not pass.
+  // Outside the handler: a cancellation of the thread could not leave it.
   logger.warning(warning, wanted, std::move(failure));
   return {};
 }

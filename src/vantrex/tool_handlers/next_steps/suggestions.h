@@ -1,16 +1,14 @@
 // Answers to a miss: a symbol or a path that the index does not hold.
 //
-// Both mark the answer as not found, list the nearest names that the index
-// does hold, and give one step that uses the best of them. The tool handler
-// finishes the answer afterwards, like any other.
+// Each function marks the answer as not found, lists the nearest names in the index, and adds one step that
+// uses the best of them. Finish the answer afterwards, like any other.
 //
-// Ownership: the answer is changed in place and returned. Threads: no state is
-// kept; one answer must not be used by another thread meanwhile.
+// Ownership: the answer is changed in place and returned. Threads: no state; do not use the same answer on
+// two threads at once.
 //
-// A lookup that fails, with whatever it throws, costs one warning in the log
-// and is then as if nothing were near. Everything else that is thrown reaches
-// the caller, and the answer may by then hold some of the fields. The cancellation of
-// the thread is no failure and goes on.
+// Errors: an exception from the lookup, of any type, is logged as a warning and counts as no candidates; the
+// cancellation of the thread passes through. Any other exception reaches the caller, and the answer may then
+// hold some of the fields.
 #pragma once
 
 #include <string_view>
@@ -21,16 +19,15 @@
 
 namespace vantrex::tool_handlers::next_steps {
 
-// Answers a symbol request. `wanted` is the name or fqn that matched nothing,
-// any bytes; `action` the one that the step repeats on the best candidate, such
-// as "callers". Sets "found", "did_you_mean" (objects, best first) and
-// "next_steps", each in its place when `response` holds it already, and returns
-// `response`. Throws std::bad_alloc.
+/// Answers a symbol request. `wanted` is the name or fqn that matched nothing, any bytes. `action` is the
+/// action that the step repeats on the best candidate, such as "callers". Sets "found", "did_you_mean"
+/// (objects, best first) and "next_steps"; a field that `response` already holds keeps its position. Returns
+/// `response`. Throws std::bad_alloc.
 NEXT_STEPS_API values::JsonObject& suggest_symbols(values::JsonObject& response,
                                                    const models::Repository& repository,
                                                    std::string_view wanted, std::string_view action);
 
-// The same for a file request and a path; "did_you_mean" holds strings.
+/// The same for a file request and a path. "did_you_mean" holds strings.
 NEXT_STEPS_API values::JsonObject& suggest_paths(values::JsonObject& response,
                                                  const models::Repository& repository,
                                                  std::string_view wanted, std::string_view action);

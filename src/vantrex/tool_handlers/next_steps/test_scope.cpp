@@ -15,8 +15,8 @@ using values::JsonValue;
 
 namespace {
 
-// Collects paths at their first place.
-class FirstPlaces {
+// A list of paths without repeats, in the order of their first addition.
+class UniquePaths {
  public:
   void add(const JsonValue& path) {
     if (seen_.insert(*path.string()).second) paths_.push_back(path);
@@ -29,8 +29,8 @@ class FirstPlaces {
   JsonList paths_;
 };
 
-// Adds the paths that `items` names; whether there were any.
-bool add_listed(FirstPlaces& found, const JsonList& items) {
+// Adds the paths of `items`. Returns whether there are any.
+bool add_listed(UniquePaths& found, const JsonList& items) {
   bool any = false;
   for (const JsonValue& item : items) {
     if (const JsonValue* path = item_path(item, PlainStrings::are_paths)) {
@@ -44,7 +44,7 @@ bool add_listed(FirstPlaces& found, const JsonList& items) {
 }  // namespace
 
 JsonList _answer_files(const JsonObject& response, const JsonObject& arguments) {
-  FirstPlaces found;
+  UniquePaths found;
   if (const JsonValue& own = response["file"]; own.string()) found.add(own);
   for (const std::string_view key : {"affected_files", "files"}) {
     const JsonList* items = response[key].list();

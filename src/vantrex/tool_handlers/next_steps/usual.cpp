@@ -14,7 +14,7 @@ namespace {
 
 constinit const JsonValue kNothing(nullptr);
 
-// What `item` of the hit list `list_name` gives, or null.
+// The value that `takes` finds in `item` of the hit list `list_name`, or null.
 const JsonValue* taken_from_hit(const JsonValue& item, std::string_view list_name, Takes takes) {
   if (takes == Takes::path) {
     return item_path(item, list_name == "files" ? PlainStrings::are_paths : PlainStrings::ignored);
@@ -25,7 +25,7 @@ const JsonValue* taken_from_hit(const JsonValue& item, std::string_view list_nam
   return _is_code_hit(*hit) ? if_string((*hit)["fqn"]) : nullptr;
 }
 
-// What the first hit that has it gives, or null.
+// The value that `takes` finds in the first hit that has it, or null.
 const JsonValue* taken_from_hits(const AnswerView& answer, Takes takes) {
   for (std::size_t place = 0; place < _HIT_LISTS.size(); ++place) {
     const JsonList* list = answer.hit_lists()[place];
