@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <set>
 #include <string>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -73,6 +74,13 @@ TEST(ExplainAnswer, NamesThePathsOfHints) {
     }
     EXPECT_EQ(fields, row.at(1)) << row.at(0);
   }
+}
+
+TEST(ExplainAnswer, SaysWhatAnAnswerWithoutHitsLacks) {
+  const Explanation explained = explain_answer({{"fqn", "f"}, {"total", 0}}, "symbol", {.action = "callers"});
+  ASSERT_EQ(explained.silent.size(), 1U);
+  EXPECT_EQ(explained.silent[0].why, "0 callers, 8 are needed");
+  EXPECT_EQ(explained.remarks, std::vector<std::string>());
 }
 
 // A step for each letter. Equal letters make equal calls.
