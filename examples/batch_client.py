@@ -33,7 +33,10 @@ class Batch:
 
     def close(self):
         """Ends the program. Returns its exit status, which is 1 when a request was wrong."""
-        self.process.stdin.close()
+        try:
+            self.process.stdin.close()
+        except BrokenPipeError:
+            pass  # the program ended before
         return self.process.wait()
 
 
@@ -47,11 +50,11 @@ def main(program, index):
     except ValueError as error:
         print("error:", error)
     batch.process.terminate()
-    batch.process.wait()
     try:
         batch.ask(tool="search", response={})
     except EOFError as error:
         print("end:", error)
+    batch.close()
 
 
 if __name__ == "__main__":

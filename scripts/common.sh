@@ -4,7 +4,7 @@ set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
 build_packages=(g++ cmake ninja-build rapidjson-dev libcli11-dev)
-test_packages=("${build_packages[@]}" libgtest-dev nlohmann-json3-dev clang-format universal-ctags pkg-config)
+test_packages=("${build_packages[@]}" libgtest-dev nlohmann-json3-dev clang-format universal-ctags pkg-config python3)
 bench_packages=(libbenchmark-dev rapidjson-dev nlohmann-json3-dev libboost-json1.81-dev)
 ci_packages=("${test_packages[@]}" clang clang-tidy libclang-rt-14-dev)
 

@@ -55,7 +55,7 @@ Command add_batch(CLI::App& program) {
   parser
       ->add_option("--index", options->index,
                    "The index for misses; it is read again when the file is replaced")
-      ->check([](const std::string& file) { return file == "-" ? "must be a file" : ""; })
+      ->check([](const std::string& file) { return file.empty() || file == "-" ? "must be a file" : ""; })
       ->type_name("INDEX");
   options->serves.add_to(*parser);
   parser->footer(

@@ -34,6 +34,8 @@ struct BatchReply {
 // of strings such as "symbol:detail", and "id", which is any value. An optional member may
 // be null.
 //
+// A line that cannot be read as JSON has no id.
+//
 // The reply is the answer, or {"error": {"line", "column", "message"}}. If the request has
 // an id, the reply is {"id", "answer"} or {"id", "error"}.
 BatchReply reply_to(std::string_view line, std::size_t line_number, const BatchContext& context);

@@ -5,17 +5,19 @@
 #include <new>
 #include <utility>
 
+#include <sys/stat.h>
+
 #include "next_steps/ctags_index.h"
 
 namespace next_steps_program {
 
-IndexFile::IndexFile(std::string file) : file_(std::move(file)) {
-  has_changed();
-  index_ = read_ctags_index(file_);
-}
+IndexFile::IndexFile(std::string file)
+    : file_(std::move(file)), seen_(state_of(file_)), index_(read_ctags_index(file_)) {}
 
 const vantrex::models::Repository& IndexFile::current() {
-  if (!has_changed()) return index_;
+  const State now = state_of(file_);
+  if (now == seen_) return index_;
+  seen_ = now;
   try {
     index_ = read_ctags_index(file_);
   } catch (const std::bad_alloc&) {
@@ -26,15 +28,11 @@ const vantrex::models::Repository& IndexFile::current() {
   return index_;
 }
 
-// For a file that is gone, everything is 0.
-bool IndexFile::has_changed() {
-  struct stat now = {};
-  if (::stat(file_.c_str(), &now) != 0) now = {};
-  const bool same = now.st_ino == seen_.st_ino && now.st_size == seen_.st_size &&
-                    now.st_mtim.tv_sec == seen_.st_mtim.tv_sec &&
-                    now.st_mtim.tv_nsec == seen_.st_mtim.tv_nsec;
-  seen_ = now;
-  return !same;
+IndexFile::State IndexFile::state_of(const std::string& file) {
+  struct stat found = {};
+  if (::stat(file.c_str(), &found) != 0) return {};
+  return {static_cast<std::int64_t>(found.st_ino), found.st_size, found.st_ctim.tv_sec,
+          found.st_ctim.tv_nsec};
 }
 
 }  // namespace next_steps_program

@@ -1,9 +1,9 @@
 // An index file that may be replaced while the program runs.
 #pragma once
 
+#include <array>
+#include <cstdint>
 #include <string>
-
-#include <sys/stat.h>
 
 #include "vantrex/models/repository.h"
 
@@ -20,10 +20,14 @@ class IndexFile {
   const vantrex::models::Repository& current();
 
  private:
-  bool has_changed();
+  // What changes with the file: inode, size, and the seconds and nanoseconds of the last
+  // change of its contents or its attributes. All are 0 when there is no file.
+  using State = std::array<std::int64_t, 4>;
+
+  static State state_of(const std::string& file);
 
   std::string file_;
-  struct stat seen_ = {};  // of the file at the last call
+  State seen_;  // before the file was read last
   vantrex::models::InMemoryRepository index_;
 };
 

@@ -67,15 +67,16 @@ std::size_t breaking_byte(std::string_view text, std::size_t escape) {
 // Returns the offset of the first low surrogate without a high one before it, in the string
 // that starts at `quote`. The string has one, and its other escapes are valid.
 std::size_t lone_low_surrogate(std::string_view text, std::size_t quote) {
+  constexpr std::size_t kSimple = 2;  // of "\n"
+  constexpr std::size_t kUnit = 6;    // of "\u00e9"
   for (std::size_t escape = quote;;) {
     escape = text.find('\\', escape);
     if (text[escape + 1] != 'u') {
-      escape += std::string_view(R"(\n)").size();
+      escape += kSimple;
     } else if (is_surrogate(text, escape + 2, kOfLow)) {
       return escape;
     } else {
-      escape +=
-          std::string_view(is_surrogate(text, escape + 2, kOfHigh) ? R"(\ud83d\ude00)" : R"(\u00e9)").size();
+      escape += is_surrogate(text, escape + 2, kOfHigh) ? 2 * kUnit : kUnit;
     }
   }
 }

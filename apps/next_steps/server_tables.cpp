@@ -1,5 +1,6 @@
 #include "next_steps/server_tables.h"
 
+#include <algorithm>
 #include <string_view>
 
 #include "vantrex/tool_handlers/next_steps/assembly.h"
@@ -29,6 +30,10 @@ std::vector<AnswerOf> answers_of(const std::vector<module::ServedTool>& tools) {
     }
   }
   return answers;
+}
+
+bool contains(const std::vector<AnswerOf>& answers, const AnswerOf& wanted) {
+  return std::find(answers.begin(), answers.end(), wanted) != answers.end();
 }
 
 }  // namespace
@@ -68,7 +73,7 @@ std::vector<const module::SignalRow*> ServerTables::signals() const {
 std::vector<AnswerOf> ServerTables::dead_ends() const {
   std::vector<AnswerOf> dead_ends;
   for (const AnswerOf& each : answers_) {
-    if (!leads_on(each)) dead_ends.push_back(each);
+    if (!leads_on(each) && !contains(dead_ends, each)) dead_ends.push_back(each);
   }
   return dead_ends;
 }

@@ -18,6 +18,8 @@ namespace next_steps_program {
 struct AnswerOf {
   std::string tool;
   std::optional<std::string> action;
+
+  friend bool operator==(const AnswerOf&, const AnswerOf&) = default;
 };
 
 // The rows for the answers that the server gives, and the steps that the server has. Without

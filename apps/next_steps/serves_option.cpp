@@ -8,15 +8,24 @@ namespace next_steps_program {
 
 namespace module = vantrex::tool_handlers::next_steps;
 
+namespace {
+
+bool is_name(std::string_view text) {
+  constexpr std::string_view kLetters = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789_-.";
+  return !text.empty() && text.find_first_not_of(kLetters) == std::string_view::npos;
+}
+
+}  // namespace
+
 module::ServedTool read_served_tool(std::string_view text) {
-  const std::size_t colon = std::min(text.find(':'), text.size());
+  const std::size_t colon = text.find(':');
   const std::string_view tool = text.substr(0, colon);
-  if (colon == text.size() && !tool.empty()) return {.tool = std::string(tool)};
-  const std::string_view action = text.substr(std::min(colon + 1, text.size()));
-  if (tool.empty() || action.empty() || action.find(':') != std::string_view::npos) {
+  const bool has_action = colon != std::string_view::npos;
+  const std::string_view action = has_action ? text.substr(colon + 1) : "";
+  if (!is_name(tool) || (has_action && !is_name(action))) {
     throw std::invalid_argument("\"" + std::string(text) + "\" is neither TOOL nor TOOL:ACTION");
   }
-  return {.tool = std::string(tool), .action = action};
+  return {.tool = std::string(tool), .action = has_action ? module::OptionalText(action) : nullptr};
 }
 
 namespace {

@@ -12,8 +12,8 @@
 
 namespace next_steps_program {
 
-// Returns the tool or the action that `text` names: "symbol" or "symbol:detail". Throws
-// std::invalid_argument for any other text, and std::bad_alloc.
+// Returns the tool or the action that `text` names: "symbol" or "symbol:detail". Names consist of ASCII
+// letters, digits, "_", "-" and ".". Throws std::invalid_argument for any other text, and std::bad_alloc.
 vantrex::tool_handlers::next_steps::ServedTool read_served_tool(std::string_view text);
 
 // The option --serves, a list separated by commas.

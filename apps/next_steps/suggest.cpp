@@ -11,6 +11,7 @@
 #include "next_steps/json_reader.h"
 #include "next_steps/miss.h"
 #include "next_steps/output.h"
+#include "vantrex/logging/quoted_literal.h"
 
 namespace next_steps_program {
 
@@ -40,7 +41,8 @@ ExitStatus suggest(const SuggestOptions& options) {
   const auto index = read_ctags_index(options.index);
   const Wanted wanted = options.what == "symbol" ? Wanted::symbol : Wanted::path;
   if (holds(index, wanted, options.name)) {
-    throw InputRejected(options.name, "no miss: the index holds this " + options.what);
+    throw InputRejected(vantrex::logging::printable(options.name),
+                        "no miss: the index holds this " + options.what);
   }
   Request request;
   if (options.file) request.response = read_answer(*options.file);
@@ -65,6 +67,7 @@ Command add_suggest(CLI::App& program) {
       ->type_name("");
   parser->add_option("--index", options->index, "The index; standard input when -")
       ->required()
+      ->check([](const std::string& file) { return file.empty() ? "must not be empty" : ""; })
       ->type_name("INDEX");
   parser
       ->add_option("--action", options->action, "The action that was asked for; detail or symbols when none")

@@ -70,7 +70,7 @@ search --action semantic | {"results":[]} | usual search (the tool's: the action
 symbol --action callers --arguments '{"fqn":"f"}' | {"total":7} | usual symbol:callers, signal symbol:callers, signal symbol:callers: 7 callers, 8 are needed
 symbol --action references | {"total":true,"fqn":"f"} | usual symbol:references, signal symbol:references, signal symbol:references: 1 reference, 8 are needed
 symbol --action callers | {"fqn":"f"} | usual symbol:callers, signal symbol:callers, signal symbol:callers: no count of hits
-file | {"hits":[{"fqn":"f"}]} | usual file, symbol detail with fqn, file imports with path, no hits: none of the answer's fields is one of the lists LISTS
+file | {"hits":[{"fqn":"f"}]} | usual file, symbol detail with fqn, file imports with path, no hits: the answer has no list with one of the names LISTS
 file --serves search | {"hits":[{"fqn":"f"}]} | usual file
 git | {"total":0} | usual git, tests recommended with changed_files
 files | {"next_steps":{"tool":"x"},"files":["a"]} | usual files, "next_steps" is ignored: it is no list
@@ -95,7 +95,7 @@ TEST(Explain, GivesTheSameAsData) {
 symbol --action callers | {"answer":{"bytes":2670,"hint_bytes":302,"hint_fields":[{"path":"note","bytes":302}],"step_bytes":116,"room":417.9,"room_from":"share","room_text":"417 bytes (15 % of 2786)"},"rows":{"usual":"symbol:callers","usual_of_tool":false,"signal":"symbol:callers"},"candidates":[{"step":{"tool":"quality","args":{"action":"impact","fqn":"f"},"reason":"9 callers: check the blast radius"},"from":"signal symbol:callers","bytes":100,"kept":true,"why":"over the room by 1 byte, but a signal always stays"},{"step":{"tool":"symbol","args":{"action":"references","fqn":"f"},"reason":"Every use of it"},"from":"usual symbol:callers","bytes":85,"kept":false,"why":"over the room by 74 bytes"}],"absent":[],"silent":[],"remarks":[]}
 git|grep -o '.absent.*' | "absent":[{"hint":{"tool":"tests","reason":"Tests to run for these files","action":"recommended","takes":"changed_files"},"why":"no files and no base branch"}],"silent":[],"remarks":[]}
 saerch --action code --serves symbol|grep -o '.rows.*' | "rows":{"usual":null,"usual_of_tool":false,"signal":null},"candidates":[],"absent":[],"silent":[],"remarks":["unknown tool \"saerch\"; did you mean \"search\"?"]}
-tests --action for_file|grep -o '.silent.*' | "silent":[{"signal":"tests:for_file","why":"9 hits, not 0, no path"}],"remarks":["no hits: none of the answer's fields is one of the lists symbols, results, matches, definitions, callers, references, dead_symbols, files, tests, components"]}
+tests --action for_file|grep -o '.silent.*' | "silent":[{"signal":"tests:for_file","why":"9 hits, not 0, no path"}],"remarks":["no hits: the answer has no list with one of the names symbols, results, matches, definitions, callers, references, dead_symbols, files, tests, components"]}
 )x"))
     EXPECT_EQ(run("next-steps explain --json --tool " + row.at(0), long_fields).out, row.at(1) + "\n");
 }

@@ -31,7 +31,8 @@ null | null
 )")) {
     const JsonValue value = parse(row.at(0));
     EXPECT_EQ(compact_text(without_null_fields(value)), row.at(1)) << row.at(0);
-    if (value.object() != nullptr) EXPECT_EQ(compact_text(without_null_fields(*value.object())), row.at(1));
+    if (value.object() == nullptr) continue;
+    EXPECT_EQ(compact_text(without_null_fields(*value.object())), row.at(1));
   }
 }
 

@@ -55,9 +55,10 @@ std::vector<AbsentHint> absent_hints(const AnswerView& answer, const FollowUps& 
 }
 
 std::vector<SilentSignal> silent_signals(const AnswerView& answer, const SignalRow& row,
-                                         std::optional<std::string_view> action) {
-  std::string lacks = SignalTrial(row).lacks(known_to_signals(answer, action));
-  if (lacks.empty()) return {};
+                                         const FinishOptions& options) {
+  const SignalTrial trial(row);
+  std::string lacks = trial.lacks(known_to_signals(answer, options.action));
+  if (lacks.empty() || !is_served(trial.step(), options.serves)) return {};
   return {{row.key, std::move(lacks)}};
 }
 
@@ -71,7 +72,7 @@ void explain_tables(Explanation& explained, const AnswerView& answer, std::strin
   }
   if (const SignalRow* signal = signal_row(tool, options.action)) {
     explained.rows.signal = signal->key;
-    explained.silent = silent_signals(answer, *signal, options.action);
+    explained.silent = silent_signals(answer, *signal, options);
   }
   for (std::string& each : remarks_on_tables(answer, tool, options.serves, explained.absent)) {
     explained.remarks.push_back(std::move(each));

@@ -1,7 +1,6 @@
 #include "vantrex/tool_handlers/next_steps/explanation_remarks.h"
 
 #include <algorithm>
-#include <optional>
 #include <set>
 
 #include "vantrex/models/repository.h"
@@ -59,9 +58,12 @@ std::set<std::string> table_tools() {
   return tools;
 }
 
-std::optional<std::string> unknown_tool(std::string_view tool) {
-  const std::set<std::string> tools = table_tools();
-  if (tools.contains(std::string(tool)) || NEXT_STEPS.find(tool) != nullptr) return std::nullopt;
+bool is_known(std::string_view tool, const std::set<std::string>& table_tools, const ServedTools* serves) {
+  if (serves != nullptr && serves->contains_any_of(tool)) return true;
+  return table_tools.contains(std::string(tool)) || NEXT_STEPS.find(tool) != nullptr;
+}
+
+std::string unknown_tool(std::string_view tool, const std::set<std::string>& tools) {
   models::InMemoryRepository known;
   for (const std::string& each : tools) known.add_symbol({.fqn = each, .name = each});
   const auto nearest = workers::nearest_symbols(known, tool);
@@ -93,13 +95,13 @@ std::vector<std::string> remarks_on_own_steps(const JsonValue& own) {
 std::vector<std::string> remarks_on_tables(const AnswerView& answer, std::string_view tool,
                                            const ServedTools* serves, const std::vector<AbsentHint>& absent) {
   std::vector<std::string> remarks;
-  const bool is_served = serves != nullptr && serves->contains_any_of(tool);
-  if (auto unknown = is_served ? std::nullopt : unknown_tool(tool)) remarks.push_back(*std::move(unknown));
+  const std::set<std::string> tools = table_tools();
+  if (!is_known(tool, tools, serves)) remarks.push_back(unknown_tool(tool, tools));
   const auto& lists = answer.hit_lists();
   const bool has_list = std::any_of(lists.begin(), lists.end(), [](const auto* list) { return list; });
   const bool wants_hits = std::any_of(absent.begin(), absent.end(), takes_from_hits);
   if (wants_hits && !has_list && !answer.has_no_hits()) {
-    remarks.push_back("no hits: none of the answer's fields is one of the lists " + listed(_HIT_LISTS));
+    remarks.push_back("no hits: the answer has no list with one of the names " + listed(_HIT_LISTS));
   }
   return remarks;
 }

@@ -46,7 +46,7 @@ std::vector<std::string_view> SignalTrial::fields() const {
 }
 
 JsonObject SignalTrial::step() const {
-  return row_.signal(made_up_).value_or(JsonObject());
+  return row_.signal(made_up_).value();
 }
 
 std::string SignalTrial::lacks(const JsonObject& known) const {
