@@ -84,8 +84,6 @@ std::size_t lone_low_surrogate(std::string_view text, std::size_t quote) {
 // Memory for the parser's stack. The parser's own allocator does not report failure.
 class ThrowingAllocator {
  public:
-  static constexpr bool kNeedFree = true;
-
   static void* Malloc(std::size_t size) { return Realloc(nullptr, 0, size); }
   static void* Realloc(void* memory, std::size_t /*size*/, std::size_t new_size) {
     if (new_size == 0) {
