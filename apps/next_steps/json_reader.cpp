@@ -138,7 +138,7 @@ class TreeBuilder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, TreeB
   // Returns the text of the current token.
   Text text(std::string_view unescaped) {
     try {
-      return Text(unescaped);
+      return {unescaped};
     } catch (const values::InvalidUtf8&) {  // a lone low surrogate, which the parser accepts
       check_bytes(text_);
       refuse(rapidjson::kParseErrorStringUnicodeSurrogateInvalid, lone_low_surrogate(text_, stream_.Tell()));
