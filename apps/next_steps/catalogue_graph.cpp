@@ -134,14 +134,14 @@ class Graph {
 
   static std::string box(std::size_t x, std::size_t y, const std::string& name, bool leads_on) {
     return "  <rect x=\"" + number(x) + "\" y=\"" + number(y) + "\" width=\"" + number(kBoxWidth) +
-           "\" height=\"" + number(kBoxHeight) + "\" rx=\"4\"" + (leads_on ? "" : " class=\"end\"") +
+           "\" height=\"" + number(kBoxHeight) + "\" rx=\"4\"" + (leads_on ? "" : R"( class="end")") +
            "/><text x=\"" + number(x + 8) + "\" y=\"" + number(y + 14) + "\">" + name + "</text>\n";
   }
 
   static std::string path(std::size_t from, std::size_t to, bool is_signal) {
     const std::string begin = number(from + kBoxHeight / 2);
     const std::string end = number(to + kBoxHeight / 2);
-    return "  <path" + std::string(is_signal ? " class=\"signal\"" : "") + " d=\"M" +
+    return "  <path" + std::string(is_signal ? R"( class="signal")" : "") + " d=\"M" +
            number(kLeft + kBoxWidth) + " " + begin + "C360 " + begin + " 360 " + end + " " + number(kRight) +
            " " + end + "\"/>\n";
   }
