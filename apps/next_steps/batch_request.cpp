@@ -39,6 +39,13 @@ module::ServedTools served_tools(const JsonList& names, const Members& members) 
   return served;
 }
 
+// Refuses members that are neither common to all requests nor among `own`.
+void refuse_others(const Members& members, const std::array<std::string_view, 2>& own) {
+  const std::array<std::string_view, 8> known = {"id",        "response", "action", "arguments",
+                                                 "freshness", "serves",   own[0],   own[1]};
+  members.refuse_others(known);
+}
+
 // Returns a request with the members that are common to all requests.
 Request common_request(Members& members, const BatchContext& context) {
   Request request;
@@ -62,9 +69,7 @@ Request common_request(Members& members, const BatchContext& context) {
 }
 
 JsonObject finish(Members& members, const BatchContext& context) {
-  constexpr std::array<std::string_view, 8> kKnown = {"id",     "explain",   "response",  "tool",
-                                                      "action", "arguments", "freshness", "serves"};
-  members.refuse_others(kKnown);
+  refuse_others(members, {"tool", "explain"});
   members.wanted("response", Kind::object, "an object");
   const std::string tool = string_of(members.wanted("tool", Kind::string, "a string"));
   const JsonValue* explain = members.allowed("explain", Kind::boolean, "a boolean or null");
@@ -83,9 +88,7 @@ Wanted what_is_wanted(Members& members) {
 }
 
 JsonObject suggest(Members& members, const BatchContext& context) {
-  constexpr std::array<std::string_view, 8> kKnown = {"id",       "suggest",   "wanted",    "action",
-                                                      "response", "arguments", "freshness", "serves"};
-  members.refuse_others(kKnown);
+  refuse_others(members, {"suggest", "wanted"});
   const Wanted wanted = what_is_wanted(members);
   const std::string name = string_of(members.wanted("wanted", Kind::string, "a string"));
   if (name.empty()) members.refuse("wanted", "must not be empty");

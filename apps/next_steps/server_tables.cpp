@@ -41,15 +41,15 @@ bool contains(const std::vector<AnswerOf>& answers, const AnswerOf& wanted) {
 ServerTables::ServerTables(const ServesOption& serves)
     : serves_(serves.set()), answers_(answers_of(serves.tools())) {
   for (const AnswerOf& each : answers_) {
-    used_.insert(module::usual_row(each.tool, each.action));
-    used_.insert(module::signal_row(each.tool, each.action));
+    used_rows_.insert(module::usual_row(each.tool, each.action));
+    used_signals_.insert(module::signal_row(each.tool, each.action));
   }
 }
 
 std::vector<const module::FollowUps*> ServerTables::rows() const {
   std::vector<const module::FollowUps*> rows;
   for (const module::FollowUps& row : module::NEXT_STEPS) {
-    if (is_used(&row)) rows.push_back(&row);
+    if (serves_ == nullptr || used_rows_.contains(&row)) rows.push_back(&row);
   }
   return rows;
 }
@@ -65,7 +65,7 @@ std::vector<const module::Hint*> ServerTables::hints(const module::FollowUps& ro
 std::vector<const module::SignalRow*> ServerTables::signals() const {
   std::vector<const module::SignalRow*> signals;
   for (const module::SignalRow& row : module::_SIGNALS) {
-    if (is_used(&row) && is_served(row)) signals.push_back(&row);
+    if ((serves_ == nullptr || used_signals_.contains(&row)) && is_served(row)) signals.push_back(&row);
   }
   return signals;
 }

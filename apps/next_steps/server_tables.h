@@ -41,12 +41,13 @@ class ServerTables {
   bool leads_on(const AnswerOf& answer) const;
 
  private:
-  bool is_used(const void* row) const { return serves_ == nullptr || used_.contains(row); }
   bool is_served(const vantrex::tool_handlers::next_steps::SignalRow& row) const;
 
   const vantrex::tool_handlers::next_steps::ServedTools* serves_;
   std::vector<AnswerOf> answers_;
-  std::set<const void*> used_;  // rows of both tables
+  // The rows for these answers, and null where there is none.
+  std::set<const vantrex::tool_handlers::next_steps::FollowUps*> used_rows_;
+  std::set<const vantrex::tool_handlers::next_steps::SignalRow*> used_signals_;
 };
 
 }  // namespace next_steps_program

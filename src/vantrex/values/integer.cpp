@@ -12,7 +12,7 @@ std::optional<Integer> Integer::parse(std::string_view text) {
   if (digits.empty() || !std::all_of(digits.begin(), digits.end(), is_digit)) return std::nullopt;
   digits.remove_prefix(std::min(digits.find_first_not_of('0'), digits.size() - 1));
 
-  const std::string canonical = (negative && digits != "0" ? "-" : "") + std::string(digits);
+  const std::string canonical = (negative ? "-" : "") + std::string(digits);
   std::int64_t value = 0;
   const char* end = canonical.data() + canonical.size();
   if (std::from_chars(canonical.data(), end, value).ec == std::errc{}) return Integer(value);
