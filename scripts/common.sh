@@ -57,6 +57,12 @@ need() {
     fail "these packages could not be installed: ${missing[*]}"
 }
 
+# need_node [PROGRAM]: installs Node.js, and the package of a program such as npm, unless they are there in any way.
+need_node() {
+  command -v node >/dev/null || need nodejs
+  [ $# -eq 0 ] || command -v "$1" >/dev/null || need "$1"
+}
+
 # build PRESET [OPTION...]: configures the preset with the options, and builds it.
 build() {
   local preset=$1
