@@ -132,18 +132,23 @@ class Graph {
     return heights;
   }
 
+  static std::string attribute(std::string_view name, const std::string& value) {
+    return ' ' + std::string(name) + "=\"" + value + '"';
+  }
+
   static std::string box(std::size_t x, std::size_t y, const std::string& name, bool leads_on) {
-    return "  <rect x=\"" + number(x) + "\" y=\"" + number(y) + "\" width=\"" + number(kBoxWidth) +
-           "\" height=\"" + number(kBoxHeight) + "\" rx=\"4\"" + (leads_on ? "" : R"( class="end")") +
-           "/><text x=\"" + number(x + 8) + "\" y=\"" + number(y + 14) + "\">" + name + "</text>\n";
+    return "  <rect" + attribute("x", number(x)) + attribute("y", number(y)) +
+           attribute("width", number(kBoxWidth)) + attribute("height", number(kBoxHeight)) +
+           attribute("rx", "4") + (leads_on ? "" : attribute("class", "end")) + "/><text" +
+           attribute("x", number(x + 8)) + attribute("y", number(y + 14)) + ">" + name + "</text>\n";
   }
 
   static std::string path(std::size_t from, std::size_t to, bool is_signal) {
     const std::string begin = number(from + kBoxHeight / 2);
     const std::string end = number(to + kBoxHeight / 2);
-    return "  <path" + std::string(is_signal ? R"( class="signal")" : "") + " d=\"M" +
-           number(kLeft + kBoxWidth) + " " + begin + "C360 " + begin + " 360 " + end + " " + number(kRight) +
-           " " + end + "\"/>\n";
+    const std::string line = "M" + number(kLeft + kBoxWidth) + " " + begin + "C360 " + begin + " 360 " + end +
+                             " " + number(kRight) + " " + end;
+    return "  <path" + (is_signal ? attribute("class", "signal") : "") + attribute("d", line) + "/>\n";
   }
 
   const ServerTables& tables_;

@@ -67,7 +67,9 @@ Symbol symbol_of(Members& members) {
   return symbol;
 }
 
-const std::string kHowToMakeOne = std::string("; an index is made by: ") + kCtagsCommand;
+std::string how_to_make_one() {
+  return std::string("; an index is made by: ") + kCtagsCommand;
+}
 
 // Builds a repository from the lines of an index.
 class IndexFiller {
@@ -100,10 +102,10 @@ InMemoryRepository read_ctags_index(const std::string& file) {
       filler.add(*line);
     } catch (const JsonError& error) {
       if (lines.line_number() > 1) throw InputRejected(input.name(), lines.line_number(), error);
-      throw InputRejected(input.name(), JsonError(error.place(), error.what() + kHowToMakeOne));
+      throw InputRejected(input.name(), JsonError(error.place(), error.what() + how_to_make_one()));
     }
   }
-  if (filler.empty()) throw InputRejected(input.name(), "the index holds no symbols" + kHowToMakeOne);
+  if (filler.empty()) throw InputRejected(input.name(), "the index holds no symbols" + how_to_make_one());
   return std::move(filler).take();
 }
 

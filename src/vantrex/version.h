@@ -1,6 +1,7 @@
 // The version of the library, as numbers and as a string literal.
 #pragma once
 
+// NOLINTBEGIN(cppcoreguidelines-macro-usage): preprocessor directives compare them.
 #define NEXT_STEPS_VERSION_MAJOR 3  ///< Raised by an incompatible change.
 #define NEXT_STEPS_VERSION_MINOR 0  ///< Raised by an addition.
 #define NEXT_STEPS_VERSION_PATCH 0  ///< Raised by a bug fix.
@@ -13,3 +14,4 @@
 /// The version as a string literal: "major.minor.patch".
 #define NEXT_STEPS_VERSION \
   NEXT_STEPS_DETAIL_VERSION(NEXT_STEPS_VERSION_MAJOR, NEXT_STEPS_VERSION_MINOR, NEXT_STEPS_VERSION_PATCH)
+// NOLINTEND(cppcoreguidelines-macro-usage)
