@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include <CLI/CLI.hpp>
+
 #include "next_steps/failures.h"
 #include "next_steps/input.h"
 #include "next_steps/json_reader.h"

@@ -4,10 +4,12 @@
 #include <optional>
 #include <string>
 
-#include <CLI/CLI.hpp>
-
 #include "next_steps/request.h"
 #include "next_steps/serves_option.h"
+
+namespace CLI {
+class App;
+}
 
 namespace next_steps_program {
 

@@ -4,6 +4,8 @@
 #include <optional>
 #include <string>
 
+#include <CLI/CLI.hpp>
+
 #include "next_steps/batch_request.h"
 #include "next_steps/command.h"
 #include "next_steps/ctags_index.h"

@@ -5,6 +5,8 @@
 #include <string_view>
 #include <vector>
 
+#include <CLI/CLI.hpp>
+
 #include "next_steps/catalogue_graph.h"
 #include "next_steps/command.h"
 #include "next_steps/output.h"

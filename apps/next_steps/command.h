@@ -6,7 +6,9 @@
 
 #include <functional>
 
-#include <CLI/CLI.hpp>
+namespace CLI {
+class App;
+}
 
 namespace next_steps_program {
 

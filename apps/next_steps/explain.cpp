@@ -4,6 +4,8 @@
 #include <string_view>
 #include <unistd.h>
 
+#include <CLI/CLI.hpp>
+
 #include "next_steps/answer_options.h"
 #include "next_steps/command.h"
 #include "next_steps/explanation_text.h"

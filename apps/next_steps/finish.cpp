@@ -1,6 +1,8 @@
 // next-steps finish: finishes one answer.
 #include <memory>
 
+#include <CLI/CLI.hpp>
+
 #include "next_steps/answer_options.h"
 #include "next_steps/command.h"
 #include "next_steps/output.h"

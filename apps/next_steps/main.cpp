@@ -4,6 +4,8 @@
 #include <sstream>
 #include <vector>
 
+#include <CLI/CLI.hpp>
+
 #include "next_steps/command.h"
 #include "next_steps/failures.h"
 #include "next_steps/output.h"

@@ -4,6 +4,8 @@
 #include <cstddef>
 #include <stdexcept>
 
+#include <CLI/CLI.hpp>
+
 namespace next_steps_program {
 
 namespace module = vantrex::tool_handlers::next_steps;

@@ -6,9 +6,11 @@
 #include <string_view>
 #include <vector>
 
-#include <CLI/CLI.hpp>
-
 #include "vantrex/tool_handlers/next_steps/served_tools.h"
+
+namespace CLI {
+class App;
+}
 
 namespace next_steps_program {
 

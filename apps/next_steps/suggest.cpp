@@ -4,6 +4,8 @@
 #include <string>
 #include <utility>
 
+#include <CLI/CLI.hpp>
+
 #include "next_steps/command.h"
 #include "next_steps/ctags_index.h"
 #include "next_steps/failures.h"
