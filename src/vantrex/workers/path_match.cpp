@@ -8,7 +8,7 @@ namespace vantrex::workers {
 
 namespace {
 
-enum Tier : std::size_t { kWholeSuffix, kSameBaseName, kSameStem, kNear };
+enum PathTier : std::size_t { kWholeSuffix, kSameBaseName, kSameStem, kNearStem };
 
 // Whether one of two directories is a suffix of the other, part by part.
 bool one_ends_with_other(std::string_view a, std::string_view b) noexcept {
@@ -47,7 +47,7 @@ std::optional<Rank> PathMatch::likeness(const Parted& path, const Rank* worst) {
   }
   const BaseName base(path.last);
   if (models::same_but_for_case(base.stem, wanted_base_.stem)) return Rank{.tier = kSameStem};
-  if (worst != nullptr && worst->tier < kNear) return std::nullopt;
+  if (worst != nullptr && worst->tier < kNearStem) return std::nullopt;
   stem_.assign(base.stem);
   std::size_t max = std::max(stem_.letters.size(), wanted_stem_.letters.size()) / 3;
   if (worst != nullptr) max = std::min(max, worst->distance / 2);
@@ -55,7 +55,7 @@ std::optional<Rank> PathMatch::likeness(const Parted& path, const Rank* worst) {
   const std::size_t edits = edits_.to(stem_.letters, max);
   if (edits > max) return std::nullopt;
   const bool same_extension = models::same_but_for_case(base.extension, wanted_base_.extension);
-  return Rank{.tier = kNear, .distance = 2 * edits + (same_extension ? 0U : 1U)};
+  return Rank{.tier = kNearStem, .distance = 2 * edits + (same_extension ? 0U : 1U)};
 }
 
 std::optional<Rank> PathMatch::rank(std::string_view path, const Rank* worst) {
@@ -64,7 +64,7 @@ std::optional<Rank> PathMatch::rank(std::string_view path, const Rank* worst) {
   std::optional<Rank> rank = likeness(parted, worst);
   if (!rank || (worst != nullptr && rank->tier > worst->tier)) return std::nullopt;
   rank->unshared = directories_.missing_from(parted.outer);
-  if (rank->tier == kNear) rank->lacking = lacking_letters(wanted_stem_, stem_);
+  if (rank->tier == kNearStem) rank->lacking = lacking_letters(wanted_stem_, stem_);
   rank->name_gap = length_gap(parted.last, parted_wanted_.last);
   rank->length_gap = length_gap(path, wanted_);
   return rank;

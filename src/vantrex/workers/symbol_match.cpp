@@ -9,7 +9,7 @@ namespace vantrex::workers {
 
 namespace {
 
-enum Tier : std::size_t { kSameName, kSameButCase, kSameButSeparators, kSameWords, kNear, kPart };
+enum SymbolTier : std::size_t { kSameName, kSameButCase, kSameButSeparators, kSameWords, kNear, kPart };
 
 constexpr std::size_t kMinPart = 4;
 
