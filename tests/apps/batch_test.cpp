@@ -1,8 +1,12 @@
+#include <algorithm>
+#include <cstdint>
 #include <string>
 
 #include <gtest/gtest.h>
 
 #include "apps/shell.h"
+#include "fuzz/support/naive.h"
+#include "fuzz/support/random_tree.h"
 #include "support/table.h"
 
 namespace vantrex::tests {
@@ -61,28 +65,35 @@ TEST(Batch, AnswersEachLineInItsPlace) {
       "FILE\"}}\n");
 }
 
-// The client writes each line in two parts, with a pause between them.
-TEST(Batch, AnswersBeforeTheNextLineIsWaitedFor) {
-  const Ran ran = run(R"(
-    coproc next-steps batch
-    for tool in x y z; do
-      printf '{"response":{"from":"'$tool >&"${COPROC[1]}"; sleep 0.1
-      echo '"},"tool":"'$tool'"}' >&"${COPROC[1]}"
-      read -r -t 20 -u "${COPROC[0]}" answer || exit 9
-      echo "$answer"
-    done)");
-  EXPECT_EQ(ran.out, "{\"from\":\"x\"}\n{\"from\":\"y\"}\n{\"from\":\"z\"}\n");
-  EXPECT_EQ(ran.status, 0) << ran.err;
+TEST(Batch, AgreesWithTheNaiveReading) {
+  std::string input;
+  std::string expected;
+  for (std::uint64_t seed = 0; seed < 20000; ++seed) {
+    const fuzz::Request request = fuzz::Random(seed, fuzz::Domain::json).request();
+    values::JsonObject line{
+        {"response", request.answer}, {"tool", request.tool}, {"freshness", request.freshness}};
+    if (request.action) line.set("action", *request.action);
+    if (request.arguments) line.set("arguments", *request.arguments);
+    if (request.serves) line.set("serves", request.serves->names);
+    input += fuzz::naive::json_text(line) + '\n';
+    expected += fuzz::naive::json_text(fuzz::naive::finish(request).answer) + '\n';
+  }
+  const std::string out = run("next-steps batch", input).out;
+  const auto equal = std::ranges::mismatch(out, expected).in1 - out.begin();
+  EXPECT_TRUE(out == expected) << "they differ in line "
+                               << 1 + std::count(out.begin(), out.begin() + equal, '\n');
 }
 
-TEST(Batch, ReadsAnIndexAgainWhenItIsReplaced) {
+// The client writes each line in two parts, with a pause between them, and waits for the answer.
+TEST(Batch, AnswersEachLineAtOnceAndReadsAReplacedIndexAgain) {
   const Ran ran = run(R"(
     index=$(dirname $0)/index
     write() { echo '{"_type":"tag","name":"'$1'","path":"a.c"}' >$index.new; mv $index.new $index; }
     write first
     coproc next-steps batch --index $index 2>&1
     ask() {
-      echo '{"suggest":"symbol","wanted":"'$1'"}' >&"${COPROC[1]}"
+      printf '{"suggest":"symbol",' >&"${COPROC[1]}"; sleep 0.05
+      echo '"wanted":"'$1'"}' >&"${COPROC[1]}"
       until read -r -t 20 -u "${COPROC[0]}" line && [[ $line == {* ]]; do echo "${line##*; }"; done
       grep -o 'symbol to.*is [a-z]*' <<<"$line"
     }

@@ -69,6 +69,7 @@ search --action symbols | {"symbols":[{"fqn":"f"}],"total":12,"query":"q"} | usu
 search --action semantic | {"results":[]} | usual search (the tool's: the action has none of its own), signal search:semantic, symbol detail with fqn, symbol callers with fqn, signal search:semantic: no query
 symbol --action callers --arguments '{"fqn":"f"}' | {"total":7} | usual symbol:callers, signal symbol:callers, signal symbol:callers: 7 callers, 8 are needed
 symbol --action references | {"total":true,"fqn":"f"} | usual symbol:references, signal symbol:references, signal symbol:references: 1 reference, 8 are needed
+symbol --action callers | {"fqn":"f","total":0} | usual symbol:callers, signal symbol:callers, symbol references with fqn, signal symbol:callers: 0 callers, 8 are needed
 symbol --action callers | {"fqn":"f"} | usual symbol:callers, signal symbol:callers, signal symbol:callers: no count of hits
 file | {"hits":[{"fqn":"f"}]} | usual file, symbol detail with fqn, file imports with path, no hits: the answer has no list with one of the names LISTS
 file --serves search | {"hits":[{"fqn":"f"}]} | usual file

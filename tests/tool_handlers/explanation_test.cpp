@@ -76,13 +76,6 @@ TEST(ExplainAnswer, NamesThePathsOfHints) {
   }
 }
 
-TEST(ExplainAnswer, SaysWhatAnAnswerWithoutHitsLacks) {
-  const Explanation explained = explain_answer({{"fqn", "f"}, {"total", 0}}, "symbol", {.action = "callers"});
-  ASSERT_EQ(explained.silent.size(), 1U);
-  EXPECT_EQ(explained.silent[0].why, "0 callers, 8 are needed");
-  EXPECT_EQ(explained.remarks, std::vector<std::string>());
-}
-
 // A step for each letter. Equal letters make equal calls.
 JsonList steps_of(const std::string& letters) {
   JsonList steps;
