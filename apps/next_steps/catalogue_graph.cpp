@@ -27,6 +27,7 @@ constexpr std::string_view kHead = R"(
   <title>The catalogue: which answer leads to which call</title>
   <style>
     text { font: 13px monospace; fill: #1f2933 }
+    .head { fill: #76828f }
     rect { fill: #e8edf2; stroke: #7b8794 }
     .end { stroke-dasharray: 2 3 }
     path { fill: none; stroke: #4a7fb5; stroke-width: 1.5 }
@@ -38,8 +39,8 @@ constexpr std::string_view kHead = R"(
       .signal { stroke: #e0a44a }
     }
   </style>
-  <text x="10" y="24">answer of</text>
-  <text x="490" y="24">leads to (dashed: signals)</text>
+  <text class="head" x="10" y="24">answer of</text>
+  <text class="head" x="490" y="24">leads to (dashed: signals)</text>
 )";
 
 std::string number(std::size_t value) {
