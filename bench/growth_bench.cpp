@@ -1,5 +1,5 @@
 // Benchmarks of growth: the time of a life by the size of its answer, by its number of fields or own steps,
-// and with a second thread; the time of a name look-up by the size of the index.
+// and with a second thread; the time of a name lookup by the size of the index.
 //
 // Names are growth/SIZE/CONTENDER, threads/JOB/CONTENDER and lookup/INDEX/CONTENDER. The counter `items` is
 // the number of bytes, fields, steps or queries of one run.
@@ -82,7 +82,7 @@ void finish_shared_answer(benchmark::State& state) {
 }
 
 // An index of `size` names. With `alike` every name is near the others, which is the slowest case for a
-// look-up; otherwise names are like those of a real tree.
+// lookup; otherwise names are like those of a real tree.
 InMemoryRepository index_of(std::size_t size, bool alike) {
   InMemoryRepository index;
   Random random(20);

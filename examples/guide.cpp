@@ -1,5 +1,5 @@
-// The C++ of docs/guide.md, which shows what stands between two marks of a
-// name, in this order, and what the program prints.
+// The C++ of docs/guide.md. The guide shows each part between two marks of the same
+// name, in this order, and the output of the program.
 #include <cmath>
 #include <iostream>
 #include <mutex>

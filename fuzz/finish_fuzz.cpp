@@ -1,4 +1,4 @@
-// finish_answer gives the same answer as the naive reading of its rules.
+// finish_answer gives the same answer as the naive implementation.
 #include <cstddef>
 #include <cstdint>
 
@@ -16,6 +16,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const auto finished = next_steps::finish_answer(request.answer, request.tool, request.options());
   const auto expected = vantrex::fuzz::naive::finish(request).answer;
   check(compact_text(finished) == vantrex::fuzz::naive::json_text(expected),
-        "finish_answer equals the naive reading");
+        "finish_answer equals the naive implementation");
   return 0;
 }

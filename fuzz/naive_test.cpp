@@ -34,7 +34,7 @@ usual of a served tool | usual of a served action | usual not served
   return rules;
 }
 
-TEST(FinishAnswer, EqualsTheNaiveReading) {
+TEST(FinishAnswer, EqualsTheNaiveImplementation) {
   constexpr std::size_t kUnindexedFields = 32;
   std::set<std::string> missing = all_rules();
   for (std::uint64_t seed = 0; seed < 20000; ++seed) {
@@ -59,7 +59,7 @@ TEST(FinishAnswer, EqualsTheNaiveReading) {
   EXPECT_EQ(missing, std::set<std::string>()) << "never reached";
 }
 
-TEST(FinishAnswer, EqualsTheNaiveReadingOfAThousandOwnSteps) {
+TEST(FinishAnswer, EqualsTheNaiveImplementationOfAThousandOwnSteps) {
   for (const std::size_t text_bytes : {0U, 100'000U, 1'000'000U}) {
     values::JsonList own;
     for (int place = 0; place < 1000; ++place) own.push_back(next_steps::step("t", std::to_string(place)));

@@ -1,6 +1,6 @@
 // Name lookup over arbitrary bytes. The first line is the wanted name, the others are the names in the index.
-// The result has at most five names of the index, each once. Each shares a letter with the wanted name. The
-// order of the index does not matter.
+// The result has at most five names of the index, each once. Each shares a byte with the wanted name, ASCII
+// case ignored. The order of the index does not matter.
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
@@ -33,7 +33,7 @@ void check_near(const std::vector<std::string>& near, const std::string& wanted,
   check(std::set<std::string>(near.begin(), near.end()).size() == near.size(), "each is given once");
   for (const std::string& name : near) {
     check(std::find(names.begin(), names.end(), name) != names.end(), "each is in the index");
-    check(share_a_byte(name, wanted), "each shares a letter with the wanted name");
+    check(share_a_byte(name, wanted), "each shares a byte with the wanted name");
   }
 }
 

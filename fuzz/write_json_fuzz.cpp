@@ -1,4 +1,4 @@
-// The JSON writer. All texts equal those of the naive reading, and compact_size is the size of compact_text.
+// The JSON writer. All texts equal those of the naive writer, and compact_size is the size of compact_text.
 // A value that JSON can hold reads back as the same value.
 #include <cstddef>
 #include <cstdint>
@@ -18,7 +18,7 @@ using vantrex::values::JsonValue;
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   constexpr std::size_t kDepth = 5;
   const JsonValue value = vantrex::fuzz::byte_choices(data, size, Domain::any).value(kDepth);
-  check(compact_text(value) == json_text(value), "the text is that of the naive reading");
+  check(compact_text(value) == json_text(value), "the text is that of the naive writer");
   check(compact_size(value) == compact_text(value).size(), "the size is that of the text");
   check(canonical_text(value) == json_text(value, true), "the canonical text has its fields in order");
 

@@ -57,7 +57,7 @@ need() {
     fail "these packages could not be installed: ${missing[*]}"
 }
 
-# need_node [PROGRAM]: installs Node.js, and the package of a program such as npm, unless they are there in any way.
+# need_node [PROGRAM]: installs Node.js, and the package of a program such as npm, unless the command exists already.
 need_node() {
   command -v node >/dev/null || need nodejs
   [ $# -eq 0 ] || command -v "$1" >/dev/null || need "$1"

@@ -1,7 +1,5 @@
 #include "next_steps/answer_options.h"
 
-#include <utility>
-
 #include <CLI/CLI.hpp>
 
 #include "next_steps/failures.h"
@@ -32,7 +30,8 @@ void AnswerOptions::add_to(CLI::App& parser) {
   parser.add_option("--arguments", arguments_, "The request's arguments, an object")->type_name("JSON");
   parser.add_option("--freshness", freshness_, "The freshness block, an object")->type_name("JSON");
   serves_.add_to(parser);
-  parser.add_option("FILE", file_, "The answer, an object; standard input when - or none")->type_name("");
+  parser.add_option("FILE", file_, "The answer, an object; standard input if FILE is - or missing")
+      ->type_name("");
 }
 
 Request AnswerOptions::read() const {

@@ -30,7 +30,7 @@ ExitStatus batch(const BatchOptions& options) {
   if (!options.index.empty()) index.emplace(options.index);
   const BatchContext context{options.serves.set(), index ? &*index : nullptr};
   Output output;
-  Input input(options.file, "requests, one a line,");
+  Input input(options.file, "requests, one per line,");
   LineReader lines(input, [&output] { output.flush(); });
   std::size_t rejected = 0;
   std::string first_rejection;
@@ -52,8 +52,9 @@ ExitStatus batch(const BatchOptions& options) {
 
 Command add_batch(CLI::App& program) {
   auto options = std::make_shared<BatchOptions>();
-  CLI::App* parser = program.add_subcommand("batch", "Answer a stream of requests, one a line");
-  parser->add_option("FILE", options->file, "The requests; standard input when - or none")->type_name("");
+  CLI::App* parser = program.add_subcommand("batch", "Answer a stream of requests, one per line");
+  parser->add_option("FILE", options->file, "The requests; standard input if FILE is - or missing")
+      ->type_name("");
   parser
       ->add_option("--index", options->index,
                    "The index for misses; it is read again when the file is replaced")
@@ -69,8 +70,8 @@ Command add_batch(CLI::App& program) {
       "      asks for what suggest prints, from the index\n"
       "Each may also have \"arguments\": object, \"freshness\": object and\n"
       "\"serves\": [\"symbol:detail\", ...].\n"
-      "Each line is answered by one line before the next one is read. Any other line, also an\n"
-      "empty one, is answered by {\"error\": {\"line\", \"column\", \"message\"}}.\n"
+      "Each line is answered by one line before the next one is read. A line that is not a\n"
+      "request, such as an empty one, is answered by {\"error\": {\"line\", \"column\", \"message\"}}.\n"
       "A request with an \"id\", any value, is answered by {\"id\", \"answer\"} or {\"id\", \"error\"}.\n"
       "Universal Ctags makes the index:\n  " +
       std::string(kCtagsCommand));

@@ -29,50 +29,50 @@ std::string string_of(const JsonValue& value) {
 module::ServedTools served_tools(const JsonList& names, const Members& members) {
   module::ServedTools served;
   for (const JsonValue& each : names) {
-    if (!each.string()) members.refuse("serves", "must be a list of strings");
+    if (!each.string()) members.reject("serves", "must be a list of strings");
     try {
       served.add(read_served_tool(*each.string()));
     } catch (const std::invalid_argument& error) {
-      members.refuse("serves", std::string("is wrong: ") + error.what());
+      members.reject("serves", std::string("is wrong: ") + error.what());
     }
   }
   return served;
 }
 
-// Refuses members that are neither common to all requests nor among `own`.
-void refuse_others(const Members& members, const std::array<std::string_view, 2>& own) {
+// Rejects members that are neither common to all requests nor among `own`.
+void reject_others(const Members& members, const std::array<std::string_view, 2>& own) {
   const std::array<std::string_view, 8> known = {"id",        "response", "action", "arguments",
                                                  "freshness", "serves",   own[0],   own[1]};
-  members.refuse_others(known);
+  members.reject_others(known);
 }
 
 // Returns a request with the members that are common to all requests.
 Request common_request(Members& members, const BatchContext& context) {
   Request request;
   request.serves = context.serves;
-  if (JsonValue* response = members.allowed("response", Kind::object, "an object")) {
+  if (JsonValue* response = members.optional("response", Kind::object, "an object")) {
     request.response = std::move(*response->object());
   }
-  if (const JsonValue* action = members.allowed("action", Kind::string, "a string or null")) {
+  if (const JsonValue* action = members.optional("action", Kind::string, "a string or null")) {
     request.action = string_of(*action);
   }
-  if (JsonValue* arguments = members.allowed("arguments", Kind::object, "an object or null")) {
+  if (JsonValue* arguments = members.optional("arguments", Kind::object, "an object or null")) {
     request.arguments = std::move(*arguments->object());
   }
-  if (JsonValue* freshness = members.allowed("freshness", Kind::object, "an object or null")) {
+  if (JsonValue* freshness = members.optional("freshness", Kind::object, "an object or null")) {
     request.freshness = std::move(*freshness);
   }
-  if (const JsonValue* serves = members.allowed("serves", Kind::list, "a list or null")) {
+  if (const JsonValue* serves = members.optional("serves", Kind::list, "a list or null")) {
     request.own_serves = served_tools(*serves->list(), members);
   }
   return request;
 }
 
 JsonObject finish(Members& members, const BatchContext& context) {
-  refuse_others(members, {"tool", "explain"});
-  members.wanted("response", Kind::object, "an object");
-  const std::string tool = string_of(members.wanted("tool", Kind::string, "a string"));
-  const JsonValue* explain = members.allowed("explain", Kind::boolean, "a boolean or null");
+  reject_others(members, {"tool", "explain"});
+  members.required("response", Kind::object, "an object");
+  const std::string tool = string_of(members.required("tool", Kind::string, "a string"));
+  const JsonValue* explain = members.optional("explain", Kind::boolean, "a boolean or null");
   Request request = common_request(members, context);
   request.tool = tool;
   if (explain != nullptr && *explain->boolean()) return explanation(std::move(request)).to_dict();
@@ -80,25 +80,25 @@ JsonObject finish(Members& members, const BatchContext& context) {
 }
 
 Wanted what_is_wanted(Members& members) {
-  const std::string what = string_of(members.wanted("suggest", Kind::string, "a string"));
+  const std::string what = string_of(members.required("suggest", Kind::string, "a string"));
   for (const Wanted wanted : {Wanted::symbol, Wanted::path}) {
     if (text(wanted) == what) return wanted;
   }
-  members.refuse("suggest", R"(must be "symbol" or "path")");
+  members.reject("suggest", R"(must be "symbol" or "path")");
 }
 
 JsonObject suggest(Members& members, const BatchContext& context) {
-  refuse_others(members, {"suggest", "wanted"});
+  reject_others(members, {"suggest", "wanted"});
   const Wanted wanted = what_is_wanted(members);
-  const std::string name = string_of(members.wanted("wanted", Kind::string, "a string"));
-  if (name.empty()) members.refuse("wanted", "must not be empty");
+  const std::string name = string_of(members.required("wanted", Kind::string, "a string"));
+  if (name.empty()) members.reject("wanted", "must not be empty");
   Request request = common_request(members, context);
   if (!request.action) request.action = default_action(wanted);
   if (context.index == nullptr)
-    members.refuse("suggest", "needs an index: start the batch with --index FILE");
+    members.reject("suggest", "needs an index: start the batch with --index FILE");
   const vantrex::models::Repository& index = context.index->current();
   if (holds(index, wanted, name)) {
-    members.refuse("wanted", "is no miss: the index holds this " + std::string(text(wanted)));
+    members.reject("wanted", "is no miss: the index holds this " + std::string(text(wanted)));
   }
   return finished_miss(index, wanted, name, std::move(request));
 }

@@ -99,7 +99,7 @@ std::string limits() {
          row("HINT_FLOOR_BYTES", module::HINT_FLOOR_BYTES, "bytes that hints may take in any answer") +
          row("HINT_KEYS", keys, "the fields that are hints, at any depth") +
          row("FAN_IN_FOR_IMPACT", module::FAN_IN_FOR_IMPACT,
-             "callers or references from which on the blast radius is a step") +
+             "minimum number of callers or references for a blast-radius step") +
          row("MAX_STEP_FILES", module::MAX_STEP_FILES, "files that a step to recommended tests lists");
 }
 
@@ -133,8 +133,8 @@ Command add_catalogue(CLI::App& program) {
   options->serves.add_to(*parser);
   parser->add_flag("--graph", options->graph, "Print them as an SVG picture instead");
   parser->footer(
-      "With --serves only what that server answers and has is printed, with a list of the\n"
-      "answers that never get a step.");
+      "With --serves, prints only the answers that the server gives and the steps that it has,\n"
+      "and lists the answers that never get a step.");
   return {parser, [options] { return catalogue(*options); }};
 }
 

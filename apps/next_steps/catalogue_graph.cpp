@@ -74,19 +74,19 @@ class Graph {
   }
 
   std::string svg() const {
-    const std::vector<std::size_t> heights = heights_of_calls();
+    const std::vector<std::size_t> call_ys = ys_of_calls();
     const std::string height = number(kTop + kRowHeight * answers_.size() + 10);
     std::string text = R"(<svg xmlns="http://www.w3.org/2000/svg" viewBox="0 0 720 )" + height +
                        R"(" width="720" height=")" + height + R"(" role="img">)";
     text += kHead;
-    for (const Edge& edge : edges_) text += path(height_of(edge.answer), heights[edge.call], edge.is_signal);
+    for (const Edge& edge : edges_) text += path(y_of(edge.answer), call_ys[edge.call], edge.is_signal);
     for (std::size_t place = 0; place < answers_.size(); ++place) {
       const bool leads_on =
           std::any_of(edges_.begin(), edges_.end(), [&](const Edge& edge) { return edge.answer == place; });
-      text += box(kLeft, height_of(place), answers_[place], leads_on);
+      text += box(kLeft, y_of(place), answers_[place], leads_on);
     }
     for (std::size_t place = 0; place < calls_.size(); ++place) {
-      text += box(kRight, heights[place], calls_[place].name, calls_[place].leads_on);
+      text += box(kRight, call_ys[place], calls_[place].name, calls_[place].leads_on);
     }
     return text + "</svg>\n";
   }
@@ -94,8 +94,9 @@ class Graph {
  private:
   std::size_t place_of_answer(std::string_view key) {
     const auto found = std::find(answers_.begin(), answers_.end(), key);
-    if (found == answers_.end()) return answers_.emplace_back(key), answers_.size() - 1;
-    return static_cast<std::size_t>(found - answers_.begin());
+    const auto place = static_cast<std::size_t>(found - answers_.begin());
+    if (found == answers_.end()) answers_.emplace_back(key);
+    return place;
   }
 
   void add(std::size_t answer, std::string_view tool, std::optional<std::string_view> action,
@@ -108,11 +109,11 @@ class Graph {
     if (found == calls_.end()) calls_.push_back({name, tables_.leads_on(next)});
   }
 
-  static std::size_t height_of(std::size_t place) { return kTop + kRowHeight * place; }
+  static std::size_t y_of(std::size_t place) { return kTop + kRowHeight * place; }
 
   // Returns the y coordinate of each call. The calls are ordered by the mean index of the
   // answers that lead to them, so that few lines cross.
-  std::vector<std::size_t> heights_of_calls() const {
+  std::vector<std::size_t> ys_of_calls() const {
     std::vector<std::pair<double, std::size_t>> order;
     for (std::size_t call = 0; call < calls_.size(); ++call) {
       double sum = 0;
@@ -125,12 +126,12 @@ class Graph {
       order.emplace_back(sum / count, call);
     }
     std::sort(order.begin(), order.end());
-    std::vector<std::size_t> heights(calls_.size());
+    std::vector<std::size_t> call_ys(calls_.size());
     for (std::size_t place = 0; place < order.size(); ++place) {
       const std::size_t spread = kRowHeight * answers_.size() * (2 * place + 1) / (2 * order.size());
-      heights[order[place].second] = kTop + spread - kRowHeight / 2;
+      call_ys[order[place].second] = kTop + spread - kRowHeight / 2;
     }
-    return heights;
+    return call_ys;
   }
 
   static std::string attribute(std::string_view name, const std::string& value) {

@@ -21,19 +21,19 @@ using vantrex::models::Symbol;
 namespace {
 
 std::string required_text(Members& members, std::string_view key) {
-  return std::string(*std::as_const(members.wanted(key, Kind::string, "a string")).string());
+  return std::string(*std::as_const(members.required(key, Kind::string, "a string")).string());
 }
 
 std::string optional_text(Members& members, std::string_view key) {
-  const JsonValue* value = members.allowed(key, Kind::string, "a string");
+  const JsonValue* value = members.optional(key, Kind::string, "a string");
   return value == nullptr ? "" : std::string(*value->string());
 }
 
 std::size_t line_number(Members& members) {
-  const JsonValue* value = members.allowed("line", Kind::integer, "an integer");
+  const JsonValue* value = members.optional("line", Kind::integer, "an integer");
   if (value == nullptr) return 0;
   const std::int64_t number = value->integer<std::int64_t>().value_or(-1);
-  if (number < 0) members.refuse("line", "must be the number of a line");
+  if (number < 0) members.reject("line", "must be the number of a line");
   return static_cast<std::size_t>(number);
 }
 
@@ -78,7 +78,7 @@ class IndexFiller {
     Members members(line, "a tag");
     const std::string type = required_text(members, "_type");
     if (type == "ptag") return;
-    if (type != "tag") members.refuse("_type", R"(must be "tag" or "ptag")");
+    if (type != "tag") members.reject("_type", R"(must be "tag" or "ptag")");
     Symbol symbol = symbol_of(members);
     if (paths_.insert(symbol.file).second) repository_.add_path(symbol.file);
     repository_.add_symbol(std::move(symbol));

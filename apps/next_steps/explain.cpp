@@ -48,7 +48,7 @@ Command add_explain(CLI::App& program) {
   CLI::App* parser = program.add_subcommand("explain", "Say why an answer gets the steps it gets");
   options->answer.add_to(*parser);
   parser->add_flag("--json", options->json, "Print the explanation as an object");
-  parser->add_flag("--pretty", options->pretty, "Indent that object");
+  parser->add_flag("--pretty", options->pretty, "Print the explanation as an indented object");
   parser->footer("Verdicts are coloured on a terminal, unless NO_COLOR is set or TERM is dumb.");
   return {parser, [options] { return explain(*options); }};
 }

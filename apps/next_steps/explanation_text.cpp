@@ -17,7 +17,7 @@ using vantrex::values::JsonValue;
 
 namespace {
 
-constexpr std::size_t kMostFields = 10;
+constexpr std::size_t kMaxFields = 10;
 constexpr std::string_view kYellow = "\x1b[33m";
 
 std::string right_aligned(std::size_t number) {
@@ -37,7 +37,7 @@ std::string call_text(const JsonValue& step) {
 std::string rows_text(const module::TableRows& rows) {
   std::string text;
   if (!rows.usual.empty()) text = "usual " + std::string(rows.usual);
-  if (rows.usual_of_tool) text += " (the tool's: the action has none of its own)";
+  if (rows.usual_of_tool) text += " (the row of the tool; the action has no row)";
   if (!rows.signal.empty()) text += (text.empty() ? "signal " : ", signal ") + std::string(rows.signal);
   return text.empty() ? "none" : text;
 }
@@ -55,7 +55,7 @@ class ExplanationWriter {
     for (const module::AbsentHint& each : explained_.absent) absent(each);
     for (const module::SilentSignal& each : explained_.silent) silent(each);
     if (explained_.candidates.empty() && explained_.absent.empty() && explained_.silent.empty()) {
-      line("no step came into question");
+      line("no candidate steps");
     }
     for (const std::string& each : explained_.remarks) marked_line("! ", "remark", kYellow, each);
     return std::move(text_);
@@ -79,7 +79,7 @@ class ExplanationWriter {
     line("answer " + std::to_string(explained_.bytes) + " bytes, of which " +
          std::to_string(explained_.hint_bytes) + " are hints");
     const auto& fields = explained_.hint_fields;
-    const auto shown = fields.begin() + static_cast<std::ptrdiff_t>(std::min(fields.size(), kMostFields));
+    const auto shown = fields.begin() + static_cast<std::ptrdiff_t>(std::min(fields.size(), kMaxFields));
     for (auto field = fields.begin(); field != shown; ++field) {
       line(right_aligned(field->bytes) + "  " + field->path);
     }

@@ -1,5 +1,6 @@
 #include "next_steps/input.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <fcntl.h>
 #include <iostream>

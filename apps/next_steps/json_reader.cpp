@@ -107,7 +107,7 @@ class TreeBuilder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, TreeB
         rapidjson::kParseInsituFlag | rapidjson::kParseIterativeFlag | rapidjson::kParseNumbersAsStringsFlag;
     rapidjson::GenericReader<rapidjson::UTF8<>, rapidjson::UTF8<>, ThrowingAllocator> reader;
     const rapidjson::ParseResult result = reader.Parse<kFlags>(stream_, *this);
-    if (result.IsError()) refuse(result.Code(), result.Offset());
+    if (result.IsError()) reject_token(result.Code(), result.Offset());
     if (stream_.Tell() < text_.size()) check_bytes(text_);  // the parser ends at a NUL byte
     return std::move(root_);
   }
@@ -141,7 +141,8 @@ class TreeBuilder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, TreeB
       return {unescaped};
     } catch (const values::InvalidUtf8&) {  // a lone low surrogate, which the parser accepts
       check_bytes(text_);
-      refuse(rapidjson::kParseErrorStringUnicodeSurrogateInvalid, lone_low_surrogate(text_, stream_.Tell()));
+      reject_token(rapidjson::kParseErrorStringUnicodeSurrogateInvalid,
+                   lone_low_surrogate(text_, stream_.Tell()));
     }
   }
 
@@ -157,7 +158,7 @@ class TreeBuilder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, TreeB
     if (std::from_chars(digits.data(), end, value).ec != std::errc()) {
       value = std::strtod(std::string(digits).c_str(), nullptr);  // overflow is infinity, underflow is not
     }
-    if (std::isinf(value)) refuse(rapidjson::kParseErrorNumberTooBig, stream_.Tell());
+    if (std::isinf(value)) reject_token(rapidjson::kParseErrorNumberTooBig, stream_.Tell());
     if (const auto integer = Integer::parse(digits)) return *integer;
     return value;
   }
@@ -185,7 +186,7 @@ class TreeBuilder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, TreeB
     return add(std::move(finished));
   }
 
-  [[noreturn]] void refuse(rapidjson::ParseErrorCode code, std::size_t offset) const {
+  [[noreturn]] void reject_token(rapidjson::ParseErrorCode code, std::size_t offset) const {
     const bool in_string = code >= rapidjson::kParseErrorStringUnicodeEscapeInvalidHex &&
                            code <= rapidjson::kParseErrorStringEscapeInvalid;
     if (!in_string) reject(text_, offset, rapidjson::GetParseError_En(code));

@@ -1,8 +1,8 @@
 // Reads JSON text into values.
 //
 // The text must be one document in well-formed UTF-8, without NUL bytes, byte-order mark or
-// lone surrogates. An integer is exact; it must be within the range of a double (308
-// digits). A float is rounded to the nearest double. A repeated key keeps its first
+// lone surrogates. An integer is exact; it must be within the range of a double (about
+// 1.8e308). A float is rounded to the nearest double. A repeated key keeps its first
 // position and its last value. Depth is limited by memory only.
 //
 // Pure functions: any number of threads may call them.

@@ -1,4 +1,5 @@
 #include <csignal>
+#include <exception>
 #include <iostream>
 #include <new>
 #include <sstream>
@@ -30,7 +31,8 @@ ExitStatus run(int argument_count, char** arguments) {
   CLI::App program("Finishes the answers of a code-index tool server", "next-steps");
   program.set_version_flag("--version", "next-steps " NEXT_STEPS_VERSION);
   program.require_subcommand(1);
-  program.footer("Exit status: 0 done, 1 input rejected, 2 wrong usage, 3 input or output failed.");
+  program.footer(
+      "Exit status: 0 done, 1 input rejected, 2 wrong usage, 3 input or output failed, or out of memory.");
   const std::vector<Command> commands = {add_finish(program), add_batch(program), add_suggest(program),
                                          add_explain(program), add_catalogue(program)};
   try {
@@ -55,6 +57,8 @@ ExitStatus run_and_report(int argument_count, char** arguments) {
     std::cerr << "next-steps: " << error.what() << '\n';
   } catch (const std::bad_alloc&) {
     std::cerr << "next-steps: out of memory\n";
+  } catch (const std::exception& error) {
+    std::cerr << "next-steps: " << error.what() << '\n';
   }
   return ExitStatus::io_failed;
 }
@@ -63,12 +67,13 @@ ExitStatus run_and_report(int argument_count, char** arguments) {
 }  // namespace next_steps_program
 
 int main(int argument_count, char** arguments) {
-  // When the reader closes the pipe, the signal ends the program. The parent may have
-  // ignored it.
-  if (std::signal(SIGPIPE, SIG_DFL) == SIG_ERR) return EXIT_FAILURE;
+  // SIGPIPE must end the program when the reader closes the pipe. The parent process may have
+  // set it to be ignored.
+  if (std::signal(SIGPIPE, SIG_DFL) == SIG_ERR)
+    return static_cast<int>(next_steps_program::ExitStatus::io_failed);
   try {
     return static_cast<int>(next_steps_program::run_and_report(argument_count, arguments));
-  } catch (...) {  // writing the report failed
+  } catch (...) {  // no message can be written
     return static_cast<int>(next_steps_program::ExitStatus::io_failed);
   }
 }

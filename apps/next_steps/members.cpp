@@ -18,35 +18,35 @@ std::string quoted(std::string_view key) {
 
 }  // namespace
 
-void Members::refuse_others(std::span<const std::string_view> known) const {
+void Members::reject_others(std::span<const std::string_view> known) const {
   for (const MemberOffset& member : offsets_) {
     const std::string_view key = member.key.view();
     if (std::find(known.begin(), known.end(), key) == known.end()) {
-      reject(member.offset, quoted(key) + " is no member of " + std::string(what_));
+      reject_at(member.offset, quoted(key) + " is no member of " + std::string(what_));
     }
   }
 }
 
-JsonValue& Members::wanted(std::string_view key, Kind kind, std::string_view expected) {
+JsonValue& Members::required(std::string_view key, Kind kind, std::string_view expected) {
   JsonValue* value = object_.find_mutable(key);
-  if (value == nullptr) reject(line_.find('{'), quoted(key) + " is missing");
+  if (value == nullptr) reject_at(line_.find('{'), quoted(key) + " is missing");
   if (value->kind() != kind) {
-    refuse(key, "must be " + std::string(expected) + ", not " + std::string(kind_name(*value)));
+    reject(key, "must be " + std::string(expected) + ", not " + std::string(kind_name(*value)));
   }
   return *value;
 }
 
-JsonValue* Members::allowed(std::string_view key, Kind kind, std::string_view expected) {
-  return std::as_const(object_)[key].is_null() ? nullptr : &wanted(key, kind, expected);
+JsonValue* Members::optional(std::string_view key, Kind kind, std::string_view expected) {
+  return std::as_const(object_)[key].is_null() ? nullptr : &required(key, kind, expected);
 }
 
-void Members::refuse(std::string_view key, std::string_view message) const {
+void Members::reject(std::string_view key, std::string_view message) const {
   const auto is_it = [&](const MemberOffset& member) { return member.key.view() == key; };
   const std::size_t offset = std::find_if(offsets_.rbegin(), offsets_.rend(), is_it)->offset;
-  reject(offset, quoted(key) + " " + std::string(message));
+  reject_at(offset, quoted(key) + " " + std::string(message));
 }
 
-void Members::reject(std::size_t offset, const std::string& message) const {
+void Members::reject_at(std::size_t offset, const std::string& message) const {
   throw JsonError(place_of(line_, offset), message);
 }
 

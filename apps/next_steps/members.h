@@ -20,7 +20,7 @@ class Members {
       : line_(line), what_(what), object_(read_json_object(line, what, &offsets_)) {}
 
   // Throws if there is a member that is not in `known`.
-  void refuse_others(std::span<const std::string_view> known) const;
+  void reject_others(std::span<const std::string_view> known) const;
 
   bool has(std::string_view key) const noexcept { return object_.contains(key); }
 
@@ -29,16 +29,16 @@ class Members {
 
   // Returns the required member `key`, which must be of `kind`. `expected` names the kind in
   // the message: "an object".
-  values::JsonValue& wanted(std::string_view key, values::Kind kind, std::string_view expected);
+  values::JsonValue& required(std::string_view key, values::Kind kind, std::string_view expected);
 
   // Returns the optional member `key`, or a null pointer if it is absent or null.
-  values::JsonValue* allowed(std::string_view key, values::Kind kind, std::string_view expected);
+  values::JsonValue* optional(std::string_view key, values::Kind kind, std::string_view expected);
 
-  // Throws with the place of the member `key` and "KEY MESSAGE".
-  [[noreturn]] void refuse(std::string_view key, std::string_view message) const;
+  // Throws with the place of the member `key`, which must be in the line, and "KEY MESSAGE".
+  [[noreturn]] void reject(std::string_view key, std::string_view message) const;
 
  private:
-  [[noreturn]] void reject(std::size_t offset, const std::string& message) const;
+  [[noreturn]] void reject_at(std::size_t offset, const std::string& message) const;
 
   std::string_view line_;
   std::string_view what_;

@@ -3,7 +3,6 @@
 
 #include <optional>
 #include <string>
-#include <string_view>
 
 #include "vantrex/tool_handlers/next_steps/explanation.h"
 #include "vantrex/values/json_value.h"

@@ -58,7 +58,7 @@ ExitStatus suggest(const SuggestOptions& options) {
 Command add_suggest(CLI::App& program) {
   auto options = std::make_shared<SuggestOptions>();
   CLI::App* parser =
-      program.add_subcommand("suggest", "Answer a symbol or a path that an index does not hold");
+      program.add_subcommand("suggest", "Answer a call for a symbol or a path that the index does not hold");
   parser->add_option("WHAT", options->what, "symbol or path")
       ->required()
       ->check(CLI::IsMember({"symbol", "path"}))
@@ -67,14 +67,17 @@ Command add_suggest(CLI::App& program) {
       ->required()
       ->check([](const std::string& name) { return name.empty() ? "must not be empty" : ""; })
       ->type_name("");
-  parser->add_option("--index", options->index, "The index; standard input when -")
+  parser->add_option("--index", options->index, "The index; standard input if it is -")
       ->required()
       ->check([](const std::string& file) { return file.empty() ? "must not be empty" : ""; })
       ->type_name("INDEX");
   parser
-      ->add_option("--action", options->action, "The action that was asked for; detail or symbols when none")
+      ->add_option("--action", options->action,
+                   "The action of the call; by default detail for a symbol, symbols for a path")
       ->type_name("ACTION");
-  parser->add_option("FILE", options->file, "The answer, an object; {} when none, standard input when -")
+  parser
+      ->add_option("FILE", options->file,
+                   "The answer, an object; standard input if FILE is -, {} if it is missing")
       ->type_name("");
   parser->add_flag("--pretty", options->pretty, "Indent the finished answer");
   parser->footer("Universal Ctags makes the index:\n  " + std::string(kCtagsCommand));

@@ -2,7 +2,7 @@
 //
 // Steps are chosen from the answer and fitted to the budget, as next_steps does it. The peers take these
 // short cuts:
-//   - the hints of a tool and its action need no look-up;
+//   - the hints of a tool and its action need no lookup;
 //   - a value that one step takes is used for the next one, too;
 //   - steps are not compared, because none repeats another;
 //   - one walk drops null fields and adds up the hints;

@@ -103,14 +103,15 @@ std::string requests(const std::vector<JsonObject>& calls) {
   return lines;
 }
 
-// Which of the answers offered a step: those of a tool, its misses with and without a near name.
+// The kind of answer that offered a step: the tool, and for a miss whether a name was near.
 std::string source_of(const JsonObject& call, const JsonObject& answer) {
   const std::string tool(*call["tool"].string());
   const JsonList* near = answer["did_you_mean"].list();
   return near == nullptr ? tool : tool + (near->empty() ? ", nothing near" : ", near miss");
 }
 
-// Goes on from an answer as an agent may: by its steps, and by what it lists, spelt well and ill.
+// Continues from an answer as an agent may: follows its steps, and asks for what it lists by right and by
+// misspelt names.
 class Explorer {
  public:
   void explore(std::vector<JsonObject> calls) {

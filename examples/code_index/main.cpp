@@ -3,7 +3,7 @@
 //   ctags --output-format=json --fields=+nl -R -f - src >INDEX
 //   code_index INDEX
 //
-// It reads messages from standard input, one a line, and writes its answers to
+// It reads messages from standard input, one per line, and writes its answers to
 // standard output until the input ends. The index is read once.
 #include <exception>
 #include <iostream>

@@ -19,12 +19,13 @@ using values::Kind;
 
 namespace {
 
-using Steps = std::vector<JsonValue>;
+using Values = std::vector<JsonValue>;
+using Steps = Values;
 using Rules = std::set<std::string>;
 
 JsonValue without_nulls(const JsonValue& value) {
   if (const JsonList* list = value.list()) {
-    Steps kept;
+    Values kept;
     for (const JsonValue& item : *list) kept.push_back(without_nulls(item));
     return kept;
   }
@@ -91,12 +92,12 @@ struct Answer {
     return arguments[takes];
   }
 
-  Steps answer_files() const {
-    Steps found;
+  Values answer_files() const {
+    Values found;
     if (fields["file"].string()) found.push_back(fields["file"]);
     for (const char* key : {"affected_files", "files"}) {
       if (fields[key].list() == nullptr) continue;
-      Steps listed;
+      Values listed;
       for (const JsonValue& item : *fields[key].list()) {
         const JsonValue path = item.object() != nullptr ? (*item.object())["path"] : item;
         if (path.string()) listed.push_back(path);
@@ -105,7 +106,7 @@ struct Answer {
       if (!listed.empty()) break;
     }
     if (found.empty() && arguments["path"].string()) found.push_back(arguments["path"]);
-    Steps unique;
+    Values unique;
     for (const JsonValue& path : found) {
       if (std::find(unique.begin(), unique.end(), path) == unique.end()) unique.push_back(path);
     }
@@ -113,7 +114,7 @@ struct Answer {
   }
 
   JsonObject tests_scope() const {
-    Steps files = answer_files();
+    Values files = answer_files();
     const JsonValue& base = fields["base_branch"];
     const bool listed_all = files.size() <= 10 && fields["files_omitted"].is_empty();
     if (base.string() && !base.is_empty() && !(!files.empty() && listed_all)) {

@@ -1,5 +1,4 @@
-// The naive reading: a second implementation of finishing, as literal as possible, to compare the module
-// with.
+// The naive implementation of finishing, as literal as possible, to compare the module with.
 //
 // It shares with the module only the value type, the catalogue and is_code_symbol. It is slow.
 #pragma once

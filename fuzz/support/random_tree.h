@@ -58,8 +58,8 @@ class Random {
     return items.begin()[below(items.size())];
   }
 
-  // Runs of plain text with characters of every lead byte, and every character that JSON escapes, between
-  // them at any offset.
+  // Runs of plain text of random lengths. Between them are UTF-8 sequences of any lead byte and characters
+  // that JSON escapes.
   std::string text();
 
   // A value of at most `depth` levels, with hint fields and nulls.

@@ -8,7 +8,7 @@
 namespace vantrex::tests {
 namespace {
 
-TEST(Explain, TellsAPerson) {
+TEST(Explain, PrintsText) {
   const Ran ran = run("next-steps explain --tool symbol --action detail", R"({
     "fqn": "f", "kind": null, "tip": ")" + std::string(60, 't') + R"(",
     "results": [{"note": "\u009b1m"}, [{"notes": 1}]], "a": [{"tip": 2}, {"tip": 3}, {"tip": 4}, {"tip": 5},
@@ -60,13 +60,13 @@ TEST(Explain, TellsANewcomerOfMistakes) {
   const std::string lists =
       "symbols, results, matches, definitions, callers, references, dead_symbols, files, tests, components";
   for (const auto& row : table(R"(
-# arguments | answer | rows, absent and silent ones, and remarks
+# arguments | answer | the lines "rows", "- absent", "- silent" and "! remark", joined by commas
 serach | {} | none, unknown tool "serach"; did you mean "search"?
 xyz | {} | none, unknown tool "xyz"; known are architecture, context, explore, file, files, git, quality, search, status, symbol, tests
 explore | {} | none
 xyz --serves xyz:a | {} | none
-search --action symbols | {"symbols":[{"fqn":"f"}],"total":12,"query":"q"} | usual search (the tool's: the action has none of its own), signal search:symbols, signal search:symbols: 12 hits, not 0
-search --action semantic | {"results":[]} | usual search (the tool's: the action has none of its own), signal search:semantic, symbol detail with fqn, symbol callers with fqn, signal search:semantic: no query
+search --action symbols | {"symbols":[{"fqn":"f"}],"total":12,"query":"q"} | usual search (the row of the tool; the action has no row), signal search:symbols, signal search:symbols: 12 hits, not 0
+search --action semantic | {"results":[]} | usual search (the row of the tool; the action has no row), signal search:semantic, symbol detail with fqn, symbol callers with fqn, signal search:semantic: no query
 symbol --action callers --arguments '{"fqn":"f"}' | {"total":7} | usual symbol:callers, signal symbol:callers, signal symbol:callers: 7 callers, 8 are needed
 symbol --action references | {"total":true,"fqn":"f"} | usual symbol:references, signal symbol:references, signal symbol:references: 1 reference, 8 are needed
 symbol --action callers | {"fqn":"f","total":0} | usual symbol:callers, signal symbol:callers, symbol references with fqn, signal symbol:callers: 0 callers, 8 are needed
@@ -88,7 +88,7 @@ x | {"next_steps":[{"tool":"x","args":[]},{"tool":"x","args":{}},{"tool":"x","ar
   }
 }
 
-TEST(Explain, GivesTheSameAsData) {
+TEST(Explain, PrintsJson) {
   const std::string long_fields = R"({"fqn": "f", "total": 9, "note": ")" + std::string(300, 'n') +
                                   R"(", "text": ")" + std::string(2329, 't') + "\"}";
   for (const auto& row : table(R"x(

@@ -27,7 +27,7 @@ next-steps --version |  | 0 | next-steps )" NEXT_STEPS_VERSION R"( |
 next-steps|head -1 |  | 0 | Finishes the answers of a code-index tool server | 
 next-steps finish --tool status --serves search,architecture:components | {} | 0 | {"next_steps":[{"tool":"architecture","args":{"action":"components"},"reason":"The components of the code"}]} | 
 next-steps batch --serves architecture:dependencies | {"response":{},"tool":"status"} | 0 | {} | 
-next-steps batch --help|head -1 |  | 0 | Answer a stream of requests, one a line | 
+next-steps batch --help|head -1 |  | 0 | Answer a stream of requests, one per line | 
 
 next-steps finish --tool x | {"a": 1e999} | 1 |  | <stdin>:1:7: Number too big to be stored in double.\n
 next-steps finish --tool x |  [1] | 1 |  | <stdin>:1:2: an answer must be an object, not a list\n
@@ -71,7 +71,7 @@ std::string repeated(const std::string& text, std::size_t times) {
   return all;
 }
 
-TEST(Program, BearsDepthAndSizeOnASmallStack) {
+TEST(Program, HandlesDepthAndSizeOnASmallStack) {
   // The sanitizers need larger frames and more memory for each thread.
   const std::string stack = NEXT_STEPS_SANITIZED ? "ulimit -s 1024\n" : "ulimit -s 256\n";
   const std::string steps = repeated(R"({"tool":"t","args":{},"reason":"r"},)", 10'000);

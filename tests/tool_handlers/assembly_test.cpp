@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <string>
 #include <type_traits>
+#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -18,7 +19,8 @@ using values::JsonList;
 using values::JsonObject;
 using values::JsonValue;
 
-static_assert(!std::is_assignable_v<Hint&, Hint> && !std::is_assignable_v<decltype((_DETAIL.takes)), Takes>);
+static_assert(!std::is_assignable_v<Hint&, Hint> &&
+              !std::is_assignable_v<decltype((std::declval<Hint&>().takes)), Takes>);
 
 TEST(Step, KeepsItsArgumentsAsTheyAre) {
   EXPECT_EQ(values::compact_text(

@@ -84,7 +84,7 @@ symbol | - | - | {"fqn":"f"} | {"fqn":"f","freshness":{"note":"LONG"},"next_step
   }
 }
 
-// Worked by hand; another test compares random requests with a naive reading of the rules.
+// Worked by hand; another test compares random requests with a naive implementation.
 TEST(FinishAnswer, TakesTheCallsFromTheAnswer) {
   for (const auto& row : tests::table(R"(
 # tool | action | arguments | answer | tool and arguments of each step

@@ -25,7 +25,7 @@ using fuzz::naive::json_text;
 TEST(JsonObject, BehavesLikeAListOfPairs) {
   for (std::uint64_t seed = 0; seed < 300; ++seed) {
     Random random(seed);
-    // Fewer and more keys than are searched without an index.
+    // Some objects have an index and some do not; the limit is 32 fields.
     const std::size_t keys = seed % 50 == 0 ? 1000 : 1 + random.below(60);
     const std::size_t rounds = 100 + 2 * keys;
     JsonObject object;

@@ -56,7 +56,7 @@ std::string accessors(const JsonValue& value) {
   return given + (value.is_empty() ? " empty" : "");
 }
 
-TEST(JsonValue, AccessorsReturnTheirOwnKindOnly) {
+TEST(JsonValue, AccessorsReturnTheirKindAndBooleansAsIntegers) {
   for (const auto& row : tests::table(R"(
 null | null empty
 true | bi1

@@ -24,6 +24,7 @@
 #include <nlohmann/json.hpp>
 
 #include "vantrex/tool_handlers/next_steps/optional_text.h"
+#include "vantrex/tool_handlers/next_steps/served_tools.h"
 #include "vantrex/values/json_value.h"
 
 namespace vantrex::adapters {
@@ -69,6 +70,8 @@ struct FinishOptions {
   const nlohmann::ordered_json* arguments = nullptr;
   /// The index's freshness block, as freshness_block returns it.
   values::JsonValue freshness = nullptr;
+  /// The tools that the server has, borrowed for the call; null if it has every tool.
+  const tool_handlers::next_steps::ServedTools* serves = nullptr;
 };
 
 /// The finished answer to a request, as next_steps::finish_answer returns it. Refuses what the conversions

@@ -258,7 +258,8 @@ inline nlohmann::ordered_json finish_answer(const nlohmann::ordered_json& respon
       tool_handlers::next_steps::finish_answer(std::move(answer), tool_name,
                                                {.action = std::move(options.action),
                                                 .arguments = arguments ? &*arguments : nullptr,
-                                                .freshness = std::move(options.freshness)});
+                                                .freshness = std::move(options.freshness),
+                                                .serves = options.serves});
   return detail::ToNlohmann<nlohmann::ordered_json>("the finished answer").convert(finished);
 }
 

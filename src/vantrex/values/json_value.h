@@ -13,7 +13,8 @@
 // Reading changes nothing, not even caches.
 //
 // Errors: ill-formed UTF-8 throws InvalidUtf8, a failed allocation std::bad_alloc, and more than 2^31 items
-// in a list or an object std::length_error. An operation that throws leaves its object unchanged.
+// in a list or an object, or 2^32 bytes in a text, std::length_error. An operation that throws leaves its
+// object unchanged.
 #pragma once
 
 #include <concepts>

@@ -9,9 +9,9 @@ namespace vantrex::values {
 
 namespace {
 
-// Writes a magnitude of at least 0.0001 with at most nine digits before the point and six after it. Returns a
-// null pointer for any other. Most floats in answers are scores rounded to a few places. The result is the
-// shortest form: two different decimals of at most 15 digits never read back as the same double.
+// Writes `magnitude`, 0 or at least 0.0001, if it has at most nine digits before the point and six after it.
+// Otherwise returns a null pointer. Most floats in answers are scores rounded to a few places. The result is
+// the shortest form: two different decimals of at most 15 digits never read back as the same double.
 char* write_rounded(double magnitude, char* out) noexcept {
   constexpr int kPlaces = 6;
   constexpr std::int64_t kScale = 1'000'000;

@@ -145,9 +145,9 @@ class Writer {
     }
   }
 
-  // Both continue a level up to the next non-empty list or object, and return that; at the end of the level
-  // they return a null pointer. They put a comma after each value; the closing bracket replaces the last
-  // comma.
+  // Both write the rest of a level until they reach a non-empty list or object, and return that; at the end
+  // of the level they return a null pointer. They put a comma after each value; the closing bracket replaces
+  // the last comma.
   [[gnu::always_inline]] const JsonValue* put_fields(Level& level, Sink& sink) {
     while (!sink.is_full()) {
       const JsonField* field = order_.next(level.fields);

@@ -6,8 +6,6 @@
 #include <algorithm>
 #include <compare>
 #include <cstddef>
-#include <iterator>
-#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -28,17 +26,17 @@ struct Rank {
 // Keeps the best of the offered candidates, each key once. The result does not depend on the order of the
 // offers: candidates of equal rank are ordered by their fields.
 //
-// Candidate is a traits class: View, an ordered view of a candidate; Owned, its copy; own(View) and
+// Forms is a traits class: View, an ordered view of a candidate; Owned, its copy; own(View) and
 // view(Owned), the conversions; key(View), the candidate's name.
-template <typename Candidate>
+template <typename Forms>
 class NearestFew {
  public:
-  using View = typename Candidate::View;
-  using Owned = typename Candidate::Owned;
+  using View = typename Forms::View;
+  using Owned = typename Forms::Owned;
 
   static constexpr std::size_t kCapacity = 5;
 
-  NearestFew() { entries_.reserve(kCapacity + 1); }
+  NearestFew() { entries_.reserve(kCapacity); }
 
   // The rank to beat; null until the list is full.
   const Rank* worst() const noexcept { return entries_.size() < kCapacity ? nullptr : &entries_.back().rank; }
@@ -47,14 +45,14 @@ class NearestFew {
   void offer(const Rank& rank, const View& candidate) {
     const auto goes_before = [&](const Entry& entry) {
       const std::strong_ordering order = rank <=> entry.rank;
-      return order < 0 || (order == 0 && candidate < Candidate::view(entry.item));
+      return order < 0 || (order == 0 && candidate < Forms::view(entry.item));
     };
     if (entries_.size() == kCapacity && !goes_before(entries_.back())) return;
     const auto same = std::find_if(entries_.begin(), entries_.end(), [&](const Entry& entry) {
-      return Candidate::key(Candidate::view(entry.item)) == Candidate::key(candidate);
+      return Forms::key(Forms::view(entry.item)) == Forms::key(candidate);
     });
     if (same != entries_.end() && !goes_before(*same)) return;
-    Entry entry{rank, Candidate::own(candidate)};
+    Entry entry{rank, Forms::own(candidate)};
     if (same != entries_.end()) {
       entries_.erase(same);
     } else if (entries_.size() == kCapacity) {

@@ -28,7 +28,7 @@ HitLists find_hit_lists(const JsonObject& response) noexcept {
   return lists;
 }
 
-std::optional<Integer> count_hits(const JsonObject& response, const HitLists& lists) {
+std::optional<Integer> _hit_count(const JsonObject& response, const HitLists& lists) {
   if (auto count = response["total_count"].integer()) return count;
   if (auto count = response["total"].integer()) return count;
   const auto* first =
@@ -38,19 +38,15 @@ std::optional<Integer> count_hits(const JsonObject& response, const HitLists& li
 
 }  // namespace
 
-AnswerView::AnswerView(const JsonObject& answer, const JsonObject* request)
+AnswerView::AnswerView(const JsonObject& answer, const JsonObject* request_arguments)
     : response(answer),
-      arguments(request == nullptr ? kNoArguments : *request),
+      arguments(request_arguments == nullptr ? kNoArguments : *request_arguments),
       hit_lists_(find_hit_lists(answer)),
-      hit_count_(count_hits(answer, hit_lists_)) {}
+      hit_count_(_hit_count(answer, hit_lists_)) {}
 
 const JsonValue& AnswerView::requested_or_answered(std::string_view key) const noexcept {
   const JsonValue& requested = arguments[key];
   return requested.is_empty() ? response[key] : requested;
-}
-
-std::optional<Integer> _hit_count(const JsonObject& response) {
-  return count_hits(response, find_hit_lists(response));
 }
 
 bool _is_code_hit(const JsonObject& item) noexcept {

@@ -1,7 +1,7 @@
 // AnswerView: what the rules read of an answer and its request.
 //
-// It holds the rules that several kinds of step share: the hit lists, the number of hits, the repeated query,
-// the path of an item.
+// It holds the rules that several kinds of step share: the hit lists, the number of hits, a field of the
+// request or else of the answer, the path of an item.
 //
 // Pure functions. Throw only std::bad_alloc; a field of the wrong type counts as absent.
 #pragma once
@@ -22,8 +22,8 @@ inline constexpr std::array<std::string_view, 10> _HIT_LISTS = {
 // A borrowed answer and request. The hits are looked up once.
 class AnswerView {
  public:
-  // A null `request` counts as an empty object.
-  AnswerView(const values::JsonObject& answer, const values::JsonObject* request);
+  // Null `request_arguments` count as an empty object.
+  AnswerView(const values::JsonObject& answer, const values::JsonObject* request_arguments);
 
   const values::JsonObject& response;
   const values::JsonObject& arguments;
@@ -33,7 +33,7 @@ class AnswerView {
     return hit_lists_;
   }
 
-  // The result of _hit_count.
+  // The number of hits: the stated count, otherwise the length of the first hit list; nothing without either.
   const std::optional<values::Integer>& hit_count() const noexcept { return hit_count_; }
   // Whether the hit count is 0; false without a count.
   bool has_no_hits() const noexcept { return hit_count_ == values::Integer(0); }
@@ -45,9 +45,6 @@ class AnswerView {
   std::array<const values::JsonList*, _HIT_LISTS.size()> hit_lists_;
   std::optional<values::Integer> hit_count_;
 };
-
-// The number of hits: the stated count, otherwise the length of the first hit list; nothing without either.
-std::optional<values::Integer> _hit_count(const values::JsonObject& response);
 
 // Whether the hit `item` is a code symbol.
 bool _is_code_hit(const values::JsonObject& item) noexcept;

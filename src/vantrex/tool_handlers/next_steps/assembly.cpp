@@ -137,8 +137,8 @@ Candidates candidate_steps(JsonObject& response, std::string_view tool_name, con
   Candidates candidates{.own = take_own_steps(response)};
   if (!candidates.own.empty()) return candidates;
   const AnswerView answer(response, options.arguments);
-  candidates.signals = signal_steps(answer, tool_name, options.action);
-  candidates.usual = usual_steps(answer, tool_name, options.action);
+  candidates.signals = _signals(answer, tool_name, options.action);
+  candidates.usual = _usual(answer, tool_name, options.action);
   return candidates;
 }
 

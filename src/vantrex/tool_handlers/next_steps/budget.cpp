@@ -150,9 +150,9 @@ JsonList _within_share(const JsonObject& response, JsonList steps, Keep keep) {
   const std::size_t hints = _hint_size(response);
   AddedBytes added(steps);
 
-  // The room grows with the answer, so steps that fit a part of the answer fit all of it. Most answers are
-  // therefore not measured. Others are measured only up to the size whose share is enough for all steps;
-  // below that the size is exact.
+  // The room grows with the answer, so steps that fit a lower bound of its size fit the answer. The bound 0
+  // is tried first; it is enough for most answers. The others are measured, but only up to the size whose
+  // share is enough for all steps. A smaller answer is measured exactly.
   constexpr auto kEnough = static_cast<std::size_t>(1 / HINT_SHARE) + 1;
   static_assert(HINT_SHARE * kEnough > 1);
   if (AnswerBytes{0, hints}.over_room(added.bytes()) <= 0) return steps;

@@ -57,7 +57,7 @@ class AddedBytes {
  public:
   // For no steps: 0 bytes.
   constexpr AddedBytes() noexcept = default;
-  // For all of `steps`, which is not empty.
+  // For all of `steps`.
   explicit AddedBytes(const values::JsonList& steps);
 
   // Adds the next step, of `step_bytes`.

@@ -69,21 +69,21 @@ class Hint {
   friend constexpr bool operator==(const Hint&, const Hint&) = default;
 };
 
-/// A hint of several rows: the details of a symbol.
+/// A hint that several rows share: the details of a symbol.
 inline constexpr Hint _DETAIL{"symbol", "Details of the best hit", "detail", Takes::fqn};
-/// A hint of several rows: the callers of a symbol.
+/// A hint that several rows share: the callers of a symbol.
 inline constexpr Hint _CALLERS{"symbol", "Who calls the best hit", "callers", Takes::fqn};
-/// A hint of several rows: the references to a symbol.
+/// A hint that several rows share: the references to a symbol.
 inline constexpr Hint _REFERENCES{"symbol", "Every use of it", "references", Takes::fqn};
-/// A hint of several rows: the symbols of a file.
+/// A hint that several rows share: the symbols of a file.
 inline constexpr Hint _FILE_SYMBOLS{"file", "Symbols of the first file", "symbols", Takes::path};
-/// A hint of several rows: the tests for changed files.
+/// A hint that several rows share: the tests for changed files.
 inline constexpr Hint _CHANGED_TESTS{"tests", "Tests to run for these files", "recommended",
                                      Takes::changed_files};
 
 namespace detail {
 
-// Hints of one row only.
+// Hints that only one row uses.
 inline constexpr Hint kComponents{"architecture", "The components of the code", "components"};
 inline constexpr Hint kFileTests{"tests", "Its file's tests", "for_file", Takes::path};
 inline constexpr Hint kImports{"file", "What it imports", "imports", Takes::path};
@@ -122,10 +122,10 @@ constexpr bool has_unique_keys(const Table& table) noexcept {
 /// One row of the catalogue. Its key is a tool, or a tool and an action joined by a colon.
 class FollowUps {
  public:
-  /// The maximum number of hints in a row.
-  static constexpr std::size_t kMostHints = 3;
+  /// The maximum number of hints of one row.
+  static constexpr std::size_t kMaxHints = 3;
 
-  /// `hints` has at most kMostHints pointers, none null. The row refers to them.
+  /// `hints` has at most kMaxHints pointers, none null. The row refers to them.
   consteval FollowUps(std::string_view row_key, std::initializer_list<const Hint*> hints)
       : key(row_key), count_(hints.size()) {
     std::copy(hints.begin(), hints.end(), hints_.begin());
@@ -137,7 +137,7 @@ class FollowUps {
   constexpr std::span<const Hint* const> hints() const noexcept { return {hints_.data(), count_}; }
 
  private:
-  std::array<const Hint*, kMostHints> hints_{};
+  std::array<const Hint*, kMaxHints> hints_{};
   std::size_t count_;
 };
 
@@ -203,7 +203,7 @@ inline constexpr std::size_t HINT_FLOOR_BYTES = 320;
 inline constexpr std::array<std::string_view, 7> HINT_KEYS = {"hint",  "hints", "next_steps", "note",
                                                               "notes", "tip",   "tips"};
 
-/// The number of callers or references from which a symbol's blast radius is worth a step.
+/// The minimum number of callers or references for which a symbol's blast radius is worth a step.
 inline constexpr std::int64_t FAN_IN_FOR_IMPACT = 8;
 
 /// The maximum number of files in a step to recommended tests.

@@ -1,7 +1,6 @@
 #include "vantrex/tool_handlers/next_steps/explanation_steps.h"
 
 #include "vantrex/tool_handlers/next_steps/budget.h"
-#include "vantrex/values/text_forms.h"
 
 namespace vantrex::tool_handlers::next_steps {
 
@@ -11,6 +10,8 @@ using values::JsonValue;
 
 namespace {
 
+// The candidates in order. `over_cap` is provisional: the choice and the budget set the verdict of each
+// served candidate.
 std::vector<CandidateStep> considered(const Candidates& found, const TableRows& rows,
                                       const ServedTools* serves) {
   std::vector<CandidateStep> candidates;

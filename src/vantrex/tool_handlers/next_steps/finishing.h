@@ -15,8 +15,8 @@
 
 namespace vantrex::tool_handlers::next_steps {
 
-/// `value` without the object fields whose value is null, at any depth. Null items of lists and objects that
-/// become empty stay. Throws only std::bad_alloc.
+/// `value` without the object fields whose value is null, at any depth. Null items of lists stay, and so
+/// do objects that become empty. Throws only std::bad_alloc.
 NEXT_STEPS_API values::JsonValue without_null_fields(values::JsonValue value);
 /// The same for an object.
 NEXT_STEPS_API values::JsonObject without_null_fields(values::JsonObject object);
@@ -30,8 +30,8 @@ struct FinishOptions {
   const values::JsonObject* arguments = nullptr;
   /// The index's freshness block; null while the index is current.
   values::JsonValue freshness = nullptr;
-  /// The tools that the server has, borrowed for the call; null if it has every tool. Steps from the tables
-  /// to other tools are left out. Own steps and those of a miss stay.
+  /// The tools that the server has, borrowed for the call; null if it has every tool. Signals and usual
+  /// follow-ups that call another tool are left out. Own steps and the step of a miss stay.
   const ServedTools* serves = nullptr;
 };
 

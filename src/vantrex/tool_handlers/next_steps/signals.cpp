@@ -65,18 +65,12 @@ JsonObject known_to_signals(const AnswerView& answer, std::optional<std::string_
           {"what", Text::lossy(action.value_or(""))}};
 }
 
-JsonList signal_steps(const AnswerView& answer, std::string_view tool,
-                      std::optional<std::string_view> action) {
+JsonList _signals(const AnswerView& answer, std::string_view tool, std::optional<std::string_view> action) {
   JsonList steps;
   const SignalRow* row = signal_row(tool, action);
   if (row == nullptr) return steps;
   if (auto found = row->signal(known_to_signals(answer, action))) steps.push_back(*std::move(found));
   return steps;
-}
-
-JsonList _signals(const JsonObject& response, std::string_view tool, std::optional<std::string_view> action,
-                  const JsonObject& arguments) {
-  return signal_steps(AnswerView(response, &arguments), tool, action);
 }
 
 }  // namespace vantrex::tool_handlers::next_steps

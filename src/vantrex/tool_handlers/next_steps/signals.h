@@ -1,7 +1,7 @@
 // The signals: steps that the content of an answer calls for.
 //
-// No hits call for a search by meaning or a question to explore, many callers for the blast radius, a file
-// without tests for the tests of a change.
+// Without hits, the step is a search by meaning or a call of "explore"; with many callers or references, the
+// blast radius; for a file without tests, the tests of a change.
 //
 // Pure functions. Throw only std::bad_alloc.
 #pragma once
@@ -51,9 +51,7 @@ const SignalRow* signal_row(std::string_view tool, std::optional<std::string_vie
 values::JsonObject known_to_signals(const AnswerView& answer, std::optional<std::string_view> action);
 
 // The signal steps of an answer: a list of at most one step.
-values::JsonList _signals(const values::JsonObject& response, std::string_view tool,
-                          std::optional<std::string_view> action, const values::JsonObject& arguments);
-values::JsonList signal_steps(const AnswerView& answer, std::string_view tool,
-                              std::optional<std::string_view> action);
+values::JsonList _signals(const AnswerView& answer, std::string_view tool,
+                          std::optional<std::string_view> action);
 
 }  // namespace vantrex::tool_handlers::next_steps

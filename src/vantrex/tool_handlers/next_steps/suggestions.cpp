@@ -1,6 +1,7 @@
 #include "vantrex/tool_handlers/next_steps/suggestions.h"
 
 #include <exception>
+#include <initializer_list>
 #include <string>
 #include <utility>
 
@@ -38,13 +39,10 @@ auto guarded(Lookup lookup, std::string_view warning, const models::Repository& 
   return {};
 }
 
-std::string joined(std::string_view before, std::string_view wanted, std::string_view between,
-                   std::string_view after = "") {
-  std::string text(before);
-  text += wanted;
-  text += between;
-  text += after;
-  return text;
+std::string joined(std::initializer_list<std::string_view> texts) {
+  std::string all;
+  for (const std::string_view each : texts) all += each;
+  return all;
 }
 
 void mark_missed(JsonObject& response, JsonList candidates, JsonObject next) {
@@ -64,14 +62,14 @@ JsonObject& suggest_symbols(JsonObject& response, const models::Repository& repo
   if (!candidates.empty()) {
     const std::string& best = candidates.front().fqn;
     mark_missed(response, std::move(listed),
-                step("symbol", joined("The nearest indexed symbol to ", wanted, " is ", best),
+                step("symbol", joined({"The nearest indexed symbol to ", wanted, " is ", best}),
                      {{"action", Text::lossy(action)}, {"fqn", Text::lossy(best)}}));
     return response;
   }
   std::string query = workers::guessed_name(wanted);
   if (query.empty()) query = wanted;
   mark_missed(response, std::move(listed),
-              step("search", joined("No indexed symbol is near ", wanted, ": search the names"),
+              step("search", joined({"No indexed symbol is near ", wanted, ": search the names"}),
                    {{"action", kSymbols}, {"query", Text::lossy(query)}}));
   return response;
 }
@@ -85,11 +83,11 @@ JsonObject& suggest_paths(JsonObject& response, const models::Repository& reposi
   if (!candidates.empty()) {
     const std::string& best = candidates.front();
     mark_missed(response, std::move(listed),
-                step("file", joined("The nearest indexed file to ", wanted, " is ", best),
+                step("file", joined({"The nearest indexed file to ", wanted, " is ", best}),
                      {{"action", Text::lossy(action)}, {"path", Text::lossy(best)}}));
     return response;
   }
-  mark_missed(response, std::move(listed), step("files", joined("No indexed file is near ", wanted, "")));
+  mark_missed(response, std::move(listed), step("files", joined({"No indexed file is near ", wanted})));
   return response;
 }
 

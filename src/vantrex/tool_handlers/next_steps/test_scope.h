@@ -1,6 +1,6 @@
 // The scope of a step to recommended tests.
 //
-// The step covers what the answer is about: its files if it lists all of them, otherwise its branch base,
+// The step covers what the answer is about: its files if it lists all of them, otherwise its base branch,
 // otherwise its first files. With none of these the scope is empty and the step is left out: the tests tool
 // would take the changes of the work tree, and a clean tree has none.
 //

@@ -37,7 +37,9 @@ const JsonValue* taken_from_hits(const AnswerView& answer, Takes takes) {
   return nullptr;
 }
 
-const JsonValue& taken(const AnswerView& answer, Takes takes) {
+}  // namespace
+
+const JsonValue& _taken(const AnswerView& answer, Takes takes) {
   if (takes == Takes::query) return answer.requested_or_answered("query");
   const bool is_path = takes == Takes::path;
   if (is_path || takes == Takes::fqn) {
@@ -50,12 +52,6 @@ const JsonValue& taken(const AnswerView& answer, Takes takes) {
     if (requested.text() != nullptr) return requested;
   }
   return kNothing;
-}
-
-}  // namespace
-
-JsonValue _taken(const JsonObject& response, Takes takes, const JsonObject& arguments) {
-  return taken(AnswerView(response, &arguments), takes);
 }
 
 const FollowUps* usual_row(std::string_view tool, std::optional<std::string_view> action) noexcept {
@@ -73,15 +69,14 @@ std::variant<JsonObject, Lack> hint_arguments(const Hint& hint, const AnswerView
     for (const auto& [key, value] : scope) args.append(key, value);
   } else if (hint.takes) {
     if (answer.has_no_hits()) return Lack::hits;
-    const JsonValue& value = taken(answer, *hint.takes);
+    const JsonValue& value = _taken(answer, *hint.takes);
     if (value.is_null()) return Lack::argument;
     args.append(text(*hint.takes), value);
   }
   return args;
 }
 
-JsonList usual_steps(const AnswerView& answer, std::string_view tool,
-                     std::optional<std::string_view> action) {
+JsonList _usual(const AnswerView& answer, std::string_view tool, std::optional<std::string_view> action) {
   JsonList steps;
   const FollowUps* row = usual_row(tool, action);
   if (row == nullptr) return steps;
@@ -93,11 +88,6 @@ JsonList usual_steps(const AnswerView& answer, std::string_view tool,
     }
   }
   return steps;
-}
-
-JsonList _usual(const JsonObject& response, std::string_view tool, std::optional<std::string_view> action,
-                const JsonObject& arguments) {
-  return usual_steps(AnswerView(response, &arguments), tool, action);
 }
 
 }  // namespace vantrex::tool_handlers::next_steps

@@ -18,10 +18,9 @@
 
 namespace vantrex::tool_handlers::next_steps {
 
-// The value that a hint takes from the answer or the request, or null. `takes` is not `changed_files`, which
-// _tests_scope handles.
-values::JsonValue _taken(const values::JsonObject& response, Takes takes,
-                         const values::JsonObject& arguments);
+// The value that a hint takes from the answer or the request, or null. The reference is valid as long as the
+// answer and the request. `takes` is not `changed_files`, which _tests_scope handles.
+const values::JsonValue& _taken(const AnswerView& answer, Takes takes);
 
 // The row of `tool` and `action`, otherwise the row of `tool`, otherwise null.
 const FollowUps* usual_row(std::string_view tool, std::optional<std::string_view> action) noexcept;
@@ -30,16 +29,14 @@ const FollowUps* usual_row(std::string_view tool, std::optional<std::string_view
 enum class Lack : std::uint8_t {
   hits,      // it has 0 hits, so it gives no argument
   argument,  // neither it nor the request has the argument
-  scope,     // it has no files and no branch base
+  scope,     // it has no files and no base branch
 };
 
 // The arguments of the step of `hint`, or what `answer` lacks for it.
 std::variant<values::JsonObject, Lack> hint_arguments(const Hint& hint, const AnswerView& answer);
 
 // The usual follow-up steps of an answer, in the order of the catalogue.
-values::JsonList _usual(const values::JsonObject& response, std::string_view tool,
-                        std::optional<std::string_view> action, const values::JsonObject& arguments);
-values::JsonList usual_steps(const AnswerView& answer, std::string_view tool,
-                             std::optional<std::string_view> action);
+values::JsonList _usual(const AnswerView& answer, std::string_view tool,
+                        std::optional<std::string_view> action);
 
 }  // namespace vantrex::tool_handlers::next_steps
