@@ -2,7 +2,8 @@
 
 Each reads the same file of requests and writes its answers to /dev/null. nlohmann's JSON
 finishes them, too; CPython's and Node's json only read and print them. The best of five
-runs counts, start and end of the process included.
+runs counts, start and end of the process included. The last line is the mean time of a
+call of `next-steps batch` that is written and answered alone.
 """
 import json
 import random
@@ -59,21 +60,35 @@ def best_seconds(command, path):
     return best
 
 
+def seconds_alone(command, lines):
+    with subprocess.Popen(command, stdin=subprocess.PIPE, stdout=subprocess.PIPE) as process:
+        start = time.perf_counter()
+        for line in lines:
+            process.stdin.write(line)
+            process.stdin.flush()
+            process.stdout.readline()
+        return (time.perf_counter() - start) / len(lines)
+
+
 def main(program, nlohmann):
     contenders = {"next-steps batch": [program, "batch"], "nlohmann": [nlohmann],
                   "CPython": [sys.executable, "-c", PYTHON], "Node": ["node", "-e", NODE]}
     print(f"{'':18}{'1 KB':>20}{'30 KB':>20}")
     sizes = [(6, False, 20000), (50, True, 1000)]
     measured = {each: [] for each in contenders}
+    alone = []
     for hits, with_code, count in sizes:
+        lines = [line + "\n" for line in requests(hits, with_code, count)]
+        alone.append(seconds_alone([program, "batch"], [line.encode() for line in lines]))
         with tempfile.NamedTemporaryFile("w", encoding="utf-8") as file:
-            file.write("".join(line + "\n" for line in requests(hits, with_code, count)))
+            file.writelines(lines)
             file.flush()
             for each, command in contenders.items():
                 measured[each].append(file.tell() / 1e6 / best_seconds(command, file.name))
     for each, speeds in measured.items():
         ours = measured["next-steps batch"]
         print(f"{each:18}" + "".join(f"{speed:8.0f} MB/s {own / speed:4.1f}x" for own, speed in zip(ours, speeds)))
+    print(f"{'one at a time':18}" + "".join(f"{1e6 * seconds:11.0f} us      " for seconds in alone))
 
 
 if __name__ == "__main__":
