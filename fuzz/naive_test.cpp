@@ -49,6 +49,7 @@ TEST(FinishAnswer, EqualsTheNaiveImplementation) {
     ASSERT_EQ(finished, expected.answer);
     ASSERT_EQ(values::compact_size(finished), text.size());
     ASSERT_EQ(next_steps::_hint_size(finished), naive::hint_size(expected.answer));
+    ASSERT_EQ(next_steps::_hint_size(request.freshness), naive::hint_size(request.freshness));
     ASSERT_EQ(naive::json_text(request.answer), before);
     for (const std::string& rule : expected.reached) missing.erase(rule);
     if (request.answer.size() > kUnindexedFields) missing.erase("indexed answer");

@@ -4,7 +4,8 @@
 Lists the lines and branches that never run, except those in EXCEPTIONS. EXPORT is a file
 that `llvm-cov export` wrote. An exception is a file and a part of a line, "file: part". It
 covers the branches of that line, or that line and the uncovered lines directly after it.
-The same branch in several instances of a template counts once.
+An exception that is never used is reported, unless
+"~" stands before it. The same branch in several instances of a template counts once.
 """
 import collections
 import json
@@ -17,7 +18,7 @@ def read_exceptions(path):
     with open(path, encoding="utf-8") as lines:
         for line in lines:
             if line.strip() and not line.startswith("#"):
-                exceptions[tuple(line.strip().split(": ", 1))] = False
+                exceptions[tuple(line.strip().lstrip("~").split(": ", 1))] = line.startswith("~")
     return exceptions
 
 

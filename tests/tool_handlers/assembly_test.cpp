@@ -37,6 +37,7 @@ TEST(Deduplicated, KeepsTheFirstStepOfEachCall) {
 [{"tool":"a","args":0.0,"reason":0},{"tool":"a","args":-0.0,"reason":1},{"tool":"a","args":-0.0}] | 0 1
 [{"tool":"a","args":"y","reason":0},{"tool":"a","args":{"x":"y"},"reason":1},{"tool":"a","args":"y"}] | 0 1
 [{"tool":"a","args":{"x":null},"reason":0},{"tool":"a","args":{},"reason":1},{"tool":null,"args":{},"reason":2}] | 0 1 2
+[{"tool":"a","args":1,"reason":0},{"tool":"a","args":12,"reason":1},{"tool":"a","args":123,"reason":2},{"tool":"a","args":1234,"reason":3},{"tool":"a","args":12345,"reason":4},{"tool":"a","args":123456,"reason":5},{"tool":"a","args":1234567,"reason":6},{"tool":"a","args":1}] | 0 1 2 3 4 5 6
 [{"tool":"a,b","args":"c","reason":0},{"tool":"a","args":"b,c","reason":1}] | 0 1
 [{"tool":"a","args":{}},"text"] | steps[1] is no object
 [{"tool":"a","reason":"r"}] | steps[0] has no field "args"

@@ -157,8 +157,9 @@ TEST(FinishAnswer, CopiesNothingOfAnAnswerThatIsMoved) {
 
 TEST(FinishAnswer, TakesAnyFormOfAnAbsentAction) {
   const char* none = nullptr;
-  for (const OptionalText& action : {OptionalText(none), OptionalText(std::optional<std::string>()),
-                                     OptionalText(std::optional<std::string_view>())}) {
+  for (const OptionalText& action :
+       {OptionalText(none), OptionalText(std::nullopt), OptionalText(std::optional<std::string>()),
+        OptionalText(std::optional<std::string_view>())}) {
     const JsonObject given = finish_answer({{"fqn", "f"}}, "symbol", {.action = action});
     EXPECT_EQ(given["next_steps"].list()->size(), 2U);
   }

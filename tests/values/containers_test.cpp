@@ -57,6 +57,17 @@ TEST(JsonObject, BehavesLikeAListOfPairs) {
   }
 }
 
+template <std::size_t... kNumbers>
+JsonObject object_of(std::index_sequence<kNumbers...> /*numbers*/) {
+  return {{std::to_string(kNumbers % 40), kNumbers}...};
+}
+
+TEST(JsonObject, IsBuiltFromManyFields) {
+  const JsonObject built = object_of(std::make_index_sequence<50>());
+  EXPECT_EQ(built.size(), 40U);
+  EXPECT_EQ(built["9"], 49);
+}
+
 TEST(Containers, TakeTheirOwnItemsAndRejectTooMany) {
   JsonObject object = {{"a key of more than 14 bytes", JsonList::of("x")}};
   for (int round = 0; round < 4; ++round) object.set(object.begin()->key, object.begin()->value);
@@ -66,6 +77,8 @@ TEST(Containers, TakeTheirOwnItemsAndRejectTooMany) {
   JsonList list = JsonList::of("a text of more than 14 bytes");
   while (list.size() < 100) list.push_back(list[0]);
   EXPECT_EQ(list[99], list[0]);
+  list.clear();
+  EXPECT_EQ(list, JsonList());
   EXPECT_THROW(list.reserve(std::size_t{1} << 32), std::length_error);
   EXPECT_THROW(object.reserve(std::size_t{1} << 32), std::length_error);
 }

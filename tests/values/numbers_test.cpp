@@ -44,6 +44,7 @@ TEST(Integer, ConvertsWithinTheRangeOfAType) {
   EXPECT_EQ(JsonValue(kMax).integer<std::int64_t>(), std::nullopt);
   EXPECT_EQ(JsonValue(255).integer<std::uint8_t>(), 255);
   EXPECT_EQ(JsonValue(256).integer<std::uint8_t>(), std::nullopt);
+  EXPECT_EQ(JsonValue(25.0).integer<std::uint8_t>(), std::nullopt);
   EXPECT_EQ(Integer(-1).to<std::uint64_t>(), std::nullopt);
 }
 

@@ -51,9 +51,6 @@ class NEXT_STEPS_API Logger {
   /// `name` must outlive the logger, as a literal does.
   constexpr explicit Logger(std::string_view name) noexcept : name_(name) {}
 
-  /// The name given to the constructor.
-  constexpr std::string_view name() const noexcept { return name_; }
-
   /// Sends a warning to the sink. Ignores what the sink throws, except the cancellation of the thread.
   void warning(std::string_view message, std::exception_ptr error) const;
 

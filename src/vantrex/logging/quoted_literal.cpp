@@ -32,7 +32,7 @@ void append_control(std::string& text, unsigned char control) {
 
 // The code point of a multi-byte `sequence` that is a control character or a line break, otherwise 0.
 unsigned unprintable(std::string_view sequence) noexcept {
-  if (sequence.size() == 2 && sequence[0] == '\xC2') {
+  if (sequence[0] == '\xC2') {
     const auto second = static_cast<unsigned char>(sequence[1]);
     return second < 0xA0 ? second : 0;
   }

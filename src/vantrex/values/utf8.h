@@ -34,9 +34,9 @@ constexpr Utf8Prefix utf8_prefix(std::string_view bytes) noexcept {
   return {length, true};
 }
 
-/// The length in bytes of the well-formed character at the start of `bytes`, or 0 when there is none.
+/// The length in bytes of the well-formed character at the start of `bytes`, or 0 when there is none. `bytes`
+/// is not empty.
 constexpr std::size_t utf8_sequence_length(std::string_view bytes) noexcept {
-  if (bytes.empty()) return 0;
   const Utf8Prefix prefix = utf8_prefix(bytes);
   return prefix.is_complete ? prefix.length : 0;
 }
