@@ -49,7 +49,8 @@ Command add_explain(CLI::App& program) {
   options->answer.add_to(*parser);
   parser->add_flag("--json", options->json, "Print the explanation as an object");
   parser->add_flag("--pretty", options->pretty, "Print the explanation as an indented object");
-  parser->footer("Verdicts are coloured on a terminal, unless NO_COLOR is set or TERM is dumb.");
+  parser->footer(
+      "Verdicts are coloured on a terminal, unless NO_COLOR is set and not empty, or TERM is dumb.");
   return {parser, [options] { return explain(*options); }};
 }
 

@@ -101,7 +101,8 @@ constexpr std::array<Method, 5> kMethods = {{{"initialize", initialize},
                                              {"tools/list", list_tools},
                                              {"tools/call", call_tool}}};
 
-// Whether the request names the protocol's version itself, which must be the one without a handshake.
+// Whether the request itself names the protocol's version. Throws RpcError for any version but the one
+// without a handshake.
 bool names_version(const JsonObject& params) {
   const JsonObject* meta = params["_meta"].object();
   if (meta == nullptr || !meta->contains(kVersionKey)) return false;

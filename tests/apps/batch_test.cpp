@@ -119,7 +119,7 @@ TEST(Batch, NeedsNoMoreMemoryForMoreLines) {
   if (NEXT_STEPS_SANITIZED) GTEST_SKIP() << "the sanitizers need more memory than the limit";
   const Ran ran = run(R"x(
     ulimit -v 30000
-    printf '{"response":{"a":"%200s"},"tool":"x","id":%d}\n[\n{"response":{}}\n\n' x 7 >$(dirname $0)/lines
+    printf '{"response":{"a":"%200s"},"tool":"x","id":%d}\n[\n{"response":{}}' x 7 >$(dirname $0)/lines
     yes "$(<$(dirname $0)/lines)" | head -1000000 | next-steps batch | (sleep 1; wc -l)
     exit ${PIPESTATUS[2]})x");
   EXPECT_EQ(ran.out, "1000000\n");

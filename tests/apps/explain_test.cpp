@@ -42,10 +42,16 @@ rows   usual symbol:detail
 }
 
 TEST(Explain, PrintsNoControlCharacters) {
-  const Ran ran = run("next-steps explain --tool x | tail -8",
+  const Ran ran = run("next-steps explain --tool x",
                       R"({"a\u009b\u001b[1m": {"note": 1}, "next_steps": [
     {"tool": "t\u001b", "args": {"\u007f": "\u0085"}, "reason": "\n\u009b2J"}, "\u009b", {"tool": 7}]})");
-  EXPECT_EQ(ran.out, R"(           \n\u009b2J
+  EXPECT_EQ(ran.out, R"(answer 27 bytes, of which 1 are hints
+         1  ["a\u009b\u001b[1m"].note
+steps  86 bytes
+room   320 bytes (the floor; 15 % of 113 is 16) for hints and steps
+rows   none
+1 kept     t\x1b {"\x7f":"\u0085"}
+           \n\u009b2J
            own, 54 bytes: fits the room
 2 kept     "\u009b"
            own, 4 bytes: fits the room
@@ -114,10 +120,12 @@ TEST(Explain, IsColouredOnATerminalOnly) {
             std::string::npos);
 }
 
-TEST(Catalogue, IsWhatTheDocumentShows) {
+TEST(Catalogue, IsWhatTheDocumentsShow) {
   const Ran ran = run("next-steps catalogue");
   EXPECT_EQ(ran.out, read_file(NEXT_STEPS_ROOT "/docs/catalogue.md"))
       << "the tables have changed: next-steps catalogue > docs/catalogue.md";
+  EXPECT_EQ(run("next-steps catalogue --graph").out, read_file(NEXT_STEPS_ROOT "/docs/catalogue.svg"))
+      << "the tables have changed: next-steps catalogue --graph > docs/catalogue.svg";
   EXPECT_EQ(ran.err + std::to_string(ran.status), "0");
 }
 

@@ -6,14 +6,12 @@
 
 #include <gtest/gtest.h>
 
-#include "next_steps/pretty_text.h"
 #include "vantrex/values/text_forms.h"
 
 namespace vantrex::tests {
 namespace {
 
 using next_steps_program::JsonError;
-using next_steps_program::pretty_text;
 using next_steps_program::read_json;
 using namespace std::string_literals;
 
@@ -64,11 +62,6 @@ TEST(JsonReader, RejectsWithTheFirstWrongPlace) {
       EXPECT_NE(std::string(error.what()).find(message), std::string::npos) << text << ": " << error.what();
     }
   }
-}
-
-TEST(PrettyText, IndentsByTwoSpaces) {
-  EXPECT_EQ(pretty_text(read_json(R"({"a": [], "b": {}, "c": [1, {"d\n": "e"}]})")),
-            "{\n  \"a\": [],\n  \"b\": {},\n  \"c\": [\n    1,\n    {\n      \"d\\n\": \"e\"\n    }\n  ]\n}");
 }
 
 }  // namespace

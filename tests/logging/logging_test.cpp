@@ -112,8 +112,8 @@ TEST(QuotedLiteral, IsOneWellFormedLineForAnyBytes) {
     while (random() % 12 != 0) bytes += kBytes[random() % kBytes.size()];
     const std::string literal = quoted_literal(bytes);
     ASSERT_EQ(values::scan_utf8(literal).well_formed, literal.size()) << printable(bytes);
-    for (const std::string_view line_break : {"\n", "\r", "\x1b", "\u0085", "\u2028", "\u2029"}) {
-      ASSERT_EQ(literal.find(line_break), std::string::npos) << literal;
+    for (const std::string_view forbidden : {"\n", "\r", "\x1b", "\u0085", "\u2028", "\u2029"}) {
+      ASSERT_EQ(literal.find(forbidden), std::string::npos) << literal;
     }
     // Only the last byte is an unescaped quote.
     std::size_t end = 1;

@@ -112,7 +112,7 @@ TEST(Quality, Symbols) {
   expect_found("wrong qualifier", symbols, 95, 99,
                [](Part outer, Part last) { return outer.empty() ? "" : "acme::" + outer + last; });
 
-  // Random letters, and names of two words from other fields, must have no candidates.
+  // Of random letters, and names of two words from other fields, at most 1 % may have candidates.
   const Texts foreign = lines_of("foreign_words.txt");
   Texts answered;
   for (int round = 0; round < 750; ++round) {

@@ -1,4 +1,4 @@
-// Deep copies: one allocation per list or object, no recursion.
+// Deep copies: one block per list or object, no recursion.
 #include <new>
 #include <type_traits>
 
