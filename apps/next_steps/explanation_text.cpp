@@ -4,6 +4,7 @@
 #include <numeric>
 #include <optional>
 #include <string_view>
+#include <utility>
 
 #include "vantrex/logging/quoted_literal.h"
 #include "vantrex/values/text_forms.h"

@@ -9,6 +9,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace next_steps_program {
 
@@ -35,7 +36,7 @@ class Input {
   int descriptor_ = 0;  // standard input, unless a file was opened
 };
 
-// The lines of an input. Holds no more memory than the longest line needs.
+// The lines of an input. Its memory depends on the longest line, not on the size of the input.
 class LineReader {
  public:
   // `before_waiting` is called each time before reading may block.

@@ -30,8 +30,8 @@ constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
   throw JsonError(place_of(text, offset), message);
 }
 
-// Refuses ill-formed UTF-8, NUL bytes and a byte-order mark. Each of them makes reading
-// fail, so this runs only after a failure. Its errors come before all others.
+// Refuses ill-formed UTF-8, NUL bytes and a byte-order mark. Each of them makes the parser fail or, for a NUL
+// byte, stop early, so this runs only then. Its errors come before all others.
 void check_bytes(std::string_view text) {
   if (text.starts_with(kByteOrderMark)) reject(text, 0, "byte-order mark before the document");
   const std::size_t nul = text.find('\0');

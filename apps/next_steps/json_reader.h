@@ -24,8 +24,6 @@ namespace values = vantrex::values;
 struct Place {
   std::size_t line = 1;
   std::size_t column = 1;
-
-  friend bool operator==(const Place&, const Place&) = default;
 };
 
 // The place of the byte at `offset`, which may be the end of `text`.

@@ -53,8 +53,6 @@ ExitStatus run_and_report(int argument_count, char** arguments) {
   } catch (const InputRejected& error) {
     std::cerr << error.what() << '\n';
     return ExitStatus::input_rejected;
-  } catch (const IoFailed& error) {
-    std::cerr << "next-steps: " << error.what() << '\n';
   } catch (const std::bad_alloc&) {
     std::cerr << "next-steps: out of memory\n";
   } catch (const std::exception& error) {

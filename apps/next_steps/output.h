@@ -13,7 +13,7 @@ class Output {
  public:
   // Throws IoFailed and std::bad_alloc.
   void write(std::string_view text);
-  // Writes the buffer to the file. Throws IoFailed, for example when the disk is full.
+  // Writes the buffer to standard output and empties it. Throws IoFailed, for example when the disk is full.
   void flush();
 
  private:

@@ -71,7 +71,7 @@ class NEXT_STEPS_API Integer {
  private:
   friend struct detail::ValueAccess;
 
-  // A number beyond 64 bits: digits without leading zeros, after "-" when negative.
+  // A number outside the range of std::int64_t: digits without leading zeros, after "-" when negative.
   explicit Integer(Text digits) noexcept : digits_(std::move(digits)) {}
 
   bool is_small() const noexcept { return digits_.empty(); }

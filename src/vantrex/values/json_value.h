@@ -6,15 +6,15 @@
 //
 // Ownership: value types. A list or an object owns its items. Moving takes constant time and moves no item.
 // Copying is deep: one allocation per non-empty list or object, and one more for an object of more than 32
-// fields. Long texts, foreign values and integers beyond 64 bits are immutable; copies share them by
-// reference count.
+// fields. Long texts, foreign values and integers outside the range of std::int64_t are immutable; copies
+// share them by reference count.
 //
 // Threads: like an int. Concurrent reads and copies of one value are safe; a change needs exclusive access.
 // Reading changes nothing, not even caches.
 //
 // Errors: ill-formed UTF-8 throws InvalidUtf8, a failed allocation std::bad_alloc, and more than 2^31 items
-// in a list or an object, or 2^32 bytes in a text, std::length_error. An operation that throws leaves its
-// object unchanged.
+// in a list or an object, or more than 2^32 - 1 bytes in a text, std::length_error. An operation that throws
+// leaves its object unchanged.
 #pragma once
 
 #include <concepts>
@@ -375,7 +375,7 @@ class NEXT_STEPS_API JsonValue {
   // All begin with the tag, so it can be read through any of them.
   union {
     Plain plain_;
-    Text text_;  // a string, or the digits of an integer beyond 64 bits
+    Text text_;  // a string, or the digits of an integer outside the range of std::int64_t
     JsonList list_;
     JsonObject object_;
     Foreign foreign_;

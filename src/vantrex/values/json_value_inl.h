@@ -21,7 +21,8 @@ inline JsonList::~JsonList() {
   if (items_ != nullptr) dispose();
 }
 
-// The templates below delegate to the default constructor, so that the destructor runs when an item throws.
+// The constructors from a sequence and from a map delegate to the default constructor, so that the destructor
+// runs when an item throws.
 template <detail::Sequence Range>
 JsonList::JsonList(const Range& items) : JsonList() {
   if constexpr (std::ranges::sized_range<const Range>) reserve(std::ranges::size(items));

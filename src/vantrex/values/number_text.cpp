@@ -48,7 +48,7 @@ char* write_float(double value, char* out) noexcept {
   if (is_positional) {
     if (char* end = write_rounded(magnitude, out)) return end;
   }
-  char* end = std::to_chars(out, out + kMaxNumberBytes, magnitude,
+  char* end = std::to_chars(out, out + kMaxNumberBytes - 1, magnitude,
                             is_positional ? std::chars_format::fixed : std::chars_format::scientific)
                   .ptr;
   return is_positional && std::find(out, end, '.') == end ? append(".0", end) : end;

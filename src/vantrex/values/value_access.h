@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <string_view>
 #include <utility>
 
 #include "vantrex/values/json_value.h"
@@ -21,8 +22,8 @@ struct ValueAccess {
 
   static std::int64_t small_integer(const JsonValue& value) noexcept { return value.plain_.as.integer; }
 
-  // An integer beyond 64 bits is stored as the shared text of its digits. It has more digits than fit inside
-  // a text.
+  // An integer outside the range of std::int64_t is stored as the shared text of its digits. It has more
+  // digits than fit inside a text.
   static std::string_view digits(const JsonValue& value) noexcept { return value.text_.view(); }
   static void place_big_integer(JsonValue& value, Integer integer) noexcept {
     value.text_.bits_ = std::exchange(integer.digits_.bits_, kEmptyText);

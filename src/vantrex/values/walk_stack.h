@@ -24,7 +24,7 @@ class WalkStack {
   // The frame pushed last. A push or pop invalidates the reference.
   Frame& top() noexcept { return depth_ <= kShallow ? shallow_[depth_ - 1] : deep_.back(); }
 
-  // Pushes Frame{parts...}. Shallow frames are constructed in place.
+  // Pushes Frame{parts...}.
   template <typename... Parts>
   void push(const Parts&... parts) {
     if (depth_ < kShallow) {

@@ -15,7 +15,8 @@ struct FoldedName {
   // space). An ill-formed byte counts as one code point, different from all others.
   std::u32string letters;
 
-  // The mask of the letters that occur, each hashed to one bit. One edit sets or clears at most one bit.
+  // The mask of the letters that occur, each hashed to one bit. One edit sets at most one bit and clears at
+  // most one.
   std::uint64_t letter_mask = 0;
 
   // A hash of the words of the name in any order. A word ends at a separator and where camel case begins

@@ -6,8 +6,9 @@
 //   the same base name in another directory;
 //   the same stem, which is the base name without its last extension;
 //   a stem with edits, at most a third of the letters of the longer stem, separators ignored.
-// Case matters only for a tie. Within a class the order is: fewer edits, the same extension, more shared
-// directories, more shared letters, a smaller difference in length.
+// Within a class the order is: fewer edits, the same extension, more shared directories, more shared letters,
+// a smaller difference in length. Case does not matter, except that in the first two classes a base name in
+// the same case comes first.
 //
 // Ownership: borrows the wanted path. Threads: use one object on one thread only; it reuses its memory for
 // each candidate.
@@ -30,8 +31,8 @@ class PathMatch {
   // Whether the wanted path has a base name. Without one nothing is near.
   bool possible() const noexcept { return !parted_wanted_.last.empty(); }
 
-  // The rank of `path`; nothing if it is not near, or farther than `worst` (may be null). Throws
-  // std::bad_alloc, for a base name longer than all before it.
+  // The rank of `path`, or nothing if it is not near. May also return nothing if it is farther than `worst`,
+  // which may be null. Throws std::bad_alloc, for a base name longer than all before it.
   std::optional<Rank> rank(std::string_view path, const Rank* worst);
 
  private:

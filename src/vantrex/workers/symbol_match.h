@@ -33,8 +33,8 @@ class SymbolMatch {
   // Whether the wanted symbol has a name. Without one nothing is near.
   bool possible() const noexcept { return !parted_wanted_.last.empty(); }
 
-  // The rank of the symbol `fqn`; nothing if it is not near, or farther than `worst` (may be null). Throws
-  // std::bad_alloc, for a name longer than all before it.
+  // The rank of the symbol `fqn`, or nothing if it is not near. May also return nothing if it is farther than
+  // `worst`, which may be null. Throws std::bad_alloc, for a name longer than all before it.
   std::optional<Rank> rank(std::string_view fqn, const Rank* worst);
 
  private:

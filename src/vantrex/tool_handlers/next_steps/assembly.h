@@ -53,14 +53,15 @@ bool is_served(std::string_view tool, std::optional<std::string_view> action,
 // The same for a step that the module made.
 bool is_served(const values::JsonValue& step, const ServedTools* serves) noexcept;
 
-// Chooses from the candidates. Those from the tables must be served. Throws what _deduplicated throws.
+// Chooses from the candidates. Drops the signals and usual follow-ups that `serves` does not contain. Throws
+// what _deduplicated throws.
 Choice choose_steps(Candidates candidates, const ServedTools* serves);
 
 // Prepares `response` for the choice of its steps: drops its null fields and adds the freshness block. Throws
 // std::bad_alloc; `response` may then be changed in part.
 void prepare(values::JsonObject& response, values::JsonValue freshness);
 
-// The candidate steps of `response`. Removes its field "next_steps". The tool, the action and the arguments
+// The candidate steps of `response`. Removes its field "next_steps". The tool's name and `options.arguments`
 // must not lie in `response`. Throws std::bad_alloc; the field may then be lost.
 Candidates candidate_steps(values::JsonObject& response, std::string_view tool_name,
                            const FinishOptions& options);

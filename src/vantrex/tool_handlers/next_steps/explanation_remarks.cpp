@@ -32,7 +32,7 @@ std::string listed(const Texts& texts) {
   return list;
 }
 
-// Why an entry of an own list is no step; empty if it is one.
+// Why an entry of the tool's own list is no step; empty if it is one.
 std::string lack_of_step(const JsonValue& entry) {
   const JsonObject* step = entry.object();
   if (step == nullptr) return "is no object";

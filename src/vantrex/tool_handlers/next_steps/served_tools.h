@@ -1,7 +1,7 @@
 // ServedTools: the set of tools and actions that a server has.
 //
-// Purpose: a server that lacks some tools names those that it has, so that no answer offers a step to another
-// one. Create one set for the server, before the first answer.
+// Purpose: a server that lacks some tools names those that it has, so that no signal or usual follow-up calls
+// another one. Create one set for the server, before the first answer.
 //
 // Ownership: owns its texts, which may be any bytes. Threads: safe for concurrent reads.
 #pragma once
