@@ -34,6 +34,7 @@ void check(const Explanation& explained, const JsonObject& finished) {
   std::size_t field_bytes = 0;
   for (const HintField& field : explained.hint_fields) field_bytes += field.bytes;
   EXPECT_EQ(field_bytes, explained.hint_bytes);
+  EXPECT_EQ(explained.more_hint_fields, 0U);
 
   const std::size_t comma = explained.bytes == 2 && !kept.empty() ? 1 : 0;  // an empty answer needs none
   EXPECT_EQ(explained.bytes + explained.step_bytes, compact_size(finished) + comma);
@@ -73,6 +74,21 @@ TEST(ExplainAnswer, NamesThePathsOfHints) {
       fields += (fields.empty() ? "" : ", ") + each.path + " " + std::to_string(each.bytes);
     }
     EXPECT_EQ(fields, row.at(1)) << row.at(0);
+  }
+}
+
+TEST(ExplainAnswer, ListsTheLargestHintFields) {
+  JsonList rows;
+  for (std::size_t place = 0; place < 150; ++place) {
+    rows.push_back(JsonObject{{"tip", std::string(7 * place % 150, 't')}});
+  }
+  const Explanation explained = explain_answer({{"rows", rows}}, "x");
+  ASSERT_EQ(explained.hint_fields.size(), 100U);
+  EXPECT_EQ(explained.more_hint_fields, 50U);
+  for (std::size_t place = 0; place < 100; ++place) {
+    const std::size_t letters = 149 - place;
+    EXPECT_EQ(explained.hint_fields[place].bytes, letters + 2);
+    EXPECT_EQ(explained.hint_fields[place].path, "rows[" + std::to_string(letters * 43 % 150) + "].tip");
   }
 }
 

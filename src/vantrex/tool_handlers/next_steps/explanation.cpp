@@ -10,6 +10,7 @@
 #include "vantrex/tool_handlers/next_steps/budget.h"
 #include "vantrex/tool_handlers/next_steps/explanation_remarks.h"
 #include "vantrex/tool_handlers/next_steps/explanation_steps.h"
+#include "vantrex/tool_handlers/next_steps/hint_fields.h"
 #include "vantrex/tool_handlers/next_steps/signal_trial.h"
 #include "vantrex/tool_handlers/next_steps/signals.h"
 #include "vantrex/tool_handlers/next_steps/usual.h"
@@ -25,16 +26,6 @@ namespace {
 
 constexpr values::TextLiteral kFloor = "floor";
 constexpr values::TextLiteral kShare = "share";
-
-std::vector<HintField> hint_fields(const JsonObject& answer) {
-  std::vector<HintField> fields;
-  visit_hints(answer, [&fields](const std::string& path, const JsonValue& value) {
-    fields.push_back({path, _encoded_size(value)});
-  });
-  std::stable_sort(fields.begin(), fields.end(),
-                   [](const HintField& a, const HintField& b) { return a.bytes > b.bytes; });
-  return fields;
-}
 
 std::string lack_text(const Hint& hint, Lack lack) {
   if (lack == Lack::hits) return "no hits";
@@ -163,6 +154,7 @@ JsonObject Explanation::to_dict() const {
   return JsonObject{{"answer", JsonObject{{"bytes", bytes},
                                           {"hint_bytes", hint_bytes},
                                           {"hint_fields", std::move(fields)},
+                                          {"more_hint_fields", more_hint_fields},
                                           {"step_bytes", step_bytes},
                                           {"room", room},
                                           {"room_from", is_floor ? kFloor : kShare},
@@ -188,7 +180,9 @@ Explanation explain_answer(JsonObject answer, std::string_view tool_name, Finish
   const AnswerBytes bytes{values::compact_size(answer), _hint_size(answer)};
   explained.bytes = bytes.all;
   explained.hint_bytes = bytes.hints;
-  explained.hint_fields = hint_fields(answer);
+  ListedHints hints = largest_hints(answer, Explanation::kMaxHintFields);
+  explained.hint_fields = std::move(hints.largest);
+  explained.more_hint_fields = hints.others;
   explained.candidates = judged_steps(answer, bytes, found, explained.rows, options.serves);
   explained.step_bytes = AddedBytes(kept_steps(explained.candidates)).bytes();
   const HintRoom room(explained.bytes + explained.step_bytes);

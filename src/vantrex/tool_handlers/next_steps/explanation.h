@@ -84,7 +84,10 @@ struct NEXT_STEPS_API Explanation {
   /// The bytes of the answer with its freshness block, before steps are added.
   std::size_t bytes = 0;
   std::size_t hint_bytes = 0;          ///< of the hints among them
-  std::vector<HintField> hint_fields;  ///< the largest first
+  std::vector<HintField> hint_fields;  ///< the largest first, at most kMaxHintFields
+  std::size_t more_hint_fields = 0;    ///< the number of the others
+
+  static constexpr std::size_t kMaxHintFields = 100;  ///< the maximum number of listed hint fields
 
   /// The bytes that the kept steps add, with their key; 0 if there are none.
   std::size_t step_bytes = 0;
@@ -106,7 +109,7 @@ struct NEXT_STEPS_API Explanation {
   std::string room_text() const;
 
   /// The explanation as JSON:
-  ///   {"answer": {"bytes", "hint_bytes", "hint_fields": [{"path", "bytes"}],
+  ///   {"answer": {"bytes", "hint_bytes", "hint_fields": [{"path", "bytes"}], "more_hint_fields",
   ///               "step_bytes", "room", "room_from", "room_text"},
   ///    "rows": {"usual", "usual_of_tool", "signal"},
   ///    "candidates": [{"step", "from", "bytes", "kept", "why"}],
