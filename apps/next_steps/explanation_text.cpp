@@ -105,12 +105,15 @@ class ExplanationWriter {
   }
 
   void absent(const module::AbsentHint& each) {
-    const module::Hint& hint = *each.hint;
-    std::string call(hint.tool.view());
-    if (hint.action) call += " " + std::string(hint.action->view());
-    if (hint.takes) call += " with " + std::string(text(*hint.takes).view());
+    const auto text_of = [&](std::string_view member) {
+      return std::string(each.hint[member].string().value_or(""));
+    };
+    std::string call = text_of("tool");
+    if (const JsonValue& args = each.hint["args"]; !args.is_null()) call += " " + compact_text(args);
+    if (const JsonValue& takes = each.hint["takes"]; !takes.is_null())
+      call += " takes " + compact_text(takes);
     marked_line("- ", "absent", kYellow, call);
-    line(std::string(11, ' ') + std::string(hint.reason.view()));
+    line(std::string(11, ' ') + text_of("reason"));
     line(std::string(11, ' ') + each.why);
   }
 

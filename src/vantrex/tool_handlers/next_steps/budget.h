@@ -11,7 +11,7 @@
 #include <cstddef>
 #include <string_view>
 
-#include "vantrex/tool_handlers/next_steps/catalogue.h"
+#include "vantrex/tool_handlers/next_steps/limits.h"
 #include "vantrex/values/json_value.h"
 
 namespace vantrex::tool_handlers::next_steps {

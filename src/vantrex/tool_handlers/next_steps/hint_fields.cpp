@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "vantrex/tool_handlers/next_steps/hint_walk.h"
+#include "vantrex/tool_handlers/next_steps/place.h"
 #include "vantrex/values/text_forms.h"
 
 namespace vantrex::tool_handlers::next_steps {
@@ -15,24 +16,6 @@ using values::JsonValue;
 
 namespace {
 
-bool is_plain_name(std::string_view key) noexcept {
-  const auto is_plain = [](unsigned char byte) {
-    return byte == '_' || byte >= 0x80 || (byte >= '0' && byte <= '9') || (byte >= 'A' && byte <= 'Z') ||
-           (byte >= 'a' && byte <= 'z');
-  };
-  return !key.empty() && std::all_of(key.begin(), key.end(), is_plain);
-}
-
-// Appends a key to a path. One that is not a plain word is quoted: ["a b"].
-void append_key(std::string& path, const values::Text& key) {
-  if (!is_plain_name(key.view())) {
-    path += '[' + values::compact_text(key) + ']';
-  } else {
-    if (!path.empty()) path += '.';
-    path += key.view();
-  }
-}
-
 // The path to the current field of a walk: "results[3].note".
 template <typename Levels>
 std::string path_text(const Levels& levels) {
@@ -42,12 +25,12 @@ std::string path_text(const Levels& levels) {
     const auto& level = levels[depth];
     if (level.fields_end != nullptr) {
       const JsonField& field = *(level.field - 1);
-      append_key(path, field.key);
+      append_key(path, field.key.view());
       reached = &field.value;
     } else {
       const JsonValue* item = level.item - 1;
       // NOLINTNEXTLINE(clang-analyzer-core.CallAndMessage): the first level is an object.
-      path += '[' + std::to_string(item - reached->list()->begin()) + ']';
+      append_position(path, static_cast<std::size_t>(item - reached->list()->begin()));
       reached = item;
     }
   }

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <utility>
 
-#include "vantrex/tool_handlers/next_steps/catalogue.h"
+#include "vantrex/tool_handlers/next_steps/limits.h"
 #include "vantrex/values/json_value.h"
 #include "vantrex/values/walk_stack.h"
 

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "vantrex/tool_handlers/next_steps/answer_view.h"
-#include "vantrex/tool_handlers/next_steps/catalogue.h"
+#include "vantrex/tool_handlers/next_steps/limits.h"
 
 namespace vantrex::tool_handlers::next_steps {
 
