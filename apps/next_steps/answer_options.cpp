@@ -5,6 +5,7 @@
 #include "next_steps/failures.h"
 #include "next_steps/input.h"
 #include "next_steps/json_reader.h"
+#include "next_steps/usage.h"
 
 namespace next_steps_program {
 
@@ -25,7 +26,10 @@ std::optional<JsonObject> option_object(const std::string& option, const std::st
 }  // namespace
 
 void AnswerOptions::add_to(CLI::App& parser) {
-  parser.add_option("--tool", tool_, "The tool that answered")->required()->type_name("TOOL");
+  parser.add_option("--tool", tool_, "The tool that answered")
+      ->required()
+      ->check(refuse_empty)
+      ->type_name("TOOL");
   parser.add_option("--action", action_, "The action that it ran")->type_name("ACTION");
   parser.add_option("--arguments", arguments_, "The request's arguments, an object")->type_name("JSON");
   parser.add_option("--freshness", freshness_, "The freshness block, an object")->type_name("JSON");

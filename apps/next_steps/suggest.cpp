@@ -13,6 +13,7 @@
 #include "next_steps/json_reader.h"
 #include "next_steps/miss.h"
 #include "next_steps/output.h"
+#include "next_steps/usage.h"
 #include "vantrex/logging/quoted_literal.h"
 
 namespace next_steps_program {
@@ -65,11 +66,11 @@ Command add_suggest(CLI::App& program) {
       ->type_name("");
   parser->add_option("WANTED", options->name, "The symbol's name or the path that was asked for")
       ->required()
-      ->check([](const std::string& name) { return name.empty() ? "must not be empty" : ""; })
+      ->check(refuse_empty)
       ->type_name("");
   parser->add_option("--index", options->index, "The index; standard input if it is -")
       ->required()
-      ->check([](const std::string& file) { return file.empty() ? "must not be empty" : ""; })
+      ->check(refuse_empty)
       ->type_name("INDEX");
   parser
       ->add_option("--action", options->action,

@@ -3,11 +3,9 @@
 #include <algorithm>
 #include <set>
 
-#include "vantrex/models/repository.h"
 #include "vantrex/tool_handlers/next_steps/catalogue.h"
 #include "vantrex/tool_handlers/next_steps/signal_trial.h"
-#include "vantrex/values/text_forms.h"
-#include "vantrex/workers/name_lookup.h"
+#include "vantrex/workers/unknown_name.h"
 
 namespace vantrex::tool_handlers::next_steps {
 
@@ -16,21 +14,6 @@ using values::JsonValue;
 using values::Kind;
 
 namespace {
-
-std::string quoted(std::string_view text) {
-  return values::compact_text(JsonValue(values::Text::lossy(text)));
-}
-
-// "one, two, three".
-template <typename Texts>
-std::string listed(const Texts& texts) {
-  std::string list;
-  for (const auto& each : texts) {
-    if (!list.empty()) list += ", ";
-    list += each;
-  }
-  return list;
-}
 
 // Why an entry of the tool's own list is no step; empty if it is one.
 std::string lack_of_step(const JsonValue& entry) {
@@ -64,12 +47,8 @@ bool is_known(std::string_view tool, const std::set<std::string>& table_tools, c
 }
 
 std::string unknown_tool(std::string_view tool, const std::set<std::string>& tools) {
-  models::InMemoryRepository known;
-  for (const std::string& each : tools) known.add_symbol({.fqn = each, .name = each});
-  const auto nearest = workers::nearest_symbols(known, tool);
-  return "unknown tool " + quoted(tool) + "; " +
-         (nearest.empty() ? "known are " + listed(tools)
-                          : "did you mean " + quoted(nearest.front().fqn) + "?");
+  const std::vector<std::string_view> known(tools.begin(), tools.end());
+  return workers::unknown_name("tool", tool, known);
 }
 
 bool takes_from_hits(const AbsentHint& absent) {
@@ -101,7 +80,7 @@ std::vector<std::string> remarks_on_tables(const AnswerView& answer, std::string
   const bool has_list = std::any_of(lists.begin(), lists.end(), [](const auto* list) { return list; });
   const bool wants_hits = std::any_of(absent.begin(), absent.end(), takes_from_hits);
   if (wants_hits && !has_list && !answer.has_no_hits()) {
-    remarks.push_back("no hits: the answer has no list with one of the names " + listed(_HIT_LISTS));
+    remarks.push_back("no hits: the answer has no list with one of the names " + workers::listed(_HIT_LISTS));
   }
   return remarks;
 }
