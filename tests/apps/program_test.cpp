@@ -36,6 +36,7 @@ next-steps finish --tool x |  [1] | 1 |  | <stdin>:1:2: an answer must be an obj
 echo '{' >$TMPDIR/a.json; next-steps finish --tool x $TMPDIR/a.json |  | 1 |  | /a.json:2:1: 
 next-steps finish --tool x --arguments '{"a":]' | {} | 1 |  | --arguments:1:6: 
 next-steps finish --tool x --freshness '[]' | {} | 1 |  | --freshness:1:1: the value of --freshness must be an object, not a list\n
+next-steps suggest symbol x --index - --arguments 7 | x | 1 |  | --arguments:1:1: the value of --arguments must be an object, not an integer\n
 next-steps suggest symbol x --index examples/index/models.json - | [] | 1 |  | <stdin>:1:1: an answer must be an object, not a list\n
 
 next-steps finish --tool x --serves a:b,,c | {} | 2 |  | --serves: "" is neither TOOL nor TOOL:ACTION\n
