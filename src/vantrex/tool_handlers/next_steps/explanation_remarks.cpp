@@ -5,8 +5,8 @@
 
 #include "vantrex/models/symbol.h"
 #include "vantrex/tool_handlers/next_steps/assembly.h"
-#include "vantrex/tool_handlers/next_steps/did_you_mean.h"
 #include "vantrex/tool_handlers/next_steps/place.h"
+#include "vantrex/workers/unknown_name.h"
 
 namespace vantrex::tool_handlers::next_steps {
 
@@ -16,6 +16,7 @@ using values::JsonList;
 using values::JsonObject;
 using values::JsonValue;
 using values::Kind;
+using workers::quoted;
 
 namespace {
 
@@ -150,7 +151,7 @@ std::optional<std::string> misspelt_action(const Tables& tables, std::string_vie
                                            std::string_view action) {
   const Names actions = actions_of(tables, tool);
   if (contains(actions, action)) return std::nullopt;
-  const auto nearest = nearest_name(action, actions);
+  const auto nearest = workers::nearest_name(action, actions);
   if (!nearest) return std::nullopt;
   return "unknown action " + quoted(action) + " of " + std::string(tool) + "; did you mean " +
          quoted(*nearest) + "?";
@@ -167,7 +168,7 @@ void append_unknown_names(Remarks& remarks, const Tables& tables, std::string_vi
   const Names tools = tools_of(tables);
   const bool is_served = options.serves != nullptr && options.serves->contains_any_of(tool);
   if (usual == nullptr && !is_served && !contains(tools, tool))
-    remarks.push_back(unknown_name("tool", tool, tools));
+    remarks.push_back(workers::unknown_name("tool", tool, tools));
   if (!action) return;
   if (auto remark = misspelt_action(tables, tool, *action)) remarks.push_back(*std::move(remark));
 }

@@ -9,9 +9,9 @@
 #include <string>
 
 #include "vantrex/tool_handlers/next_steps/catalogue.h"
-#include "vantrex/tool_handlers/next_steps/did_you_mean.h"
 #include "vantrex/tool_handlers/next_steps/place.h"
 #include "vantrex/tool_handlers/next_steps/tables.h"
+#include "vantrex/workers/unknown_name.h"
 
 namespace vantrex::tool_handlers::next_steps {
 
@@ -21,6 +21,8 @@ using values::JsonObject;
 using values::JsonValue;
 using values::Kind;
 using values::Text;
+using workers::quoted;
+using workers::unknown_name;
 
 namespace {
 

@@ -2,7 +2,8 @@
 
 #include <algorithm>
 
-#include "vantrex/tool_handlers/next_steps/did_you_mean.h"
+#include "vantrex/workers/unknown_name.h"
+
 
 namespace vantrex::tool_handlers::next_steps {
 
@@ -20,7 +21,7 @@ bool is_plain_name(std::string_view key) noexcept {
 
 void append_key(std::string& place, std::string_view key) {
   if (!is_plain_name(key)) {
-    place += '[' + quoted(key) + ']';
+    place += '[' + workers::quoted(key) + ']';
   } else {
     if (!place.empty()) place += '.';
     place += key;
