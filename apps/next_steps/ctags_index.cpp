@@ -3,9 +3,11 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <numeric>
 #include <string_view>
-#include <unordered_set>
+#include <tuple>
 #include <utility>
+#include <vector>
 
 #include "next_steps/failures.h"
 #include "next_steps/input.h"
@@ -71,6 +73,20 @@ std::string how_to_make_one() {
   return std::string("; an index is made by: ") + kCtagsCommand;
 }
 
+// Removes every text that equals an earlier one. Sorts instead of hashing: paths are untrusted, and equal
+// hashes can be prepared.
+void drop_repeats(std::vector<std::string>& texts) {
+  std::vector<std::size_t> order(texts.size());
+  std::iota(order.begin(), order.end(), std::size_t{0});
+  std::sort(order.begin(), order.end(),
+            [&texts](std::size_t a, std::size_t b) { return std::tie(texts[a], a) < std::tie(texts[b], b); });
+  const auto equal = [&texts](std::size_t a, std::size_t b) { return texts[a] == texts[b]; };
+  order.erase(std::unique(order.begin(), order.end(), equal), order.end());
+  std::sort(order.begin(), order.end());
+  for (std::size_t place = 0; place < order.size(); ++place) texts[place].swap(texts[order[place]]);
+  texts.resize(order.size());
+}
+
 // Builds a repository from the lines of an index.
 class IndexFiller {
  public:
@@ -80,15 +96,19 @@ class IndexFiller {
     if (type == "ptag") return;
     if (type != "tag") members.reject("_type", R"(must be "tag" or "ptag")");
     Symbol symbol = symbol_of(members);
-    if (paths_.insert(symbol.file).second) repository_.add_path(symbol.file);
+    if (paths_.empty() || paths_.back() != symbol.file) paths_.push_back(symbol.file);
     repository_.add_symbol(std::move(symbol));
   }
   bool empty() const noexcept { return paths_.empty(); }
-  InMemoryRepository take() && { return std::move(repository_); }
+  InMemoryRepository take() && {
+    drop_repeats(paths_);
+    for (std::string& path : paths_) repository_.add_path(std::move(path));
+    return std::move(repository_);
+  }
 
  private:
   InMemoryRepository repository_;
-  std::unordered_set<std::string> paths_;
+  std::vector<std::string> paths_;  // of each symbol, unless it is that of the one before
 };
 
 }  // namespace
