@@ -15,5 +15,8 @@
 #include "vantrex/tool_handlers/next_steps/catalogue.h"    // IWYU pragma: export
 #include "vantrex/tool_handlers/next_steps/explanation.h"  // IWYU pragma: export
 #include "vantrex/tool_handlers/next_steps/finishing.h"    // IWYU pragma: export
+#include "vantrex/tool_handlers/next_steps/follow_ups.h"   // IWYU pragma: export
+#include "vantrex/tool_handlers/next_steps/limits.h"       // IWYU pragma: export
+#include "vantrex/tool_handlers/next_steps/step.h"         // IWYU pragma: export
 #include "vantrex/tool_handlers/next_steps/suggestions.h"  // IWYU pragma: export
 #include "vantrex/tool_handlers/tool_result.h"             // IWYU pragma: export

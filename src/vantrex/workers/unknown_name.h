@@ -1,8 +1,9 @@
-// The message about a name that is none of a few known ones.
+// Messages about a name that is none of a few known ones.
 //
 // Pure functions. They throw std::bad_alloc.
 #pragma once
 
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -14,6 +15,12 @@ namespace vantrex::workers {
 // replaced by U+FFFD.
 std::string unknown_name(std::string_view what, std::string_view name,
                          std::span<const std::string_view> known);
+
+// Returns the name of `known` that is nearest to `name`, or nothing if none is near.
+std::optional<std::string> nearest_name(std::string_view name, std::span<const std::string_view> known);
+
+// Returns `text` as a JSON string. Ill-formed bytes are replaced by U+FFFD.
+std::string quoted(std::string_view text);
 
 // Returns "one, two, three".
 std::string listed(std::span<const std::string_view> names);
