@@ -10,7 +10,6 @@
 #include "fuzz/support/random_tree.h"
 #include "support/table.h"
 #include "vantrex/tool_handlers/next_steps/budget.h"
-#include "vantrex/tool_handlers/next_steps/explanation_steps.h"
 #include "vantrex/values/text_forms.h"
 
 namespace vantrex::tool_handlers::next_steps {
@@ -34,6 +33,7 @@ void check(const Explanation& explained, const JsonObject& finished) {
   std::size_t field_bytes = 0;
   for (const HintField& field : explained.hint_fields) field_bytes += field.bytes;
   EXPECT_EQ(field_bytes, explained.hint_bytes);
+  EXPECT_EQ(explained.more_hint_fields, 0U);
 
   const std::size_t comma = explained.bytes == 2 && !kept.empty() ? 1 : 0;  // an empty answer needs none
   EXPECT_EQ(explained.bytes + explained.step_bytes, compact_size(finished) + comma);
@@ -45,8 +45,13 @@ void check(const Explanation& explained, const JsonObject& finished) {
 }
 
 TEST(ExplainAnswer, AgreesWithTheFinishedAnswer) {
-  std::set<std::string> missing = {"the server does not have it", "no fqn in any hit",
-                                   "no component in any hit", "no files and no base branch", "share"};
+  std::set<std::string> missing = {"the server does not have it",
+                                   "no fqn in any hit",
+                                   "no component in any hit",
+                                   "no files and no base branch",
+                                   "share",
+                                   "over the cap of 3 steps",
+                                   "repeat of step 1"};
   for (std::uint64_t seed = 0; seed < 10000; ++seed) {
     SCOPED_TRACE(testing::Message() << "seed " << seed);
     const fuzz::Request request = fuzz::Random(seed).request();
@@ -76,33 +81,36 @@ TEST(ExplainAnswer, NamesThePathsOfHints) {
   }
 }
 
-// A step for each letter. Equal letters make equal calls.
-JsonList steps_of(const std::string& letters) {
-  JsonList steps;
-  for (const char letter : letters) {
-    steps.push_back(step(std::string(1, letter), "because of " + std::to_string(steps.size())));
+TEST(ExplainAnswer, ListsTheLargestHintFields) {
+  JsonList rows;
+  for (std::size_t place = 0; place < 150; ++place) {
+    rows.push_back(JsonObject{{"tip", std::string(7 * place % 150, 't')}});
   }
-  return steps;
+  const Explanation explained = explain_answer({{"rows", rows}}, "x");
+  ASSERT_EQ(explained.hint_fields.size(), 100U);
+  EXPECT_EQ(explained.more_hint_fields, 50U);
+  for (std::size_t place = 0; place < 100; ++place) {
+    const std::size_t letters = 149 - place;
+    EXPECT_EQ(explained.hint_fields[place].bytes, letters + 2);
+    EXPECT_EQ(explained.hint_fields[place].path, "rows[" + std::to_string(letters * 43 % 150) + "].tip");
+  }
 }
 
-TEST(JudgedSteps, GiveEachStepItsVerdict) {
+TEST(ExplainAnswer, SaysWhyEachCandidateIsKeptOrDropped) {
   for (const auto& row : tests::table(R"(
-# bytes of the answer's note | own steps | signals | usual follow-ups | the verdict on each
-# A step has 46 bytes. Seven make a list of 330; with its key and the note of 2 it has 346 in a room of 320.
-0 | abbaaba |  |  | own: fits the room; own: fits the room; own: fits the room; own: fits the room; own: fits the room; own: fits the room; own: over the room by 26 bytes; 
-0 |  | a | bacdb | signal S: fits the room; usual U: fits the room; usual U: repeat of step 1; usual U: fits the room; usual U: over the cap of 3 steps; usual U: repeat of step 2; 
-0 |  | aab | bcd | signal S: fits the room; signal S: repeat of step 1; signal S: fits the room; usual U: repeat of step 3; usual U: fits the room; usual U: over the cap of 3 steps; 
-400 |  | ab | cd | signal S: over the room by 144 bytes, but a signal always stays; signal S: over the room by 191 bytes, but a signal always stays; usual U: over the room by 238 bytes; usual U: over the cap of 3 steps; 
-400 |  |  | ab | usual U: over the room by 144 bytes, but the first step always stays; usual U: over the room by 191 bytes; 
-400 | ab |  |  | own: over the room by 144 bytes, but the first step always stays; own: over the room by 191 bytes; 
+# letters of the answer's note | answer | the verdict on each
+0 | {"next_steps":[1,1]} | own: fits the room; own: fits the room;
+400 | {"next_steps":[1,1]} | own: over the room by 100 bytes, but the first step always stays; own: over the room by 102 bytes;
+0 | {"fqn":"f","total":8} | signal symbol:callers: fits the room; usual symbol:callers: fits the room;
+400 | {"fqn":"f","total":8} | signal symbol:callers: over the room by 198 bytes, but a signal always stays; usual symbol:callers: over the room by 284 bytes;
 )")) {
-    const JsonObject answer{{"note", std::string(std::stoul(row.at(0)), 'n')}};
-    const Candidates found{steps_of(row.at(1)), steps_of(row.at(2)), steps_of(row.at(3))};
+    JsonObject answer = tests::parse_object(row.at(1));
+    answer.set("note", std::string(std::stoul(row.at(0)), 'n'));
     std::string verdicts;
-    const auto candidates = judged_steps(answer, {compact_size(answer), _hint_size(answer)}, found,
-                                         {.usual = "U", .signal = "S"});
-    for (const CandidateStep& each : candidates) verdicts += each.from() + ": " + each.why() + "; ";
-    EXPECT_EQ(verdicts, row.at(4)) << row.at(1) << row.at(2) << row.at(3);
+    for (const CandidateStep& each : explain_answer(answer, "symbol", {.action = "callers"}).candidates) {
+      verdicts += (verdicts.empty() ? "" : " ") + each.from() + ": " + each.why() + ";";
+    }
+    EXPECT_EQ(verdicts, row.at(2)) << row.at(1);
   }
 }
 

@@ -1,11 +1,14 @@
 #include "vantrex/tool_handlers/next_steps/test_scope.h"
 
+#include <algorithm>
+#include <cstddef>
+#include <numeric>
 #include <string_view>
-#include <unordered_set>
 #include <utility>
+#include <vector>
 
 #include "vantrex/tool_handlers/next_steps/answer_view.h"
-#include "vantrex/tool_handlers/next_steps/catalogue.h"
+#include "vantrex/tool_handlers/next_steps/limits.h"
 
 namespace vantrex::tool_handlers::next_steps {
 
@@ -15,44 +18,51 @@ using values::JsonValue;
 
 namespace {
 
-// A list of paths without repeats, in the order of their first addition.
-class UniquePaths {
- public:
-  void add(const JsonValue& path) {
-    if (seen_.insert(*path.string()).second) paths_.push_back(path);
-  }
-  bool empty() const noexcept { return paths_.empty(); }
-  JsonList take() && { return std::move(paths_); }
+using Paths = std::vector<const JsonValue*>;
 
- private:
-  std::unordered_set<std::string_view> seen_;  // views into the answer
-  JsonList paths_;
-};
-
-// Adds the paths of `items`. Returns whether there are any.
-bool add_listed(UniquePaths& found, const JsonList& items) {
-  bool any = false;
+// Appends the paths of `items`. Returns whether there are any.
+bool append_listed(Paths& found, const JsonList& items) {
+  const std::size_t size = found.size();
   for (const JsonValue& item : items) {
-    if (const JsonValue* path = item_path(item, PlainStrings::are_paths)) {
-      found.add(*path);
-      any = true;
-    }
+    if (const JsonValue* path = item_path(item, PlainStrings::are_paths)) found.push_back(path);
   }
-  return any;
+  return found.size() > size;
+}
+
+// Removes every path that equals an earlier one. Sorts instead of hashing: paths are untrusted, and equal
+// hashes can be prepared.
+void drop_repeats(Paths& paths) {
+  std::vector<std::size_t> order(paths.size());
+  std::iota(order.begin(), order.end(), std::size_t{0});
+  const auto path_at = [&paths](std::size_t position) { return *paths[position]->string(); };
+  std::sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) {
+    const auto compared = path_at(a) <=> path_at(b);
+    return compared == 0 ? a < b : compared < 0;
+  });
+  std::vector<std::size_t> repeats;
+  for (std::size_t place = 1; place < order.size(); ++place) {
+    if (path_at(order[place]) == path_at(order[place - 1])) repeats.push_back(order[place]);
+  }
+  for (const std::size_t position : repeats) paths[position] = nullptr;
+  std::erase(paths, nullptr);
 }
 
 }  // namespace
 
 JsonList _answer_files(const JsonObject& response, const JsonObject& arguments) {
-  UniquePaths found;
-  if (const JsonValue& own = response["file"]; own.string()) found.add(own);
+  Paths found;
+  if (const JsonValue& own = response["file"]; own.string()) found.push_back(&own);
   for (const std::string_view key : {"affected_files", "files"}) {
     const JsonList* items = response[key].list();
-    if (items != nullptr && add_listed(found, *items)) break;
+    if (items != nullptr && append_listed(found, *items)) break;
   }
   const JsonValue& requested = arguments["path"];
-  if (found.empty() && requested.string()) found.add(requested);
-  return std::move(found).take();
+  if (found.empty() && requested.string()) found.push_back(&requested);
+  drop_repeats(found);
+  JsonList files;
+  files.reserve(found.size());
+  for (const JsonValue* path : found) files.push_back(*path);
+  return files;
 }
 
 JsonObject _tests_scope(const JsonObject& response, const JsonObject& arguments) {
