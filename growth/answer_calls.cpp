@@ -11,7 +11,6 @@
 #include "protocol.h"
 #include "vantrex/adapters/nlohmann_json.h"
 #include "vantrex/tool_handlers/next_steps.h"
-#include "vantrex/tool_handlers/next_steps/assembly.h"
 #include "vantrex/tool_handlers/next_steps/explanation.h"
 #include "vantrex/values/text_forms.h"
 
@@ -71,13 +70,6 @@ Work of_explanation(const std::string& text) {
   return [explained = explain(answer, "git", {.arguments = &answer})] { keep(std::invoke(use, explained)); };
 }
 
-Work deduplicate(const std::string& text) {
-  const JsonObject answer = answer_in(text);
-  const values::JsonList* steps = answer["next_steps"].list();
-  if (steps == nullptr || (*steps)[0].object() == nullptr) return nullptr;
-  return [steps = *steps] { keep(tool_handlers::next_steps::_deduplicated(steps)); };
-}
-
 // Counts the reply to a line of a batch.
 Work line(const std::string& request) {
   return [request] { reply(request, {}); };
@@ -113,7 +105,6 @@ constexpr std::array kCalls = {
     Call{Kind::answer, "explanation_text", of_explanation<[](const Explanation& explained) {
            return next_steps_program::explanation_text(explained, next_steps_program::Colour::none);
          }>},
-    Call{Kind::answer, "_deduplicated", deduplicate},
     Call{Kind::answer, "reply_to, finish",
          [](const std::string& text) { return line(R"({"tool":"git","response":)" + text + '}'); }},
     Call{Kind::answer, "reply_to, explain",

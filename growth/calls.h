@@ -18,8 +18,7 @@ using Work = std::function<void()>;
 struct Call {
   Kind kind;
   const char* name;
-  // Prepares the arguments from the text of an input. Null if the input has none for this call. Throws if the
-  // text is not what its kind says.
+  // Prepares the arguments from the text of an input. Throws if the text is not what its kind says.
   Work (*prepare)(const std::string& text);
 };
 

@@ -122,7 +122,7 @@ constexpr Input kInputs[] = {
     {Kind::index, "different tags", "{\"_type\":\"tag\",\"name\":\"run_$n\",\"path\":\"src/$n.py\"}\n"},
     {Kind::index, "equal tags",
      "{\"_type\":\"tag\",\"name\":\"runs\",\"path\":\"src/a.py\",\"scope\":\"a.b\"}\n"},
-    {Kind::index, "colliding tags", "{\"_type\":\"tag\",\"name\":\"$c\",\"path\":\"$c\"}\n"},
+    {Kind::index, "colliding tags", "{\"_type\":\"tag\",\"name\":\"a\",\"path\":\"$c\"}\n"},
     {Kind::index, "tags of the index itself", "{\"_type\":\"ptag\",\"name\":\"a\"}\n",
      "{\"_type\":\"tag\",\"name\":\"runs\",\"path\":\"src/a.py\"}\n"},
 };
@@ -146,8 +146,9 @@ std::span<const Input> inputs() {
 }
 
 std::string text_of(const Input& input, std::size_t bytes) {
+  constexpr std::size_t kGain = 14;  // of a colliding text over its mark
   const bool collides = input.unit.find("$c") != std::string_view::npos;
-  const std::vector<std::string> colliding = colliding_texts(collides ? bytes / input.unit.size() : 0);
+  const auto colliding = colliding_texts(collides ? bytes / (input.unit.size() + kGain) + 1 : 0);
   std::string text(input.before);
   std::string closings;
   for (std::size_t number = 0; text.size() + closings.size() < bytes; ++number) {
