@@ -4,12 +4,13 @@
 #include <array>
 #include <cstdint>
 #include <string_view>
-#include <unordered_set>
 #include <utility>
+#include <vector>
 
 #include "next_steps/failures.h"
 #include "next_steps/input.h"
 #include "next_steps/members.h"
+#include "vantrex/models/first_positions.h"
 
 namespace next_steps_program {
 
@@ -80,15 +81,21 @@ class IndexFiller {
     if (type == "ptag") return;
     if (type != "tag") members.reject("_type", R"(must be "tag" or "ptag")");
     Symbol symbol = symbol_of(members);
-    if (paths_.insert(symbol.file).second) repository_.add_path(symbol.file);
+    if (paths_.empty() || paths_.back() != symbol.file) paths_.push_back(symbol.file);
     repository_.add_symbol(std::move(symbol));
   }
   bool empty() const noexcept { return paths_.empty(); }
-  InMemoryRepository take() && { return std::move(repository_); }
+  InMemoryRepository take() && {
+    const auto path_at = [this](std::size_t position) -> const std::string& { return paths_[position]; };
+    for (const std::size_t position : vantrex::models::first_positions(paths_.size(), path_at)) {
+      repository_.add_path(std::move(paths_[position]));
+    }
+    return std::move(repository_);
+  }
 
  private:
   InMemoryRepository repository_;
-  std::unordered_set<std::string> paths_;
+  std::vector<std::string> paths_;  // of each symbol, unless it is that of the one before
 };
 
 }  // namespace

@@ -6,12 +6,20 @@
 #include <cstdint>
 #include <cstdlib>
 #include <new>
+#include <stdexcept>
 #include <utility>
 
+// Sizes have 64 bits, and a string may be longer than the parser's assertions allow.
+#define RAPIDJSON_NO_SIZETYPEDEFINE
+#define RAPIDJSON_ASSERT(condition) static_cast<void>(0)
+namespace rapidjson {
+using SizeType = std::size_t;
+}
 #include <rapidjson/error/en.h>
 #include <rapidjson/reader.h>
 
-#include "vantrex/values/utf8.h"
+#include "next_steps/number_text.h"
+#include "next_steps/text_faults.h"
 
 namespace next_steps_program {
 
@@ -22,64 +30,6 @@ using values::JsonValue;
 using values::Text;
 
 namespace {
-
-constexpr std::string_view kWhiteSpace = " \t\n\r";
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-
-[[noreturn]] void reject(std::string_view text, std::size_t offset, const std::string& message) {
-  throw JsonError(place_of(text, offset), message);
-}
-
-// Refuses ill-formed UTF-8, NUL bytes and a byte-order mark. Each of them makes the parser fail or, for a NUL
-// byte, stop early, so this runs only then. Its errors come before all others.
-void check_bytes(std::string_view text) {
-  if (text.starts_with(kByteOrderMark)) reject(text, 0, "byte-order mark before the document");
-  const std::size_t nul = text.find('\0');
-  const std::size_t well_formed = values::scan_utf8(text.substr(0, nul)).well_formed;
-  if (well_formed < std::min(nul, text.size())) reject(text, well_formed, "ill-formed UTF-8");
-  if (nul != std::string_view::npos) reject(text, nul, "NUL byte");
-}
-
-// Returns the end of the hexadecimal digits that start at `begin`; at most four count.
-std::size_t hex_end(std::string_view text, std::size_t begin) {
-  const std::size_t end = text.find_first_not_of("0123456789abcdefABCDEF", begin);
-  return std::min({end, begin + 4, text.size()});
-}
-
-// Whether the four digits at `digits` are a surrogate with a second digit out of `seconds`.
-bool is_surrogate(std::string_view text, std::size_t digits, std::string_view seconds) {
-  return (text[digits] | 0x20) == 'd' && seconds.find(text[digits + 1]) != std::string_view::npos;
-}
-constexpr std::string_view kOfHigh = "89abAB";
-constexpr std::string_view kOfLow = "cdefCDEF";
-
-// Returns the offset of the byte that makes the escape at `escape` invalid.
-std::size_t breaking_byte(std::string_view text, std::size_t escape) {
-  if (text.substr(escape, 2) != "\\u") return escape + 1;
-  const std::size_t end = hex_end(text, escape + 2);
-  if (end < escape + 6) return end;
-  if (is_surrogate(text, escape + 2, kOfLow)) return end - 1;  // without a high one before it
-  if (text.substr(end, 2) != "\\u") return text.substr(end, 1) == "\\" ? end + 1 : end;
-  const std::size_t second_end = hex_end(text, end + 2);
-  return second_end < end + 6 ? second_end : second_end - 1;
-}
-
-// Returns the offset of the first low surrogate without a high one before it, in the string
-// that starts at `quote`. The string has one, and its other escapes are valid.
-std::size_t lone_low_surrogate(std::string_view text, std::size_t quote) {
-  constexpr std::size_t kSimple = 2;  // of "\n"
-  constexpr std::size_t kUnit = 6;    // of "\u00e9"
-  for (std::size_t escape = quote;;) {
-    escape = text.find('\\', escape);
-    if (text[escape + 1] != 'u') {
-      escape += kSimple;
-    } else if (is_surrogate(text, escape + 2, kOfLow)) {
-      return escape;
-    } else {
-      escape += is_surrogate(text, escape + 2, kOfHigh) ? 2 * kUnit : kUnit;
-    }
-  }
-}
 
 // Memory for the parser's stack. The parser's own allocator does not report failure.
 class ThrowingAllocator {
@@ -96,26 +46,22 @@ class ThrowingAllocator {
   static void Free(void* memory) noexcept { std::free(memory); }  // NOLINT(cppcoreguidelines-no-malloc)
 };
 
+using Stream = rapidjson::InsituStringStream;
+using Reader = rapidjson::GenericReader<rapidjson::UTF8<>, rapidjson::UTF8<>, ThrowingAllocator>;
+constexpr unsigned kFlags = rapidjson::kParseInsituFlag | rapidjson::kParseIterativeFlag;
+
 // Builds the value from the parser's events. Uses no recursion.
 class TreeBuilder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, TreeBuilder> {
  public:
   TreeBuilder(std::string_view text, std::vector<MemberOffset>* members)
       : text_(text), copy_(text), stream_(copy_.data()), members_(members) {}
 
-  JsonValue build() {
-    constexpr unsigned kFlags =
-        rapidjson::kParseInsituFlag | rapidjson::kParseIterativeFlag | rapidjson::kParseNumbersAsStringsFlag;
-    rapidjson::GenericReader<rapidjson::UTF8<>, rapidjson::UTF8<>, ThrowingAllocator> reader;
-    const rapidjson::ParseResult result = reader.Parse<kFlags>(stream_, *this);
-    if (result.IsError()) reject_token(result.Code(), result.Offset());
-    if (stream_.Tell() < text_.size()) check_bytes(text_);  // the parser ends at a NUL byte
-    return std::move(root_);
-  }
+  // Throws JsonError and std::bad_alloc.
+  JsonValue build();
 
   // The parser's events. During an event the stream is at the first byte of its token.
   bool Null() { return add(nullptr); }
   bool Bool(bool value) { return add(value); }
-  bool RawNumber(const char* digits, std::size_t size, bool /*copy*/) { return add(number({digits, size})); }
   bool String(const char* bytes, std::size_t size, bool /*copy*/) { return add(text({bytes, size})); }
   bool StartObject() { return open(JsonObject()); }
   bool StartArray() { return open(JsonList()); }
@@ -129,6 +75,15 @@ class TreeBuilder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, TreeB
     return true;
   }
 
+  // Adds the number at the place of the stream, and returns its size.
+  std::size_t add_number() {
+    const std::size_t offset = stream_.Tell();
+    const NumberScan scan = scan_number(stream_.src_);
+    if (scan.error != nullptr) reject(offset + scan.size, scan.error);
+    add(number({stream_.src_, scan.size}, scan.is_integer));
+    return scan.size;
+  }
+
  private:
   struct Open {
     JsonValue container;
@@ -139,27 +94,23 @@ class TreeBuilder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, TreeB
   Text text(std::string_view unescaped) {
     try {
       return {unescaped};
-    } catch (const values::InvalidUtf8&) {  // a lone low surrogate, which the parser accepts
-      check_bytes(text_);
-      reject_token(rapidjson::kParseErrorStringUnicodeSurrogateInvalid,
-                   lone_low_surrogate(text_, stream_.Tell()));
+    } catch (const values::InvalidUtf8&) {
+      reject(text_.size(), "");  // a fault of the encoding comes first
+    } catch (const std::length_error& error) {
+      reject(stream_.Tell(), error.what());
     }
   }
 
   // Returns the number of the current token.
-  JsonValue number(std::string_view digits) {
-    const char* end = digits.data() + digits.size();
+  JsonValue number(std::string_view digits, bool is_integer) {
     std::int64_t small = 0;
-    if (const auto read = std::from_chars(digits.data(), end, small);
-        read.ptr == end && read.ec == std::errc()) {
+    if (is_integer &&
+        std::from_chars(digits.data(), digits.data() + digits.size(), small).ec == std::errc()) {
       return small;
     }
-    double value = 0;
-    if (std::from_chars(digits.data(), end, value).ec != std::errc()) {
-      value = std::strtod(std::string(digits).c_str(), nullptr);  // overflow is infinity, underflow is not
-    }
-    if (std::isinf(value)) reject_token(rapidjson::kParseErrorNumberTooBig, stream_.Tell());
-    if (const auto integer = Integer::parse(digits)) return *integer;
+    const double value = nearest_double(digits);
+    if (std::isinf(value)) reject(stream_.Tell(), "Number too big to be stored in double.");
+    if (is_integer) return *Integer::parse(digits);
     return value;
   }
 
@@ -186,21 +137,57 @@ class TreeBuilder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, TreeB
     return add(std::move(finished));
   }
 
+  [[noreturn]] void reject(const TextFault& parsed) const {
+    const TextFault fault = first_fault(text_, parsed, true);
+    throw JsonError(place_of(text_, fault.offset), std::string(fault.message));
+  }
+  [[noreturn]] void reject(std::size_t offset, std::string_view message) const {
+    reject(TextFault{offset, message, false});
+  }
+  // Rejects what the parser reports.
   [[noreturn]] void reject_token(rapidjson::ParseErrorCode code, std::size_t offset) const {
     const bool in_string = code >= rapidjson::kParseErrorStringUnicodeEscapeInvalidHex &&
                            code <= rapidjson::kParseErrorStringEscapeInvalid;
-    if (!in_string) reject(text_, offset, rapidjson::GetParseError_En(code));
-    if (text_[offset] != '\\') reject(text_, offset, "Control character in string.");
-    reject(text_, breaking_byte(text_, offset), rapidjson::GetParseError_En(code));
+    if (!in_string) reject(offset, rapidjson::GetParseError_En(code));
+    if (text_[offset] != '\\') reject(offset, "Control character in string.");
+    reject(escape_fault(text_, offset));
   }
 
   std::string_view text_;
   std::string copy_;  // the parser unescapes its strings in place
-  rapidjson::InsituStringStream stream_;
+  Stream stream_;
   std::vector<MemberOffset>* members_;
   std::vector<Open> open_;
   JsonValue root_;
 };
+
+}  // namespace
+}  // namespace next_steps_program
+
+// The parser's own function rejects a number whose digits alone, without the exponent, are out of range, and
+// counts in an int.
+template <>
+template <>
+void rapidjson::GenericReader<rapidjson::UTF8<>, rapidjson::UTF8<>, next_steps_program::ThrowingAllocator>::
+    ParseNumber<next_steps_program::kFlags>(next_steps_program::Stream& stream,
+                                            next_steps_program::TreeBuilder& builder) {
+  stream.src_ += builder.add_number();
+}
+
+namespace next_steps_program {
+namespace {
+
+JsonValue TreeBuilder::build() {
+  Reader reader;
+  try {
+    const rapidjson::ParseResult result = reader.Parse<kFlags>(stream_, *this);
+    if (result.IsError()) reject_token(result.Code(), result.Offset());
+  } catch (const std::length_error& error) {  // of a list or an object
+    reject(stream_.Tell(), error.what());
+  }
+  if (stream_.Tell() < text_.size()) reject(stream_.Tell(), "NUL byte");  // where the parser ends
+  return std::move(root_);
+}
 
 }  // namespace
 
@@ -212,12 +199,7 @@ Place place_of(std::string_view text, std::size_t offset) {
 }
 
 JsonValue read_json(std::string_view text, std::vector<MemberOffset>* members) {
-  try {
-    return TreeBuilder(text, members).build();
-  } catch (const JsonError&) {
-    check_bytes(text);
-    throw;
-  }
+  return TreeBuilder(text, members).build();
 }
 
 JsonObject read_json_object(std::string_view text, std::string_view what,
@@ -227,7 +209,7 @@ JsonObject read_json_object(std::string_view text, std::string_view what,
   std::string message(what);
   message += " must be an object, not ";
   message += kind_name(value);
-  reject(text, text.find_first_not_of(kWhiteSpace), message);
+  throw JsonError(place_of(text, text.find_first_not_of(" \t\n\r")), message);
 }
 
 std::string_view kind_name(const JsonValue& value) {

@@ -1,9 +1,10 @@
 // Reads JSON text into values.
 //
 // The text must be one document in well-formed UTF-8, without NUL bytes, byte-order mark or
-// lone surrogates. An integer is exact; it must be within the range of a double (about
-// 1.8e308). A float is rounded to the nearest double. A repeated key keeps its first
-// position and its last value. Depth is limited by memory only.
+// lone surrogates. An integer is exact. A float is rounded to the nearest double; a number
+// whose nearest double is infinite (from about 1.8e308) is rejected. A repeated key keeps its
+// first position and its last value. Rejected are also texts of 2^32 bytes and lists and
+// objects of more than 2^31 items. Depth is limited by memory only.
 //
 // Pure functions: any number of threads may call them.
 #pragma once

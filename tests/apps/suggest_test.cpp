@@ -1,8 +1,12 @@
+#include <fstream>
 #include <string>
+#include <string_view>
+#include <unistd.h>
 
 #include <gtest/gtest.h>
 
 #include "apps/shell.h"
+#include "next_steps/ctags_index.h"
 #include "support/table.h"
 #include "vantrex/values/text_forms.h"
 
@@ -91,6 +95,18 @@ TEST(Suggest, RefusesAWrongIndexAndWhatIsNoMiss) {
               held.substr(blank + 1) + ": no miss: the index holds this " + held.substr(0, blank) + "\n");
     EXPECT_EQ(ran.out + std::to_string(ran.status), "1");
   }
+}
+
+TEST(Suggest, KnowsEachPathOnceInTheOrderOfTheIndex) {
+  const std::string file = testing::TempDir() + "next_steps_index" + std::to_string(::getpid());
+  std::ofstream index(file);
+  for (const char path : std::string("hbbabagacdcadabacaeaafgh")) {
+    index << R"({"_type":"tag","name":"n","path":")" << path << "\"}\n";
+  }
+  index.close();
+  std::string paths;
+  next_steps_program::read_ctags_index(file).visit_paths([&](std::string_view path) { paths += path; });
+  EXPECT_EQ(paths, "hbagcdef");
 }
 
 }  // namespace

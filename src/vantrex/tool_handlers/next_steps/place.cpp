@@ -4,7 +4,6 @@
 
 #include "vantrex/workers/unknown_name.h"
 
-
 namespace vantrex::tool_handlers::next_steps {
 
 namespace {

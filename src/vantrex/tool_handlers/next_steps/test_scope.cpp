@@ -1,12 +1,11 @@
 #include "vantrex/tool_handlers/next_steps/test_scope.h"
 
-#include <algorithm>
 #include <cstddef>
-#include <numeric>
 #include <string_view>
 #include <utility>
 #include <vector>
 
+#include "vantrex/models/first_positions.h"
 #include "vantrex/tool_handlers/next_steps/answer_view.h"
 #include "vantrex/tool_handlers/next_steps/limits.h"
 
@@ -29,24 +28,6 @@ bool append_listed(Paths& found, const JsonList& items) {
   return found.size() > size;
 }
 
-// Removes every path that equals an earlier one. Sorts instead of hashing: paths are untrusted, and equal
-// hashes can be prepared.
-void drop_repeats(Paths& paths) {
-  std::vector<std::size_t> order(paths.size());
-  std::iota(order.begin(), order.end(), std::size_t{0});
-  const auto path_at = [&paths](std::size_t position) { return *paths[position]->string(); };
-  std::sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) {
-    const auto compared = path_at(a) <=> path_at(b);
-    return compared == 0 ? a < b : compared < 0;
-  });
-  std::vector<std::size_t> repeats;
-  for (std::size_t place = 1; place < order.size(); ++place) {
-    if (path_at(order[place]) == path_at(order[place - 1])) repeats.push_back(order[place]);
-  }
-  for (const std::size_t position : repeats) paths[position] = nullptr;
-  std::erase(paths, nullptr);
-}
-
 }  // namespace
 
 JsonList _answer_files(const JsonObject& response, const JsonObject& arguments) {
@@ -58,10 +39,12 @@ JsonList _answer_files(const JsonObject& response, const JsonObject& arguments) 
   }
   const JsonValue& requested = arguments["path"];
   if (found.empty() && requested.string()) found.push_back(&requested);
-  drop_repeats(found);
   JsonList files;
   files.reserve(found.size());
-  for (const JsonValue* path : found) files.push_back(*path);
+  for (const std::size_t position :
+       models::first_positions(found.size(), [&](std::size_t at) { return *found[at]->string(); })) {
+    files.push_back(*found[position]);
+  }
   return files;
 }
 
