@@ -153,7 +153,8 @@ TEST(Batch, AnswersEachLineAtOnceAndReadsAReplacedIndexAgain) {
     write other && ask othr
     echo '{' >$index && ask othr; ask oter
     rm $index && ask oher; ask othe
-    write third && ask thrd)");
+    write third && ask thrd
+    rm $index && mkfifo $index && ask thir; ask hird)");
   EXPECT_EQ(ran.out, R"(symbol to firs is first
 symbol to othr is other
 the index that was read before stays in use
@@ -163,6 +164,9 @@ the index that was read before stays in use
 symbol to oher is other
 symbol to othe is other
 symbol to thrd is third
+the index that was read before stays in use
+symbol to thir is third
+symbol to hird is third
 )");
 }
 
@@ -176,6 +180,16 @@ TEST(Batch, NeedsNoMoreMemoryForMoreLines) {
     exit ${PIPESTATUS[2]})x");
   EXPECT_EQ(ran.out, "1000000\n");
   EXPECT_EQ(ran.status, 1) << ran.err;
+}
+
+TEST(Batch, WaitsWhenStandardInputAndOutputDoNotBlock) {
+  const Ran ran = run(R"x(
+    nonblocking() { perl -MFcntl -e 'fcntl($_, F_SETFL, O_NONBLOCK) or die for *STDIN, *STDOUT; exec @ARGV' "$@"; }
+    lines() { yes '{"response":{},"tool":"x"}' | head -$1; }
+    (sleep 0.2; lines 50; sleep 0.2; lines 200000) | nonblocking next-steps batch | (sleep 0.5; wc -l)
+    exit ${PIPESTATUS[1]})x");
+  EXPECT_EQ(ran.out + ran.err, "200050\n");
+  EXPECT_EQ(ran.status, 0);
 }
 
 TEST(Batch, HasClientsInOtherLanguages) {
