@@ -203,11 +203,16 @@ TEST(Batch, HasClientsInOtherLanguages) {
         ran.out.substr(0, ran.out.find("with ")),
         R"(answer:{"results":[{"fqn":"pkg.mod.parse","kind":"function"}],"next_steps":[{"tool":"symbol",)"
         R"("args":{"action":"detail","fqn":"pkg.mod.parse"},"reason":"Details of the best hit"}]}
+error:The surrogate pair in string is invalid.
 miss:[{"tool":"symbol","args":{"action":"detail","fqn":"vantrex::models::Repository"},"reason":"The nearest )"
         R"(indexed symbol to Repositry is vantrex::models::Repository"}]
 error:"response" must be an object,not a list
 end:the program ended )")
         << ran.err;
+    const Ran mixed_up = run(R"(cd $(dirname $0) && echo $'#!/bin/sh\nsed -u \'s/.*/{"id":9}/\'' >server &&
+chmod +x server && cd - >/dev/null && )" +
+                             command + " $(dirname $0)/server - 2>&1");
+    EXPECT_NE(mixed_up.out.find("a reply has the id 9, not 2"), std::string::npos) << mixed_up.out;
   }
   if (!any_ran) GTEST_SKIP() << "neither python3 nor node is installed";
 }
