@@ -59,6 +59,7 @@ next-steps suggest symbol x --index - - |  | 2 |  | --index: the index and the a
 next-steps finish --tool x --action= /no/such/file |  | 3 |  | /no/such/file: No such file or directory\n
 next-steps batch / |  | 3 |  | /: Is a directory\n
 next-steps finish --tool x <&- |  | 3 |  | <stdin>: Bad file descriptor\n
+next-steps batch --index examples/index/models.json <&- |  | 3 |  | <stdin>: Bad file descriptor\n
 next-steps finish --tool x >/dev/full | {} | 3 |  | standard output: No space left on device\n
 yes '{"response":{},"tool":"x"}'|next-steps batch|true; exit ${PIPESTATUS[1]} |  | 141 |  | 
 )")) {

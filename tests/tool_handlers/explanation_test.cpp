@@ -170,7 +170,7 @@ TEST(ExplainAnswer, SaysWhyEachCandidateIsKeptOrDropped) {
   for (const auto& row : tests::table(R"(
 # letters of the answer's note | answer | the verdict on each
 0 | {"next_steps":[1,1]} | own: fits the room; own: fits the room;
-400 | {"next_steps":[1,1]} | own: over the room by 100 bytes, but the first step always stays; own: over the room by 102 bytes;
+400 | {"next_steps":[1,1]} | own: over the room by 99 bytes, but the first step always stays; own: over the room by 101 bytes;
 0 | {"fqn":"f","total":8} | signal symbol:callers: fits the room; usual symbol:callers: fits the room;
 400 | {"fqn":"f","total":8} | signal symbol:callers: over the room by 198 bytes, but a signal always stays; usual symbol:callers: over the room by 284 bytes;
 )")) {
