@@ -1,4 +1,7 @@
-// The options of the subcommands that read one answer: finish and explain.
+// The options of the subcommands that finish one answer: finish, explain and suggest.
+//
+// Ownership: a parser keeps references to the object whose options it has. Reading throws InputRejected,
+// IoFailed and std::bad_alloc.
 #pragma once
 
 #include <optional>
@@ -13,23 +16,37 @@ class App;
 
 namespace next_steps_program {
 
-// --tool, --action, --arguments, --freshness, --serves, and the answer's file.
+// --action, --arguments, --freshness and --serves.
+class RequestOptions {
+ public:
+  // `action_help` describes --action.
+  void add_to(CLI::App& parser, const std::string& action_help);
+
+  // Returns a request without a tool and an answer. It refers to this object.
+  Request read() const;
+
+ private:
+  std::optional<std::string> action_;
+  std::string arguments_ = "null";
+  std::string freshness_ = "null";
+  ServesOption serves_;
+};
+
+// Returns the answer in `file`; "-" and "" are standard input.
+vantrex::values::JsonObject read_answer(const std::string& file);
+
+// --tool, those of RequestOptions, and the answer's file.
 class AnswerOptions {
  public:
-  // Adds the options to `parser`, which keeps references to this object.
   void add_to(CLI::App& parser);
 
-  // Returns the request with the answer, which is read now. The request refers to this
-  // object. Throws InputRejected, IoFailed and std::bad_alloc.
+  // Returns the request with the answer, which is read now. It refers to this object.
   Request read() const;
 
  private:
   std::string tool_;
-  std::optional<std::string> action_;
-  std::string arguments_ = "null";
-  std::string freshness_ = "null";
+  RequestOptions request_;
   std::string file_;
-  ServesOption serves_;
 };
 
 }  // namespace next_steps_program

@@ -7,8 +7,6 @@
 #include <utility>
 #include <vector>
 
-#include "vantrex/tool_handlers/next_steps/signal_trial.h"
-
 namespace next_steps_program {
 
 namespace module = vantrex::tool_handlers::next_steps;
@@ -62,14 +60,12 @@ struct Call {
 class Graph {
  public:
   explicit Graph(const ServerTables& tables) : tables_(tables) {
-    for (const module::FollowUps* row : tables.rows()) {
+    for (const module::UsualRow* row : tables.rows()) {
       const std::size_t answer = place_of_answer(row->key);
-      for (const module::Hint* hint : tables.hints(*row)) add(answer, hint->tool.view(), hint->action, false);
+      for (const module::Call* call : tables.calls(*row)) add(answer, *call, false);
     }
     for (const module::SignalRow* row : tables.signals()) {
-      const vantrex::values::JsonObject step = module::SignalTrial(*row).step();
-      add(place_of_answer(row->key), step["tool"].string().value_or(""),
-          step.at_path("args", "action").string(), true);
+      add(place_of_answer(row->key), row->signal->call, true);
     }
   }
 
@@ -99,9 +95,10 @@ class Graph {
     return place;
   }
 
-  void add(std::size_t answer, std::string_view tool, std::optional<std::string_view> action,
-           bool is_signal) {
-    const AnswerOf next{std::string(tool), action ? std::optional<std::string>(*action) : std::nullopt};
+  void add(std::size_t answer, const module::Call& to, bool is_signal) {
+    const std::optional<std::string_view> action = action_of(to);
+    const AnswerOf next{std::string(to.tool.view()),
+                        action ? std::optional<std::string>(*action) : std::nullopt};
     const std::string name = next.tool + (next.action ? ":" + *next.action : "");
     const auto found =
         std::find_if(calls_.begin(), calls_.end(), [&](const Call& call) { return call.name == name; });

@@ -3,14 +3,13 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
-#include <numeric>
 #include <string_view>
-#include <tuple>
 #include <utility>
 #include <vector>
 
 #include "next_steps/failures.h"
 #include "next_steps/members.h"
+#include "vantrex/models/first_positions.h"
 
 namespace next_steps_program {
 
@@ -72,20 +71,6 @@ std::string how_to_make_one() {
   return std::string("; an index is made by: ") + kCtagsCommand;
 }
 
-// Removes every text that equals an earlier one. Sorts instead of hashing: paths are untrusted, and equal
-// hashes can be prepared.
-void drop_repeats(std::vector<std::string>& texts) {
-  std::vector<std::size_t> order(texts.size());
-  std::iota(order.begin(), order.end(), std::size_t{0});
-  std::sort(order.begin(), order.end(),
-            [&texts](std::size_t a, std::size_t b) { return std::tie(texts[a], a) < std::tie(texts[b], b); });
-  const auto equal = [&texts](std::size_t a, std::size_t b) { return texts[a] == texts[b]; };
-  order.erase(std::unique(order.begin(), order.end(), equal), order.end());
-  std::sort(order.begin(), order.end());
-  for (std::size_t place = 0; place < order.size(); ++place) texts[place].swap(texts[order[place]]);
-  texts.resize(order.size());
-}
-
 // Builds a repository from the lines of an index.
 class IndexFiller {
  public:
@@ -100,8 +85,10 @@ class IndexFiller {
   }
   bool empty() const noexcept { return paths_.empty(); }
   InMemoryRepository take() && {
-    drop_repeats(paths_);
-    for (std::string& path : paths_) repository_.add_path(std::move(path));
+    const auto path_at = [this](std::size_t position) -> const std::string& { return paths_[position]; };
+    for (const std::size_t position : vantrex::models::first_positions(paths_.size(), path_at)) {
+      repository_.add_path(std::move(paths_[position]));
+    }
     return std::move(repository_);
   }
 

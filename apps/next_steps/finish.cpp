@@ -28,6 +28,7 @@ Command add_finish(CLI::App& program) {
   CLI::App* parser = program.add_subcommand("finish", "Finish one answer");
   options->answer.add_to(*parser);
   parser->add_flag("--pretty", options->pretty, "Indent the finished answer");
+  parser->footer("Likely mistakes, such as a misspelt tool, are not reported: see next-steps explain.");
   return {parser, [options] { return finish(*options); }};
 }
 

@@ -10,6 +10,7 @@
 #include "next_steps/command.h"
 #include "next_steps/failures.h"
 #include "next_steps/output.h"
+#include "next_steps/usage.h"
 #include "vantrex/version.h"
 
 namespace next_steps_program {
@@ -29,15 +30,16 @@ ExitStatus answer_parse(const CLI::App& program, const CLI::ParseError& ending) 
 
 ExitStatus run(int argument_count, char** arguments) {
   CLI::App program("Finishes the answers of a code-index tool server", "next-steps");
-  program.set_version_flag("--version", "next-steps " NEXT_STEPS_VERSION);
+  program.set_version_flag("-V,--version", "next-steps " NEXT_STEPS_VERSION);
   program.require_subcommand(1);
+  program.failure_message(usage_message);
   program.footer(
       "Exit status: 0 done, 1 input rejected, 2 wrong usage, 3 input or output failed, or out of memory.");
-  const std::vector<Command> commands = {add_finish(program), add_batch(program), add_suggest(program),
-                                         add_explain(program), add_catalogue(program)};
+  const std::vector<Command> commands = {add_finish(program),  add_batch(program),     add_suggest(program),
+                                         add_explain(program), add_catalogue(program), add_help(program)};
   try {
     if (argument_count == 1) throw CLI::CallForHelp();
-    program.parse(argument_count, arguments);
+    program.parse(reversed_arguments(program, argument_count, arguments));
   } catch (const CLI::ParseError& ending) {
     return answer_parse(program, ending);
   }

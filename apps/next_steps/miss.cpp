@@ -34,7 +34,7 @@ vantrex::values::JsonObject finished_miss(const Repository& index, Wanted wanted
   const bool is_symbol = wanted == Wanted::symbol;
   request.tool = is_symbol ? "symbol" : "file";
   const auto& suggest = is_symbol ? module::suggest_symbols : module::suggest_paths;
-  suggest(request.response, index, name, *request.action);
+  suggest(request.response, index, name, *request.action, nullptr);
   return finished(std::move(request));
 }
 

@@ -9,8 +9,7 @@
 #include <vector>
 
 #include "next_steps/serves_option.h"
-#include "vantrex/tool_handlers/next_steps/catalogue.h"
-#include "vantrex/tool_handlers/next_steps/signals.h"
+#include "vantrex/tool_handlers/next_steps/rules.h"
 
 namespace next_steps_program {
 
@@ -26,12 +25,13 @@ struct AnswerOf {
 // --serves, all rows and steps.
 class ServerTables {
  public:
-  explicit ServerTables(const ServesOption& serves);
+  // `tables` must outlive this object.
+  ServerTables(const ServesOption& serves, const vantrex::tool_handlers::next_steps::Tables& tables);
 
-  // The rows in the order of the tables, and the hints of a row.
-  std::vector<const vantrex::tool_handlers::next_steps::FollowUps*> rows() const;
-  std::vector<const vantrex::tool_handlers::next_steps::Hint*> hints(
-      const vantrex::tool_handlers::next_steps::FollowUps& row) const;
+  // The rows in the order of the tables, and the calls of a row.
+  std::vector<const vantrex::tool_handlers::next_steps::UsualRow*> rows() const;
+  std::vector<const vantrex::tool_handlers::next_steps::Call*> calls(
+      const vantrex::tool_handlers::next_steps::UsualRow& row) const;
   std::vector<const vantrex::tool_handlers::next_steps::SignalRow*> signals() const;
 
   // The answers of the server that never get a step from the tables.
@@ -43,10 +43,11 @@ class ServerTables {
  private:
   bool is_served(const vantrex::tool_handlers::next_steps::SignalRow& row) const;
 
+  const vantrex::tool_handlers::next_steps::Tables& tables_;
   const vantrex::tool_handlers::next_steps::ServedTools* serves_;
   std::vector<AnswerOf> answers_;
   // The rows for these answers, and null where there is none.
-  std::set<const vantrex::tool_handlers::next_steps::FollowUps*> used_rows_;
+  std::set<const vantrex::tool_handlers::next_steps::UsualRow*> used_rows_;
   std::set<const vantrex::tool_handlers::next_steps::SignalRow*> used_signals_;
 };
 

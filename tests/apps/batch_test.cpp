@@ -31,7 +31,6 @@ TEST(Batch, AnswersEachLineInItsPlace) {
 {"response":{},"tool":"status","serves":["file:symbols"],"id":[1,{"a":2.0}]} |  | {"id":[1,{"a":2.0}],"answer":{}}
 {"id":"s","suggest":"symbol","wanted":"Symbl","action":"callers","response":{"found":1,"note":null},"freshness":{"a":1}} |  | {"id":"s","answer":{"found":false,"did_you_mean":[{"fqn":"vantrex::models::Symbol","name":"Symbol","kind":"struct","file":"src/vantrex/models/symbol.h","line":31}],"freshness":{"a":1},"next_steps":[{"tool":"symbol","args":{"action":"callers","fqn":"vantrex::models::Symbol"},"reason":"The nearest indexed symbol to Symbl is vantrex::models::Symbol"}]}}
 {"suggest":"path","wanted":"zz"} |  | {"found":false,"did_you_mean":[],"next_steps":[{"tool":"files","args":{},"reason":"No indexed file is near zz"}]}
-{"explain":true,"response":{},"tool":"x"} |  | {"answer":{"bytes":2,"hint_bytes":0,"hint_fields":[],"step_bytes":0,"room":320.0,"room_from":"floor","room_text":"320 bytes (the floor; 15 % of 2 is 0)"},"rows":{"usual":null,"usual_of_tool":false,"signal":null},"candidates":[],"absent":[],"silent":[],"remarks":["unknown tool \"x\"; known are architecture, context, explore, file, files, git, quality, search, status, symbol, tests"]}
  | 1 | The document is empty.
  {"tool":"x"} | 2 | \"response\" is missing
 {"response":{},"id":7} | 1 | \"tool\" is missing | 7
@@ -68,7 +67,7 @@ TEST(Batch, AnswersEachLineInItsPlace) {
   const Ran ran = run("next-steps batch --index examples/index/models.json", input);
   EXPECT_EQ(ran.out, expected);
   EXPECT_EQ(ran.status, 1);
-  EXPECT_EQ(ran.err.substr(0, 11) + ran.err.substr(ran.err.find(" (")), "<stdin>:9:1 (lines rejected: 23)\n");
+  EXPECT_EQ(ran.err.substr(0, 11) + ran.err.substr(ran.err.find(" (")), "<stdin>:8:1 (lines rejected: 23)\n");
   EXPECT_EQ(
       run("next-steps batch", R"({"suggest":"path","wanted":"x"})").out,
       R"({"error":{"line":1,"column":2,"message":"\"suggest\" needs an index: start the batch with --index )"

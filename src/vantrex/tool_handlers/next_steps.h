@@ -11,4 +11,7 @@
 
 #include "vantrex/tool_handlers/next_steps/catalogue.h"    // IWYU pragma: export
 #include "vantrex/tool_handlers/next_steps/finishing.h"    // IWYU pragma: export
+#include "vantrex/tool_handlers/next_steps/follow_ups.h"   // IWYU pragma: export
+#include "vantrex/tool_handlers/next_steps/limits.h"       // IWYU pragma: export
+#include "vantrex/tool_handlers/next_steps/step.h"         // IWYU pragma: export
 #include "vantrex/tool_handlers/next_steps/suggestions.h"  // IWYU pragma: export

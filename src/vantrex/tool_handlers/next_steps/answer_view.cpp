@@ -15,38 +15,55 @@ namespace {
 
 constinit const JsonObject kNoArguments;
 
-using HitLists = std::array<const JsonList*, _HIT_LISTS.size()>;
-
-HitLists find_hit_lists(const JsonObject& response) noexcept {
-  HitLists lists{};
-  for (const auto& [key, value] : response) {
-    const JsonList* list = value.list();
-    if (list == nullptr) continue;
-    const auto* name = std::find(_HIT_LISTS.begin(), _HIT_LISTS.end(), key.view());
-    if (name != _HIT_LISTS.end()) lists[static_cast<std::size_t>(name - _HIT_LISTS.begin())] = list;
-  }
-  return lists;
-}
-
-std::optional<Integer> _hit_count(const JsonObject& response, const HitLists& lists) {
-  if (auto count = response["total_count"].integer()) return count;
-  if (auto count = response["total"].integer()) return count;
-  const auto* first =
-      std::find_if(lists.begin(), lists.end(), [](const JsonList* list) { return list != nullptr; });
-  return first == lists.end() ? std::nullopt : std::optional<Integer>((*first)->size());
-}
-
 }  // namespace
 
-AnswerView::AnswerView(const JsonObject& answer, const JsonObject* request_arguments)
+AnswerView::AnswerView(const JsonObject& answer, const JsonObject* request_arguments, const Tables& tables)
     : response(answer),
       arguments(request_arguments == nullptr ? kNoArguments : *request_arguments),
-      hit_lists_(find_hit_lists(answer)),
-      hit_count_(_hit_count(answer, hit_lists_)) {}
+      tables_(tables) {
+  const std::size_t count = tables.hit_lists.size();
+  if (count > few_lists_.size()) many_lists_.resize(count);
+  hit_lists_ = {count > few_lists_.size() ? many_lists_.data() : few_lists_.data(), count};
+  find_hit_lists();
+  hit_count_ = _hit_count();
+}
+
+void AnswerView::find_hit_lists() noexcept {
+  for (const auto& [key, value] : response) {
+    if (value.list() == nullptr && value.object() == nullptr) continue;
+    for (std::size_t place = 0; place < hit_lists_.size(); ++place) {
+      const KeyPath path = tables_.hit_lists[place];
+      if (path[0] == key.view()) hit_lists_[place] = value_at(value, path.subspan(1)).list();
+    }
+  }
+}
+
+std::optional<Integer> AnswerView::_hit_count() const {
+  for (const KeyPath path : tables_.counts) {
+    if (auto count = value_at(response, path).integer()) return count;
+  }
+  for (const JsonList* list : hit_lists_) {
+    if (list != nullptr) return Integer(list->size());
+  }
+  return std::nullopt;
+}
 
 const JsonValue& AnswerView::requested_or_answered(std::string_view key) const noexcept {
   const JsonValue& requested = arguments[key];
   return requested.is_empty() ? response[key] : requested;
+}
+
+const JsonValue& value_at(const JsonValue& value, KeyPath path) noexcept {
+  const JsonValue* reached = &value;
+  for (const std::string_view key : path) {
+    const JsonObject* object = reached->object();
+    reached = &(object == nullptr ? kNoArguments : *object)[key];
+  }
+  return *reached;
+}
+
+const JsonValue& value_at(const JsonObject& object, KeyPath path) noexcept {
+  return value_at(object[path[0]], path.subspan(1));
 }
 
 bool _is_code_hit(const JsonObject& item) noexcept {

@@ -1,13 +1,11 @@
 #include "vantrex/tool_handlers/next_steps/assembly.h"
 
 #include <algorithm>
-#include <array>
-#include <optional>
-#include <unordered_set>
 #include <utility>
 
 #include "vantrex/tool_handlers/freshness.h"
 #include "vantrex/tool_handlers/next_steps/answer_view.h"
+#include "vantrex/tool_handlers/next_steps/limits.h"
 #include "vantrex/tool_handlers/next_steps/signals.h"
 #include "vantrex/tool_handlers/next_steps/usual.h"
 #include "vantrex/values/null_fields.h"
@@ -23,61 +21,27 @@ using values::JsonValue;
 
 namespace {
 
-std::string malformed(std::size_t position, std::string_view field) {
-  const std::string entry = "steps[" + std::to_string(position) + "]";
-  return field.empty() ? entry + " is no object" : entry + " has no field \"" + std::string(field) + "\"";
+constexpr std::string_view kTool[] = {"tool"};
+constexpr std::string_view kArgs[] = {"args"};
+constexpr std::string_view kAction[] = {"args", "action"};
+
+// Equal texts have equal sizes, so texts are made only when the sizes leave it open.
+bool make_same_call(const JsonValue& a, const JsonValue& b) {
+  const JsonValue& args_of_a = value_at(a, kArgs);
+  const JsonValue& args_of_b = value_at(b, kArgs);
+  return compact_size(args_of_a) == compact_size(args_of_b) &&
+         canonical_text(value_at(a, kTool)) == canonical_text(value_at(b, kTool)) &&
+         canonical_text(args_of_a) == canonical_text(args_of_b);
 }
 
-const JsonValue& required(const JsonObject& step, std::string_view field, std::size_t position) {
-  const JsonValue* value = step.find(field);
-  if (value == nullptr) throw MalformedStep(position, field);
-  return *value;
+bool is_kept(const Candidate& candidate) noexcept {
+  return candidate.verdict == Verdict::kept;
 }
 
-// The call of a step.
-struct Call {
-  Call(const JsonValue& step, std::size_t position) {
-    const JsonObject* object = step.object();
-    if (object == nullptr) throw MalformedStep(position, "");
-    tool = &required(*object, "tool", position);
-    args = &required(*object, "args", position);
-  }
-
-  std::string text() const { return canonical_text(*tool) + ',' + canonical_text(*args); }
-
-  const JsonValue* tool;
-  const JsonValue* args;
-};
-
-// Whether there are only a few steps and their arguments all have different sizes, so that no call repeats.
-bool all_differ_in_size(const JsonList& steps) {
-  constexpr std::size_t kFew = 2 * MAX_STEPS;
-  if (steps.size() > kFew) return false;
-  std::array<std::size_t, kFew> sizes;
-  auto* end = sizes.begin();
+void append(Candidates& candidates, JsonList steps, Source source) {
   for (std::size_t position = 0; position < steps.size(); ++position) {
-    const std::size_t size = compact_size(*Call(steps[position], position).args);
-    if (std::find(sizes.begin(), end, size) != end) return false;
-    *end++ = size;
+    candidates.push_back({std::move(steps.mutable_item(position)), source});
   }
-  return true;
-}
-
-// The steps for which `keeps(step, position)` is true.
-template <typename Keeps>
-JsonList filtered(JsonList steps, Keeps keeps) {
-  JsonList kept;
-  for (std::size_t position = 0; position < steps.size(); ++position) {
-    JsonValue& step = steps.mutable_item(position);
-    if (keeps(std::as_const(step), position)) kept.push_back(std::move(step));
-  }
-  return kept;
-}
-
-JsonList served(JsonList steps, const ServedTools* serves) {
-  if (serves == nullptr) return steps;
-  return filtered(std::move(steps),
-                  [serves](const JsonValue& step, std::size_t) { return is_served(step, serves); });
 }
 
 // Removes the tool's own steps from its answer. Empty if it gave none.
@@ -87,21 +51,25 @@ JsonList take_own_steps(JsonObject& response) {
   return steps == nullptr ? JsonList() : std::move(*steps);
 }
 
-}  // namespace
-
-MalformedStep::MalformedStep(std::size_t position, std::string_view field)
-    : std::invalid_argument(malformed(position, field)) {}
-
-std::string call_text(const JsonValue& step, std::size_t position) {
-  return Call(step, position).text();
+// Whether `response` is the answer to a miss, and it is known what the server has.
+bool is_known_miss(const JsonObject& response, const FinishOptions& options) noexcept {
+  return (options.serves != nullptr || options.catalogue != nullptr) &&
+         response["found"].boolean() == false && response["did_you_mean"].list() != nullptr;
 }
 
-JsonList _deduplicated(JsonList steps) {
-  if (all_differ_in_size(steps)) return steps;
-  std::unordered_set<std::string> seen;
-  return filtered(std::move(steps), [&seen](const JsonValue& step, std::size_t position) {
-    return seen.insert(call_text(step, position)).second;
-  });
+}  // namespace
+
+Candidates _deduplicated(Candidates steps) {
+  for (auto step = steps.begin(); step != steps.end(); ++step) {
+    if (!is_kept(*step)) continue;
+    const auto first = std::find_if(steps.begin(), step, [&](const Candidate& earlier) {
+      return is_kept(earlier) && make_same_call(earlier.step, step->step);
+    });
+    if (first == step) continue;
+    step->verdict = Verdict::repeat;
+    step->repeated = static_cast<std::size_t>(first - steps.begin());
+  }
+  return steps;
 }
 
 bool is_served(std::string_view tool, std::optional<std::string_view> action,
@@ -110,22 +78,31 @@ bool is_served(std::string_view tool, std::optional<std::string_view> action,
 }
 
 bool is_served(const JsonValue& step, const ServedTools* serves) noexcept {
-  const JsonObject& call = *step.object();
-  return is_served(call["tool"].string().value_or(""), (*call["args"].object())["action"].string(), serves);
+  return is_served(value_at(step, kTool).string().value_or(""), value_at(step, kAction).string(), serves);
 }
 
-Choice choose_steps(Candidates candidates, const ServedTools* serves) {
-  if (!candidates.own.empty()) return {std::move(candidates.own), Keep{1}};
-  JsonList steps = served(std::move(candidates.signals), serves);
-  JsonList usual = served(std::move(candidates.usual), serves);
-  const Keep keep{std::clamp(steps.size(), std::size_t{1}, MAX_STEPS)};
-  if (steps.empty()) std::swap(steps, usual);
-  for (std::size_t position = 0; position < usual.size(); ++position) {
-    steps.push_back(std::move(usual.mutable_item(position)));
+Keep choose_steps(Candidates& candidates, const ServedTools* serves) {
+  if (candidates.empty() || candidates.front().source == Source::own) return Keep{1};
+  std::size_t signals = 0;
+  for (Candidate& each : candidates) {
+    if (!is_served(each.step, serves)) each.verdict = Verdict::not_served;
+    if (is_kept(each) && each.source == Source::signal) ++signals;
   }
-  steps = _deduplicated(std::move(steps));
-  steps.truncate(MAX_STEPS);
-  return {std::move(steps), keep};
+  candidates = _deduplicated(std::move(candidates));
+  std::size_t kept = 0;
+  for (Candidate& each : candidates) {
+    if (is_kept(each) && ++kept > MAX_STEPS) each.verdict = Verdict::over_cap;
+  }
+  return Keep{std::clamp(signals, std::size_t{1}, MAX_STEPS)};
+}
+
+JsonList kept_steps(Candidates candidates) {
+  JsonList steps;
+  steps.reserve(candidates.size());
+  for (Candidate& each : candidates) {
+    if (is_kept(each)) steps.push_back(std::move(each.step));
+  }
+  return steps;
 }
 
 void prepare(JsonObject& response, JsonValue freshness) {
@@ -133,18 +110,32 @@ void prepare(JsonObject& response, JsonValue freshness) {
   add_freshness(response, std::move(freshness));
 }
 
+bool asks_tables(const JsonObject& response, const FinishOptions& options) noexcept {
+  const JsonList* own = response["next_steps"].list();
+  return (own == nullptr || own->empty()) && !is_known_miss(response, options);
+}
+
 Candidates candidate_steps(JsonObject& response, std::string_view tool_name, const FinishOptions& options) {
-  Candidates candidates{.own = take_own_steps(response)};
-  if (!candidates.own.empty()) return candidates;
-  const AnswerView answer(response, options.arguments);
-  candidates.signals = _signals(answer, tool_name, options.action);
-  candidates.usual = _usual(answer, tool_name, options.action);
+  Candidates candidates;
+  if (!asks_tables(response, options)) {
+    const ServedTools* serves = is_known_miss(response, options) ? options.serves : nullptr;
+    append(candidates, take_own_steps(response), Source::own);
+    for (Candidate& each : candidates) {
+      if (!is_served(each.step, serves)) each.verdict = Verdict::not_served;
+    }
+    return candidates;
+  }
+  response.remove("next_steps");
+  const AnswerView answer(response, options.arguments, tables_of(options.catalogue));
+  append(candidates, _signals(answer, tool_name, options.action), Source::signal);
+  append(candidates, _usual(answer, tool_name, options.action), Source::usual);
   return candidates;
 }
 
 JsonObject& _add_next_steps(JsonObject& response, std::string_view tool_name, const FinishOptions& options) {
-  Choice choice = choose_steps(candidate_steps(response, tool_name, options), options.serves);
-  JsonList steps = _within_share(response, std::move(choice.steps), choice.keep);
+  Candidates candidates = candidate_steps(response, tool_name, options);
+  const Keep keep = choose_steps(candidates, options.serves);
+  JsonList steps = _within_share(response, kept_steps(std::move(candidates)), keep);
   if (!steps.empty()) response.append("next_steps", std::move(steps));
   return response;
 }

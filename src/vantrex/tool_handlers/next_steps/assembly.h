@@ -6,63 +6,49 @@
 // Threads: no state; do not use the same answer on two threads at once.
 #pragma once
 
-#include <cstddef>
 #include <optional>
-#include <stdexcept>
-#include <string>
 #include <string_view>
+#include <vector>
 
 #include "vantrex/tool_handlers/next_steps/budget.h"
+#include "vantrex/tool_handlers/next_steps/candidate.h"
 #include "vantrex/tool_handlers/next_steps/finishing.h"
 #include "vantrex/values/json_value.h"
 
 namespace vantrex::tool_handlers::next_steps {
 
-// Thrown for a step without a call: it is no object, or lacks the field "tool" or "args". what() names the
-// position and the field.
-class MalformedStep : public std::invalid_argument {
- public:
-  // `field` is the missing field, or empty if the step is no object.
-  MalformedStep(std::size_t position, std::string_view field);
-};
+// The candidate steps of an answer, in order: own steps, or signals and then usual follow-ups.
+using Candidates = std::vector<Candidate>;
 
-// The call of `step` as text. Two steps make the same call if and only if their texts are equal. `position`
-// is the step's position in its list, for the error. Throws MalformedStep and std::bad_alloc.
-std::string call_text(const values::JsonValue& step, std::size_t position);
-
-// `steps` without repeated calls. Of the steps with the same tool and the same arguments, in any order of
-// fields, the first stays. Throws MalformedStep and std::bad_alloc.
-values::JsonList _deduplicated(values::JsonList steps);
-
-// The candidate steps of an answer. `signals` and `usual` are empty if there are own steps.
-struct Candidates {
-  values::JsonList own = {};
-  values::JsonList signals = {};
-  values::JsonList usual = {};
-};
-
-// The steps of an answer before the budget applies, and how many of them always stay.
-struct Choice {
-  values::JsonList steps;
-  Keep keep;
-};
+// `steps` with the verdict `repeat` on each kept step that makes the same call as an earlier one: the same
+// tool and the same arguments, in any order of fields. Throws std::bad_alloc.
+Candidates _deduplicated(Candidates steps);
 
 // Whether the server has the call. A null `serves` has every call.
 bool is_served(std::string_view tool, std::optional<std::string_view> action,
                const ServedTools* serves) noexcept;
-// The same for a step that the module made.
+// The same for a step, which may be any value.
 bool is_served(const values::JsonValue& step, const ServedTools* serves) noexcept;
 
-// Chooses from the candidates. Drops the signals and usual follow-ups that `serves` does not contain. Throws
-// what _deduplicated throws.
-Choice choose_steps(Candidates candidates, const ServedTools* serves);
+// Decides on the signals and usual follow-ups among `candidates`: drops those that `serves` does not contain,
+// repeats, and those over MAX_STEPS. Returns the number of kept candidates that the budget must not drop.
+// Throws std::bad_alloc.
+Keep choose_steps(Candidates& candidates, const ServedTools* serves);
+
+// The steps of the kept candidates. Throws std::bad_alloc.
+values::JsonList kept_steps(Candidates candidates);
 
 // Prepares `response` for the choice of its steps: drops its null fields and adds the freshness block. Throws
 // std::bad_alloc; `response` may then be changed in part.
 void prepare(values::JsonObject& response, values::JsonValue freshness);
 
-// The candidate steps of `response`. Removes its field "next_steps". The tool's name and `options.arguments`
-// must not lie in `response`. Throws std::bad_alloc; the field may then be lost.
+// Whether the steps of `response` come from the tables. They do not if it has own steps, or if it is a miss
+// that is finished with `serves` or a catalogue: the tables would only repeat the missing name.
+bool asks_tables(const values::JsonObject& response, const FinishOptions& options) noexcept;
+
+// The candidate steps of `response`. Removes its field "next_steps". Such a miss keeps only own steps that
+// are served. The tool's name and `options.arguments` must not lie in `response`. Throws std::bad_alloc; the
+// field may then be lost.
 Candidates candidate_steps(values::JsonObject& response, std::string_view tool_name,
                            const FinishOptions& options);
 
