@@ -103,6 +103,9 @@ TEST(Program, HandlesDepthAndSizeOnASmallStack) {
             "100000009\n");
   EXPECT_EQ(run("next-steps finish --tool x", R"({"a":)" + std::string(1'000'000, '7') + "}").err,
             "<stdin>:1:6: Number too big to be stored in double.\n");
+  if (NEXT_STEPS_SANITIZED) return;  // the sanitizers need more memory than the limit
+  const Ran ran = run("ulimit -v 60000\nnext-steps finish --tool x </dev/zero");
+  EXPECT_EQ(ran.err + std::to_string(ran.status), "next-steps: out of memory\n3");
 }
 
 }  // namespace
