@@ -6,11 +6,11 @@
 #include <utility>
 
 #include "calls.h"
-#include "next_steps/ctags_index.h"
-#include "next_steps/index_file.h"
-#include "next_steps/json_reader.h"
-#include "next_steps/serves_option.h"
 #include "protocol.h"
+#include "requests/ctags_index.h"
+#include "requests/index_file.h"
+#include "requests/json_reader.h"
+#include "requests/served_tool_text.h"
 #include "vantrex/logging/quoted_literal.h"
 #include "vantrex/values/text_forms.h"
 #include "vantrex/workers/name_lookup.h"
@@ -34,7 +34,7 @@ Work of_text(const std::string& text) {
     try {
       keep(function(text));
     } catch (const std::invalid_argument&) {
-    } catch (const next_steps_program::JsonError&) {
+    } catch (const next_steps_requests::JsonError&) {
     }
   };
 }
@@ -126,9 +126,9 @@ Work suggest(const std::string& lines, std::string_view wanted) {
   const auto line = [name = Text::lossy(wanted)](const char* what) {
     return compact_text(JsonObject{{"id", name}, {"suggest", what}, {"wanted", name}});
   };
-  return [file, index = next_steps_program::IndexFile(file.path()), symbol = line("symbol"),
+  return [file, index = next_steps_requests::IndexFile(file.path()), symbol = line("symbol"),
           path = line("path")]() mutable {
-    for (const std::string& each : {symbol, path}) reply(each, {.serves = nullptr, .index = &index});
+    for (const std::string& each : {symbol, path}) reply(each, {.index = &index});
   };
 }
 
@@ -143,7 +143,7 @@ constexpr const char* kAbsent = "pkg.running_x";
 
 template <auto function>
 Work of_index(const std::string& lines) {
-  return [index = next_steps_program::read_ctags_index(TextFile(lines).path())] { function(index); };
+  return [index = next_steps_requests::read_ctags_index(TextFile(lines).path())] { function(index); };
 }
 
 // Searches the rest of the text from each of its letters.
@@ -157,8 +157,8 @@ constexpr std::array kCalls = {
     Call{Kind::control, "control", search_again},
 
     Call{Kind::name, "read_json",
-         of_text<[](std::string_view text) { return next_steps_program::read_json(text); }>},
-    Call{Kind::name, "read_served_tool", of_text<next_steps_program::read_served_tool>},
+         of_text<[](std::string_view text) { return next_steps_requests::read_json(text); }>},
+    Call{Kind::name, "read_served_tool", of_text<next_steps_requests::read_served_tool>},
     Call{Kind::name, "Text", of_text<[](std::string_view text) { return Text(text); }>},
     Call{Kind::name, "Text::lossy", of_text<Text::lossy>},
     Call{Kind::name, "Integer::parse", of_text<Integer::parse>},
@@ -181,7 +181,7 @@ constexpr std::array kCalls = {
 
     Call{Kind::index, "read_ctags_index",
          [](const std::string& lines) -> Work {
-           return [file = TextFile(lines)] { keep(next_steps_program::read_ctags_index(file.path())); };
+           return [file = TextFile(lines)] { keep(next_steps_requests::read_ctags_index(file.path())); };
          }},
     Call{Kind::index, "nearest_symbols",
          of_index<[](const Repository& index) { keep(workers::nearest_symbols(index, kAbsent)); }>},

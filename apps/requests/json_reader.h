@@ -17,11 +17,11 @@
 #include <string_view>
 #include <vector>
 
+#include "requests/failures.h"
+#include "requests/names.h"
 #include "vantrex/values/json_value.h"
 
-namespace next_steps_program {
-
-namespace values = vantrex::values;
+namespace next_steps_requests {
 
 // A place in a text. Lines and columns count from 1, columns in bytes.
 struct Place {
@@ -46,6 +46,9 @@ class JsonError : public std::runtime_error {
   Place place_;
   bool concerns_encoding_;
 };
+
+// Returns the error as one of the input `source`, where the text begins at line `first_line`.
+InputRejected in_source(const std::string& source, const JsonError& error, std::size_t first_line = 1);
 
 // What becomes of ill-formed UTF-8 and of lone surrogates in texts.
 enum class Encoding : std::uint8_t {
@@ -77,7 +80,7 @@ struct ObjectReading {
 ObjectReading read_members(std::string_view text, std::string_view what,
                            Encoding encoding = Encoding::strict);
 
-// The kind of `value` for a message: "an object", "null", "a string".
-std::string_view kind_name(const values::JsonValue& value);
+// The kind for a message: "an object", "null", "a string".
+std::string_view kind_name(values::Kind kind);
 
-}  // namespace next_steps_program
+}  // namespace next_steps_requests

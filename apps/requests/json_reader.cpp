@@ -1,4 +1,4 @@
-#include "next_steps/json_reader.h"
+#include "requests/json_reader.h"
 
 #include <algorithm>
 #include <charconv>
@@ -18,10 +18,10 @@ using SizeType = std::size_t;
 #include <rapidjson/error/en.h>
 #include <rapidjson/reader.h>
 
-#include "next_steps/number_text.h"
-#include "next_steps/text_faults.h"
+#include "requests/number_text.h"
+#include "requests/text_faults.h"
 
-namespace next_steps_program {
+namespace next_steps_requests {
 
 using values::Integer;
 using values::JsonList;
@@ -170,19 +170,19 @@ class TreeBuilder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, TreeB
 };
 
 }  // namespace
-}  // namespace next_steps_program
+}  // namespace next_steps_requests
 
 // The parser's own function rejects a number whose digits alone, without the exponent, are out of range, and
 // counts in an int.
 template <>
 template <>
-void rapidjson::GenericReader<rapidjson::UTF8<>, rapidjson::UTF8<>, next_steps_program::ThrowingAllocator>::
-    ParseNumber<next_steps_program::kFlags>(next_steps_program::Stream& stream,
-                                            next_steps_program::TreeBuilder& builder) {
+void rapidjson::GenericReader<rapidjson::UTF8<>, rapidjson::UTF8<>, next_steps_requests::ThrowingAllocator>::
+    ParseNumber<next_steps_requests::kFlags>(next_steps_requests::Stream& stream,
+                                             next_steps_requests::TreeBuilder& builder) {
   stream.src_ += builder.add_number();
 }
 
-namespace next_steps_program {
+namespace next_steps_requests {
 namespace {
 
 JsonValue TreeBuilder::build() {
@@ -210,7 +210,7 @@ JsonObject object_of(JsonValue value, std::string_view text, std::string_view wh
   if (JsonObject* object = value.object()) return std::move(*object);
   std::string message(what);
   message += " must be an object, not ";
-  message += kind_name(value);
+  message += kind_name(value.kind());
   throw JsonError(place_of(text, text.find_first_not_of(" \t\n\r")), message);
 }
 
@@ -221,6 +221,10 @@ Place place_of(std::string_view text, std::size_t offset) {
   const std::size_t line_start = before.rfind('\n') + 1;  // 0 when there is none
   return {.line = static_cast<std::size_t>(std::count(before.begin(), before.end(), '\n')) + 1,
           .column = offset - line_start + 1};
+}
+
+InputRejected in_source(const std::string& source, const JsonError& error, std::size_t first_line) {
+  return {source, first_line + error.place().line - 1, error.place().column, error.what()};
 }
 
 JsonValue read_json(std::string_view text) {
@@ -243,8 +247,8 @@ ObjectReading read_members(std::string_view text, std::string_view what, Encodin
   return reading;
 }
 
-std::string_view kind_name(const JsonValue& value) {
-  switch (value.kind()) {
+std::string_view kind_name(values::Kind kind) {
+  switch (kind) {
     case values::Kind::null:
       return "null";
     case values::Kind::boolean:
@@ -265,4 +269,4 @@ std::string_view kind_name(const JsonValue& value) {
   return "a foreign value";
 }
 
-}  // namespace next_steps_program
+}  // namespace next_steps_requests

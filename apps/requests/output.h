@@ -4,9 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "vantrex/values/json_value.h"
-
-namespace next_steps_program {
+namespace next_steps_requests {
 
 // Buffers what is written. The destructor does not flush. Threads: one at a time.
 class Output {
@@ -20,7 +18,4 @@ class Output {
   std::string waiting_;
 };
 
-// Prints `answer`, compact or indented, and a line feed. Throws IoFailed and std::bad_alloc.
-void print_answer(vantrex::values::JsonObject answer, bool pretty);
-
-}  // namespace next_steps_program
+}  // namespace next_steps_requests

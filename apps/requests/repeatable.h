@@ -5,7 +5,7 @@
 #include <cerrno>
 #include <poll.h>
 
-namespace next_steps_program {
+namespace next_steps_requests {
 
 // Whether a read or a write of `descriptor` that has just failed can be repeated. It can if it was
 // interrupted; if it would block, this waits until one of `events`, POLLIN or POLLOUT, is there.
@@ -17,4 +17,4 @@ inline bool can_repeat(int descriptor, short events) noexcept {
   return errno == EINTR;
 }
 
-}  // namespace next_steps_program
+}  // namespace next_steps_requests

@@ -1,4 +1,4 @@
-#include "next_steps/ctags_index.h"
+#include "requests/ctags_index.h"
 
 #include <algorithm>
 #include <array>
@@ -7,30 +7,30 @@
 #include <utility>
 #include <vector>
 
-#include "next_steps/failures.h"
-#include "next_steps/members.h"
+#include "requests/failures.h"
+#include "requests/members.h"
 #include "vantrex/models/first_positions.h"
 
-namespace next_steps_program {
+namespace next_steps_requests {
 
+using models::InMemoryRepository;
+using models::Symbol;
 using values::JsonValue;
 using values::Kind;
-using vantrex::models::InMemoryRepository;
-using vantrex::models::Symbol;
 
 namespace {
 
 std::string required_text(Members& members, std::string_view key) {
-  return std::string(*std::as_const(members.required(key, Kind::string, "a string")).string());
+  return std::string(*std::as_const(members.required(key, Kind::string)).string());
 }
 
 std::string optional_text(Members& members, std::string_view key) {
-  const JsonValue* value = members.optional(key, Kind::string, "a string");
+  const JsonValue* value = members.optional(key, Kind::string);
   return value == nullptr ? "" : std::string(*value->string());
 }
 
 std::size_t line_number(Members& members) {
-  const JsonValue* value = members.optional("line", Kind::integer, "an integer");
+  const JsonValue* value = members.optional("line", Kind::integer);
   if (value == nullptr) return 0;
   const std::int64_t number = value->integer<std::int64_t>().value_or(-1);
   if (number < 0) members.reject("line", "must be the number of a line");
@@ -106,8 +106,8 @@ InMemoryRepository read_ctags_index(Input& input) {
     try {
       filler.add(*line);
     } catch (const JsonError& error) {
-      if (lines.line_number() > 1) throw InputRejected(input.name(), lines.line_number(), error);
-      throw InputRejected(input.name(), JsonError(error.place(), error.what() + how_to_make_one()));
+      if (lines.line_number() > 1) throw in_source(input.name(), error, lines.line_number());
+      throw in_source(input.name(), JsonError(error.place(), error.what() + how_to_make_one()));
     }
   }
   if (filler.empty()) throw InputRejected(input.name(), "the index holds no symbols" + how_to_make_one());
@@ -115,8 +115,8 @@ InMemoryRepository read_ctags_index(Input& input) {
 }
 
 InMemoryRepository read_ctags_index(const std::string& file) {
-  Input input(file, "an index");
+  Input input(file);
   return read_ctags_index(input);
 }
 
-}  // namespace next_steps_program
+}  // namespace next_steps_requests

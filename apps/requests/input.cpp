@@ -1,17 +1,16 @@
-#include "next_steps/input.h"
+#include "requests/input.h"
 
 #include <algorithm>
 #include <cerrno>
 #include <fcntl.h>
-#include <iostream>
 #include <unistd.h>
 
 #include <sys/stat.h>
 
-#include "next_steps/failures.h"
-#include "next_steps/repeatable.h"
+#include "requests/failures.h"
+#include "requests/repeatable.h"
 
-namespace next_steps_program {
+namespace next_steps_requests {
 
 namespace {
 
@@ -30,15 +29,12 @@ int opened(const std::string& file, int flags) {
 
 }  // namespace
 
-Input::Input(const std::string& file, std::string_view awaited) : name_(file) {
+Input::Input(const std::string& file) : name_(file) {
   if (file.empty() || file == "-") {
     name_ = "<stdin>";
-    if (::isatty(STDIN_FILENO) == 1) {
-      std::cerr << "next-steps: waiting for " << awaited << " on standard input; Ctrl-D ends it\n";
-    }
-    return;
+  } else {
+    descriptor_ = opened(file, 0);
   }
-  descriptor_ = opened(file, 0);
 }
 
 Input::Input(const RegularFile& file) : Input(file.name, opened(file.name, O_NONBLOCK)) {
@@ -49,6 +45,10 @@ Input::Input(const RegularFile& file) : Input(file.name, opened(file.name, O_NON
 
 Input::~Input() {
   if (descriptor_ != STDIN_FILENO) ::close(descriptor_);
+}
+
+bool Input::is_terminal() const noexcept {
+  return ::isatty(descriptor_) == 1;
 }
 
 bool Input::read_some(std::string& buffer) {
@@ -95,4 +95,4 @@ bool LineReader::refill() {
   return input_.read_some(buffer_);
 }
 
-}  // namespace next_steps_program
+}  // namespace next_steps_requests

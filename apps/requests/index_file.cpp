@@ -1,20 +1,24 @@
-#include "next_steps/index_file.h"
+#include "requests/index_file.h"
 
 #include <exception>
-#include <iostream>
 #include <new>
 #include <utility>
 
 #include <sys/stat.h>
 
-#include "next_steps/ctags_index.h"
+#include "requests/ctags_index.h"
+#include "vantrex/logging/logger.h"
 
-namespace next_steps_program {
+namespace next_steps_requests {
+
+namespace {
+constexpr vantrex::logging::Logger logger("next_steps.requests");
+}
 
 IndexFile::IndexFile(std::string file)
     : file_(std::move(file)), seen_(state_of(file_)), index_(read_ctags_index(file_)) {}
 
-const vantrex::models::Repository& IndexFile::current() {
+const models::Repository& IndexFile::current() {
   const State now = state_of(file_);
   if (now == seen_) return index_;
   seen_ = now;
@@ -23,8 +27,9 @@ const vantrex::models::Repository& IndexFile::current() {
     index_ = read_ctags_index(input);
   } catch (const std::bad_alloc&) {
     throw;
-  } catch (const std::exception& error) {
-    std::cerr << "next-steps: " << error.what() << "; the index that was read before stays in use\n";
+  } catch (const std::exception&) {
+    logger.warning("Reading %r again failed; the index that was read before stays in use", file_,
+                   std::current_exception());
   }
   return index_;
 }
@@ -36,4 +41,4 @@ IndexFile::State IndexFile::state_of(const std::string& file) {
           found.st_ctim.tv_nsec};
 }
 
-}  // namespace next_steps_program
+}  // namespace next_steps_requests

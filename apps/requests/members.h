@@ -5,9 +5,10 @@
 #include <string>
 #include <string_view>
 
-#include "next_steps/json_reader.h"
+#include "requests/json_reader.h"
+#include "requests/names.h"
 
-namespace next_steps_program {
+namespace next_steps_requests {
 
 // Ownership: borrows the line, which must outlive this object. Everything throws
 // JsonError, with the place in the line, and std::bad_alloc.
@@ -23,17 +24,20 @@ class Members {
 
   bool has(std::string_view key) const noexcept { return read_.object.contains(key); }
 
-  // Returns the required member `key`, which must be of `kind`. `expected` names the kind in
-  // the message: "an object".
-  values::JsonValue& required(std::string_view key, values::Kind kind, std::string_view expected);
+  // Returns the required member `key`, which must be of `kind`.
+  values::JsonValue& required(std::string_view key, values::Kind kind);
 
   // Returns the optional member `key`, or a null pointer if it is absent or null.
-  values::JsonValue* optional(std::string_view key, values::Kind kind, std::string_view expected);
+  values::JsonValue* optional(std::string_view key, values::Kind kind);
+
+  // Throws unless the member `key` is absent, null or of `kind`.
+  void check_optional(std::string_view key, values::Kind kind) const;
 
   // Throws with the place of the member `key`, which must be in the line, and "KEY MESSAGE".
   [[noreturn]] void reject(std::string_view key, std::string_view message) const;
 
  private:
+  void check(std::string_view key, values::Kind kind, std::string_view or_null) const;
   [[noreturn]] void reject_at(std::size_t offset, const std::string& message) const;
 
   std::string_view line_;
@@ -41,4 +45,4 @@ class Members {
   ObjectReading read_;
 };
 
-}  // namespace next_steps_program
+}  // namespace next_steps_requests

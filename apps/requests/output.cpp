@@ -1,15 +1,12 @@
-#include "next_steps/output.h"
+#include "requests/output.h"
 
 #include <cstddef>
 #include <unistd.h>
-#include <utility>
 
-#include "next_steps/failures.h"
-#include "next_steps/pretty_text.h"
-#include "next_steps/repeatable.h"
-#include "vantrex/tool_handlers/tool_result.h"
+#include "requests/failures.h"
+#include "requests/repeatable.h"
 
-namespace next_steps_program {
+namespace next_steps_requests {
 
 void Output::write(std::string_view text) {
   constexpr std::size_t kEnough = std::size_t{64} * 1024;
@@ -27,11 +24,4 @@ void Output::flush() {
   waiting_.clear();
 }
 
-void print_answer(vantrex::values::JsonObject answer, bool pretty) {
-  Output output;
-  output.write(pretty ? pretty_text(std::move(answer)) : vantrex::tool_handlers::tool_result_text(answer));
-  output.write("\n");
-  output.flush();
-}
-
-}  // namespace next_steps_program
+}  // namespace next_steps_requests

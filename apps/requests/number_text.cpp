@@ -1,4 +1,4 @@
-#include "next_steps/number_text.h"
+#include "requests/number_text.h"
 
 #include <algorithm>
 #include <charconv>
@@ -7,7 +7,7 @@
 #include <string>
 #include <system_error>
 
-namespace next_steps_program {
+namespace next_steps_requests {
 
 namespace {
 
@@ -89,4 +89,4 @@ double nearest_double(std::string_view number) {
   return text.front() == '-' ? -value : value;
 }
 
-}  // namespace next_steps_program
+}  // namespace next_steps_requests

@@ -1,11 +1,11 @@
-#include "next_steps/members.h"
+#include "requests/members.h"
 
 #include <algorithm>
 #include <utility>
 
 #include "vantrex/values/text_forms.h"
 
-namespace next_steps_program {
+namespace next_steps_requests {
 
 using values::JsonValue;
 using values::Kind;
@@ -32,17 +32,29 @@ void Members::reject_others(std::span<const std::string_view> known) const {
   }
 }
 
-JsonValue& Members::required(std::string_view key, Kind kind, std::string_view expected) {
+JsonValue& Members::required(std::string_view key, Kind kind) {
   JsonValue* value = read_.object.find_mutable(key);
   if (value == nullptr) reject_at(line_.find('{'), quoted(key) + " is missing");
-  if (value->kind() != kind) {
-    reject(key, "must be " + std::string(expected) + ", not " + std::string(kind_name(*value)));
-  }
+  check(key, kind, "");
   return *value;
 }
 
-JsonValue* Members::optional(std::string_view key, Kind kind, std::string_view expected) {
-  return std::as_const(read_.object)[key].is_null() ? nullptr : &required(key, kind, expected);
+JsonValue* Members::optional(std::string_view key, Kind kind) {
+  check_optional(key, kind);
+  JsonValue* value = read_.object.find_mutable(key);
+  return value == nullptr || value->is_null() ? nullptr : value;
+}
+
+void Members::check_optional(std::string_view key, Kind kind) const {
+  if (!read_.object[key].is_null()) check(key, kind, " or null");
+}
+
+void Members::check(std::string_view key, Kind kind, std::string_view or_null) const {
+  const Kind found = read_.object[key].kind();
+  if (found == kind) return;
+  std::string message = "must be ";
+  message.append(kind_name(kind)).append(or_null).append(", not ").append(kind_name(found));
+  reject(key, message);
 }
 
 void Members::reject(std::string_view key, std::string_view message) const {
@@ -55,4 +67,4 @@ void Members::reject_at(std::size_t offset, const std::string& message) const {
   throw JsonError(place_of(line_, offset), message);
 }
 
-}  // namespace next_steps_program
+}  // namespace next_steps_requests

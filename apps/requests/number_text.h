@@ -6,7 +6,7 @@
 #include <cstddef>
 #include <string_view>
 
-namespace next_steps_program {
+namespace next_steps_requests {
 
 // A number at the start of a text.
 struct NumberScan {
@@ -22,4 +22,4 @@ NumberScan scan_number(const char* text) noexcept;
 // infinite. Linear time. Throws std::bad_alloc.
 double nearest_double(std::string_view number);
 
-}  // namespace next_steps_program
+}  // namespace next_steps_requests

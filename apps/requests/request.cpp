@@ -1,13 +1,12 @@
-#include "next_steps/request.h"
+#include "requests/request.h"
 
 #include <utility>
 
 #include "vantrex/tool_handlers/next_steps.h"
 
-namespace next_steps_program {
+namespace next_steps_requests {
 
-namespace module = vantrex::tool_handlers::next_steps;
-using vantrex::values::JsonObject;
+using values::JsonObject;
 
 namespace {
 
@@ -20,12 +19,18 @@ module::FinishOptions options_of(Request& request) {
 
 }  // namespace
 
-JsonObject finished(Request request) {
+JsonObject answer_to(Request request, const models::Repository* index) {
+  if (request.explain) return explanation_of(std::move(request)).to_dict();
+  if (request.miss) {
+    request.tool = tool_of(request.miss->wanted);
+    if (!request.action) request.action = default_action(request.miss->wanted);
+    add_nearest(request.response, *index, *request.miss, *request.action);
+  }
   return module::finish_answer(std::move(request.response), request.tool, options_of(request));
 }
 
-module::Explanation explanation(Request request) {
+module::Explanation explanation_of(Request request) {
   return module::explain_answer(std::move(request.response), request.tool, options_of(request));
 }
 
-}  // namespace next_steps_program
+}  // namespace next_steps_requests

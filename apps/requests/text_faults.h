@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-namespace next_steps_program {
+namespace next_steps_requests {
 
 // What makes a text invalid, and the offset of the first byte that is wrong.
 struct TextFault {
@@ -27,4 +27,4 @@ TextFault escape_fault(std::string_view text, std::size_t escape);
 // Replaces the escape of each lone surrogate by that of U+FFFD, which is as long.
 void replace_lone_surrogates(std::string& text);
 
-}  // namespace next_steps_program
+}  // namespace next_steps_requests

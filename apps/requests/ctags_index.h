@@ -9,10 +9,11 @@
 
 #include <string>
 
-#include "next_steps/input.h"
+#include "requests/input.h"
+#include "requests/names.h"
 #include "vantrex/models/repository.h"
 
-namespace next_steps_program {
+namespace next_steps_requests {
 
 // The command that makes such an index, for help and messages.
 inline constexpr const char* kCtagsCommand = "ctags --output-format=json --fields=+nl -R -f - . >INDEX";
@@ -20,8 +21,8 @@ inline constexpr const char* kCtagsCommand = "ctags --output-format=json --field
 // Reads an index. Each tag becomes a symbol; each path is added once. A symbol's fqn is its
 // scope and its name, joined as in its language. Throws InputRejected for the first invalid
 // line and for an index without symbols, IoFailed and std::bad_alloc.
-vantrex::models::InMemoryRepository read_ctags_index(Input& input);
+models::InMemoryRepository read_ctags_index(Input& input);
 // The same for the index in `file`, or standard input for "-".
-vantrex::models::InMemoryRepository read_ctags_index(const std::string& file);
+models::InMemoryRepository read_ctags_index(const std::string& file);
 
-}  // namespace next_steps_program
+}  // namespace next_steps_requests

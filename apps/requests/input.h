@@ -1,4 +1,4 @@
-// Reading the program's input.
+// Reading a file or standard input.
 //
 // Ownership: an Input owns its open file and must outlive its LineReader. Threads: one at a
 // time.
@@ -11,7 +11,7 @@
 #include <string_view>
 #include <utility>
 
-namespace next_steps_program {
+namespace next_steps_requests {
 
 // The name of a file that must not be a pipe, a terminal or a device.
 struct RegularFile {
@@ -20,9 +20,8 @@ struct RegularFile {
 
 class Input {
  public:
-  // Opens `file`; "-" and "" are standard input. If that is a terminal, a message on
-  // standard error says that `awaited` is expected. Throws IoFailed.
-  Input(const std::string& file, std::string_view awaited);
+  // Opens `file`; "-" and "" are standard input. Throws IoFailed.
+  explicit Input(const std::string& file);
   // Opens a file that must be a regular one, so that nothing is ever waited for. Throws InputRejected and
   // IoFailed.
   explicit Input(const RegularFile& file);
@@ -32,6 +31,9 @@ class Input {
 
   // The name for messages: the file as given, or "<stdin>".
   const std::string& name() const noexcept { return name_; }
+
+  // Whether somebody types it.
+  bool is_terminal() const noexcept;
 
   // Waits until there are bytes, and appends them to `buffer`. Returns false at the end of
   // the input. Throws IoFailed and std::bad_alloc.
@@ -72,4 +74,4 @@ class LineReader {
   std::size_t line_number_ = 0;
 };
 
-}  // namespace next_steps_program
+}  // namespace next_steps_requests

@@ -1,4 +1,4 @@
-#include "next_steps/text_faults.h"
+#include "requests/text_faults.h"
 
 #include <algorithm>
 #include <array>
@@ -6,7 +6,7 @@
 
 #include "vantrex/values/utf8.h"
 
-namespace next_steps_program {
+namespace next_steps_requests {
 
 namespace {
 
@@ -75,4 +75,4 @@ void replace_lone_surrogates(std::string& text) {
   }
 }
 
-}  // namespace next_steps_program
+}  // namespace next_steps_requests

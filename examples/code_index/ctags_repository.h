@@ -1,4 +1,4 @@
-// IndexFile: an index that was read from a file, and whether the file has changed since.
+// CtagsRepository: an index that was read from a file, and whether the file has changed since.
 #pragma once
 
 #include <string>
@@ -9,10 +9,10 @@ namespace code_index {
 
 namespace models = vantrex::models;
 
-class IndexFile final : public models::Repository {
+class CtagsRepository final : public models::Repository {
  public:
   // Reads an index of Universal Ctags. Throws what read_ctags_index throws.
-  explicit IndexFile(std::string path);
+  explicit CtagsRepository(std::string path);
 
   void visit_symbols(const models::SymbolVisitor& visit) const override { index_.visit_symbols(visit); }
   void visit_paths(const models::PathVisitor& visit) const override { index_.visit_paths(visit); }

@@ -5,9 +5,10 @@
 #include <cstdint>
 #include <string>
 
+#include "requests/names.h"
 #include "vantrex/models/repository.h"
 
-namespace next_steps_program {
+namespace next_steps_requests {
 
 class IndexFile {
  public:
@@ -16,9 +17,9 @@ class IndexFile {
 
   // Returns the index, and reads the file again first if it was replaced, which only a regular
   // file can be: others may make the reader wait. If that fails, the index that was read last
-  // stays in use, and a warning goes to standard error. The reference is valid until the next
+  // stays in use, and a warning goes to the log. The reference is valid until the next
   // call. Throws std::bad_alloc.
-  const vantrex::models::Repository& current();
+  const models::Repository& current();
 
  private:
   // What changes with the file: inode, size, and the seconds and nanoseconds of the last
@@ -29,7 +30,7 @@ class IndexFile {
 
   std::string file_;
   State seen_;  // before the file was read last
-  vantrex::models::InMemoryRepository index_;
+  models::InMemoryRepository index_;
 };
 
-}  // namespace next_steps_program
+}  // namespace next_steps_requests
