@@ -71,10 +71,7 @@ Command add_suggest(CLI::App& program) {
                    "The answer, an object; standard input if FILE is -, {} if it is missing")
       ->type_name("");
   parser->add_flag("--pretty", options->pretty, "Indent the finished answer");
-  parser->footer(
-      "--serves and --arguments do not change the step: a miss always offers its own.\n"
-      "Universal Ctags makes the index:\n  " +
-      std::string(requests::kCtagsCommand));
+  parser->footer("Universal Ctags makes the index:\n  " + std::string(requests::kCtagsCommand));
   parser->callback([options] {
     if (options->index == "-" && options->file == "-") {
       throw CLI::ValidationError("--index", "the index and the answer cannot both be standard input");
