@@ -64,8 +64,13 @@ Miss long_in_index(const std::string& text) {
 Miss almost_part(const std::string& text) {
   return {text + "!", index_of({"!" + text + text})};
 }
+// The wanted name is a part of the other up to its first letter.
+Miss almost_tail(const std::string& text) {
+  return {"!" + text, index_of({text + text + "!"})};
+}
+// A few edits lead from one to the other.
 Miss alike(const std::string& text) {
-  return {text + "!", index_of({text + "?", "?" + text, "!" + text + "!!"})};
+  return {text + "!", index_of({"?" + text})};
 }
 
 template <auto nearest, Miss (*miss_of)(const std::string&)>
@@ -169,15 +174,16 @@ constexpr std::array kCalls = {
     Call{Kind::name, "nearest_symbols of a long name", look_up<workers::nearest_symbols, long_wanted>},
     Call{Kind::name, "nearest_symbols in long names", look_up<workers::nearest_symbols, long_in_index>},
     Call{Kind::name, "nearest_symbols of almost a part", look_up<workers::nearest_symbols, almost_part>},
+    Call{Kind::name, "nearest_symbols of almost a tail", look_up<workers::nearest_symbols, almost_tail>},
     Call{Kind::name, "nearest_symbols of a name alike", look_up<workers::nearest_symbols, alike>},
     Call{Kind::name, "nearest_paths of a long path", look_up<workers::nearest_paths, long_wanted>},
     Call{Kind::name, "nearest_paths in long paths", look_up<workers::nearest_paths, long_in_index>},
-    Call{Kind::name, "nearest_paths of almost a part", look_up<workers::nearest_paths, almost_part>},
     Call{Kind::name, "nearest_paths of a path alike", look_up<workers::nearest_paths, alike>},
     Call{Kind::name, "reply_to, a long name wanted", suggest<long_wanted>},
     Call{Kind::name, "reply_to, long names in the index", suggest<long_in_index>},
     Call{Kind::name, "code_index, a long name wanted", serve<long_wanted>},
     Call{Kind::name, "code_index, almost a part wanted", serve<almost_part>},
+    Call{Kind::name, "code_index, almost a tail wanted", serve<almost_tail>},
 
     Call{Kind::index, "read_ctags_index",
          [](const std::string& lines) -> Work {
