@@ -13,10 +13,7 @@
 #include "vantrex/adapters/nlohmann_json.h"
 #include "vantrex/logging/logger.h"
 #include "vantrex/models/repository.h"
-#include "vantrex/tool_handlers/freshness.h"
 #include "vantrex/tool_handlers/next_steps.h"
-#include "vantrex/tool_handlers/next_steps/explanation.h"
-#include "vantrex/tool_handlers/tool_result.h"
 
 namespace logging = vantrex::logging;
 namespace models = vantrex::models;

@@ -23,12 +23,13 @@ struct BatchOptions {
   std::string file;
   std::string index;
   ServesOption serves;
+  bool lossy = false;
 };
 
 ExitStatus batch(const BatchOptions& options) {
   std::optional<IndexFile> index;
   if (!options.index.empty()) index.emplace(options.index);
-  const BatchContext context{options.serves.set(), index ? &*index : nullptr};
+  const BatchContext context{options.serves.set(), index ? &*index : nullptr, options.lossy};
   Output output;
   Input input(options.file, "requests, one per line,");
   LineReader lines(input, [&output] { output.flush(); });
@@ -61,6 +62,8 @@ Command add_batch(CLI::App& program) {
       ->check([](const std::string& file) { return file.empty() || file == "-" ? "must be a file" : ""; })
       ->type_name("INDEX");
   options->serves.add_to(*parser);
+  parser->add_flag("--lossy", options->lossy,
+                   "Replace ill-formed UTF-8 and lone surrogates, as \"lossy\": true does");
   parser->footer(
       "A request is one of these JSON objects:\n"
       "  {\"response\": object, \"tool\": string, \"action\"?: string}\n"
@@ -68,8 +71,9 @@ Command add_batch(CLI::App& program) {
       "  {\"suggest\": \"symbol\" or \"path\", \"wanted\": string, \"action\"?: string, \"response\"?: "
       "object}\n"
       "      asks for what suggest prints, from the index\n"
-      "Each may also have \"arguments\": object, \"freshness\": object and\n"
-      "\"serves\": [\"symbol:detail\", ...].\n"
+      "Each may also have \"arguments\": object, \"freshness\": object,\n"
+      "\"serves\": [\"symbol:detail\", ...] and \"lossy\": true, which replaces ill-formed UTF-8 and\n"
+      "lone surrogates by U+FFFD; otherwise they are errors.\n"
       "Each line is answered by one line before the next one is read. A line that is not a\n"
       "request, such as an empty one, is answered by {\"error\": {\"line\", \"column\", \"message\"}}.\n"
       "A request with an \"id\", any value, is answered by {\"id\", \"answer\"} or {\"id\", \"error\"}.\n"

@@ -39,10 +39,21 @@ module::ServedTools served_tools(const JsonList& names, const Members& members) 
   return served;
 }
 
+constexpr std::string_view kWhat = "a request";
+
+// Reads the line strictly; with replacements if its encoding is wrong and the request is lossy.
+ObjectReading read_request(std::string_view line, const BatchContext& context) {
+  ObjectReading strict = read_members(line, kWhat);
+  if (!strict.error || !strict.error->concerns_encoding()) return strict;
+  ObjectReading lossy = read_members(line, kWhat, Encoding::lossy);
+  const bool is_lossy = lossy.object["lossy"].boolean().value_or(context.lossy);
+  return is_lossy ? std::move(lossy) : std::move(strict);
+}
+
 // Rejects members that are neither common to all requests nor among `own`.
 void reject_others(const Members& members, const std::array<std::string_view, 2>& own) {
-  const std::array<std::string_view, 8> known = {"id",        "response", "action", "arguments",
-                                                 "freshness", "serves",   own[0],   own[1]};
+  const std::array<std::string_view, 9> known = {"id",     "response", "action", "arguments", "freshness",
+                                                 "serves", "lossy",    own[0],   own[1]};
   members.reject_others(known);
 }
 
@@ -62,6 +73,7 @@ Request common_request(Members& members, const BatchContext& context) {
   if (JsonValue* freshness = members.optional("freshness", Kind::object, "an object or null")) {
     request.freshness = std::move(*freshness);
   }
+  members.optional("lossy", Kind::boolean, "a boolean or null");  // read_request() has followed it
   if (const JsonValue* serves = members.optional("serves", Kind::list, "a list or null")) {
     request.own_serves = served_tools(*serves->list(), members);
   }
@@ -118,10 +130,10 @@ JsonObject enveloped(std::optional<JsonValue> id, std::string_view name, JsonObj
 }  // namespace
 
 BatchReply reply_to(std::string_view line, std::size_t line_number, const BatchContext& context) {
-  std::optional<JsonValue> id;
+  ObjectReading reading = read_request(line, context);
+  std::optional<JsonValue> id = reading.object.remove("id");
   try {
-    Members members(line, "a request");
-    id = members.take("id");
+    Members members(line, kWhat, std::move(reading));
     JsonObject answer = members.has("suggest") ? suggest(members, context) : finish(members, context);
     if (id) answer = enveloped(std::move(id), "answer", std::move(answer));
     return {vantrex::tool_handlers::tool_result_text(answer), std::nullopt};

@@ -16,6 +16,7 @@ namespace next_steps_program {
 struct BatchContext {
   const vantrex::tool_handlers::next_steps::ServedTools* serves;  // null without --serves
   IndexFile* index;                                               // null without --index
+  bool lossy;                                                     // for requests that do not say
 };
 
 struct BatchReply {
@@ -31,10 +32,11 @@ struct BatchReply {
 //   {"suggest": "symbol" | "path", "wanted": string, "action"?: string, "response"?: object}
 //       asks for the finished answer to a miss, from the index.
 // Each may have "arguments" and "freshness", which are objects, "serves", which is a list
-// of strings such as "symbol:detail", and "id", which is any value. An optional member may
-// be null.
+// of strings such as "symbol:detail", "lossy", which is a boolean, and "id", which is any
+// value. An optional member may be null.
 //
-// A line that cannot be read as JSON has no id.
+// "lossy": true replaces ill-formed UTF-8 and lone surrogates by U+FFFD; otherwise they are
+// errors. Of a line that cannot be read as JSON, the id is known if it ends before the error.
 //
 // The reply is the answer, or {"error": {"line", "column", "message"}}. If the request has
 // an id, the reply is {"id", "answer"} or {"id", "error"}.

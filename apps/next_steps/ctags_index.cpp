@@ -8,7 +8,6 @@
 #include <vector>
 
 #include "next_steps/failures.h"
-#include "next_steps/input.h"
 #include "next_steps/members.h"
 #include "vantrex/models/first_positions.h"
 
@@ -100,8 +99,7 @@ class IndexFiller {
 
 }  // namespace
 
-InMemoryRepository read_ctags_index(const std::string& file) {
-  Input input(file, "an index");
+InMemoryRepository read_ctags_index(Input& input) {
   LineReader lines(input, [] {});
   IndexFiller filler;
   while (const auto line = lines.next()) {
@@ -114,6 +112,11 @@ InMemoryRepository read_ctags_index(const std::string& file) {
   }
   if (filler.empty()) throw InputRejected(input.name(), "the index holds no symbols" + how_to_make_one());
   return std::move(filler).take();
+}
+
+InMemoryRepository read_ctags_index(const std::string& file) {
+  Input input(file, "an index");
+  return read_ctags_index(input);
 }
 
 }  // namespace next_steps_program

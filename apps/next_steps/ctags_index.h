@@ -9,6 +9,7 @@
 
 #include <string>
 
+#include "next_steps/input.h"
 #include "vantrex/models/repository.h"
 
 namespace next_steps_program {
@@ -16,10 +17,11 @@ namespace next_steps_program {
 // The command that makes such an index, for help and messages.
 inline constexpr const char* kCtagsCommand = "ctags --output-format=json --fields=+nl -R -f - . >INDEX";
 
-// Reads the index in `file`, or standard input for "-". Each tag becomes a symbol; each path
-// is added once. A symbol's fqn is its scope and its name, joined as in its language.
-// Throws InputRejected for the first invalid line and for an index without symbols,
-// IoFailed and std::bad_alloc.
+// Reads an index. Each tag becomes a symbol; each path is added once. A symbol's fqn is its
+// scope and its name, joined as in its language. Throws InputRejected for the first invalid
+// line and for an index without symbols, IoFailed and std::bad_alloc.
+vantrex::models::InMemoryRepository read_ctags_index(Input& input);
+// The same for the index in `file`, or standard input for "-".
 vantrex::models::InMemoryRepository read_ctags_index(const std::string& file);
 
 }  // namespace next_steps_program

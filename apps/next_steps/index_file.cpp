@@ -19,7 +19,8 @@ const vantrex::models::Repository& IndexFile::current() {
   if (now == seen_) return index_;
   seen_ = now;
   try {
-    index_ = read_ctags_index(file_);
+    Input input(RegularFile{file_});
+    index_ = read_ctags_index(input);
   } catch (const std::bad_alloc&) {
     throw;
   } catch (const std::exception& error) {
@@ -30,7 +31,7 @@ const vantrex::models::Repository& IndexFile::current() {
 
 IndexFile::State IndexFile::state_of(const std::string& file) {
   struct stat found = {};
-  if (::stat(file.c_str(), &found) != 0) return {};
+  if (::stat(file.c_str(), &found) != 0 || !S_ISREG(found.st_mode)) return {};
   return {static_cast<std::int64_t>(found.st_ino), found.st_size, found.st_ctim.tv_sec,
           found.st_ctim.tv_nsec};
 }

@@ -11,17 +11,18 @@ namespace next_steps_program {
 
 class IndexFile {
  public:
-  // Reads the index. Throws like read_ctags_index.
+  // Reads the index; `file` may be a pipe. Throws like read_ctags_index.
   explicit IndexFile(std::string file);
 
-  // Returns the index, and reads the file again first if it was replaced. If that fails, the
-  // index that was read last stays in use, and a warning goes to standard error. The
-  // reference is valid until the next call. Throws std::bad_alloc.
+  // Returns the index, and reads the file again first if it was replaced, which only a regular
+  // file can be: others may make the reader wait. If that fails, the index that was read last
+  // stays in use, and a warning goes to standard error. The reference is valid until the next
+  // call. Throws std::bad_alloc.
   const vantrex::models::Repository& current();
 
  private:
   // What changes with the file: inode, size, and the seconds and nanoseconds of the last
-  // change of its contents or its attributes. All are 0 when there is no file.
+  // change of its contents or its attributes. All are 0 when there is no regular file.
   using State = std::array<std::int64_t, 4>;
 
   static State state_of(const std::string& file);

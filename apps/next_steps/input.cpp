@@ -6,13 +6,29 @@
 #include <iostream>
 #include <unistd.h>
 
+#include <sys/stat.h>
+
 #include "next_steps/failures.h"
+#include "next_steps/repeatable.h"
 
 namespace next_steps_program {
 
 namespace {
+
 constexpr std::size_t kReadSize = std::size_t{64} * 1024;
+
+// Opens a file. Its descriptor is never that of a standard stream, not even of one that is closed.
+int opened(const std::string& file, int flags) {
+  const int descriptor = ::open(file.c_str(), O_RDONLY | O_CLOEXEC | flags);  // NOLINT(*-vararg)
+  if (descriptor < 0) throw IoFailed(file);
+  if (descriptor > STDERR_FILENO) return descriptor;
+  const int moved = ::fcntl(descriptor, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);  // NOLINT(*-vararg)
+  if (moved < 0) throw IoFailed(file);
+  ::close(descriptor);
+  return moved;
 }
+
+}  // namespace
 
 Input::Input(const std::string& file, std::string_view awaited) : name_(file) {
   if (file.empty() || file == "-") {
@@ -22,8 +38,13 @@ Input::Input(const std::string& file, std::string_view awaited) : name_(file) {
     }
     return;
   }
-  descriptor_ = ::open(file.c_str(), O_RDONLY | O_CLOEXEC);  // NOLINT(*-vararg)
-  if (descriptor_ < 0) throw IoFailed(name_);
+  descriptor_ = opened(file, 0);
+}
+
+Input::Input(const RegularFile& file) : Input(file.name, opened(file.name, O_NONBLOCK)) {
+  struct stat found = {};
+  if (::fstat(descriptor_, &found) != 0) throw IoFailed(name_);
+  if (!S_ISREG(found.st_mode)) throw InputRejected(name_, "must be a regular file");
 }
 
 Input::~Input() {
@@ -36,7 +57,7 @@ bool Input::read_some(std::string& buffer) {
   ssize_t count = 0;
   do {
     count = ::read(descriptor_, buffer.data() + size, kReadSize);
-  } while (count < 0 && errno == EINTR);
+  } while (count < 0 && can_repeat(descriptor_, POLLIN));
   if (count < 0) throw IoFailed(name_);
   buffer.resize(size + static_cast<std::size_t>(count));
   return count > 0;

@@ -13,11 +13,19 @@
 
 namespace next_steps_program {
 
+// The name of a file that must not be a pipe, a terminal or a device.
+struct RegularFile {
+  std::string name;
+};
+
 class Input {
  public:
   // Opens `file`; "-" and "" are standard input. If that is a terminal, a message on
   // standard error says that `awaited` is expected. Throws IoFailed.
   Input(const std::string& file, std::string_view awaited);
+  // Opens a file that must be a regular one, so that nothing is ever waited for. Throws InputRejected and
+  // IoFailed.
+  explicit Input(const RegularFile& file);
   Input(const Input&) = delete;
   Input& operator=(const Input&) = delete;
   ~Input();
@@ -25,13 +33,15 @@ class Input {
   // The name for messages: the file as given, or "<stdin>".
   const std::string& name() const noexcept { return name_; }
 
-  // Blocks until there are bytes, and appends them to `buffer`. Returns false at the end of
+  // Waits until there are bytes, and appends them to `buffer`. Returns false at the end of
   // the input. Throws IoFailed and std::bad_alloc.
   bool read_some(std::string& buffer);
   // Reads up to the end of the input. Throws like read_some.
   std::string read_all();
 
  private:
+  Input(std::string name, int descriptor) : name_(std::move(name)), descriptor_(descriptor) {}
+
   std::string name_;
   int descriptor_ = 0;  // standard input, unless a file was opened
 };

@@ -53,11 +53,17 @@ constexpr unsigned kFlags = rapidjson::kParseInsituFlag | rapidjson::kParseItera
 // Builds the value from the parser's events. Uses no recursion.
 class TreeBuilder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, TreeBuilder> {
  public:
-  TreeBuilder(std::string_view text, std::vector<MemberOffset>* members)
-      : text_(text), copy_(text), stream_(copy_.data()), members_(members) {}
+  // `members`, which may be null, receives the fields of the outermost object.
+  TreeBuilder(std::string_view text, Encoding encoding, std::vector<MemberOffset>* members)
+      : text_(text), copy_(text), stream_(copy_.data()), encoding_(encoding), members_(members) {
+    if (encoding == Encoding::lossy) replace_lone_surrogates(copy_);
+  }
 
   // Throws JsonError and std::bad_alloc.
   JsonValue build();
+
+  // After a failure of build(): the fields of the outermost object that end before the error.
+  JsonObject unfinished() &&;
 
   // The parser's events. During an event the stream is at the first byte of its token.
   bool Null() { return add(nullptr); }
@@ -93,7 +99,7 @@ class TreeBuilder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, TreeB
   // Returns the text of the current token.
   Text text(std::string_view unescaped) {
     try {
-      return {unescaped};
+      return encoding_ == Encoding::strict ? Text(unescaped) : Text::lossy(unescaped);
     } catch (const values::InvalidUtf8&) {
       reject(text_.size(), "");  // a fault of the encoding comes first
     } catch (const std::length_error& error) {
@@ -138,8 +144,8 @@ class TreeBuilder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, TreeB
   }
 
   [[noreturn]] void reject(const TextFault& parsed) const {
-    const TextFault fault = first_fault(text_, parsed, true);
-    throw JsonError(place_of(text_, fault.offset), std::string(fault.message));
+    const TextFault fault = first_fault(text_, parsed, encoding_ == Encoding::strict);
+    throw JsonError(place_of(text_, fault.offset), std::string(fault.message), fault.concerns_encoding);
   }
   [[noreturn]] void reject(std::size_t offset, std::string_view message) const {
     reject(TextFault{offset, message, false});
@@ -156,9 +162,11 @@ class TreeBuilder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, TreeB
   std::string_view text_;
   std::string copy_;  // the parser unescapes its strings in place
   Stream stream_;
+  Encoding encoding_;
   std::vector<MemberOffset>* members_;
   std::vector<Open> open_;
   JsonValue root_;
+  bool is_cut_ = false;  // the field that was read last may go on: neither a comma nor a brace follows it
 };
 
 }  // namespace
@@ -181,12 +189,29 @@ JsonValue TreeBuilder::build() {
   Reader reader;
   try {
     const rapidjson::ParseResult result = reader.Parse<kFlags>(stream_, *this);
+    is_cut_ = result.Code() == rapidjson::kParseErrorObjectMissCommaOrCurlyBracket;
     if (result.IsError()) reject_token(result.Code(), result.Offset());
   } catch (const std::length_error& error) {  // of a list or an object
     reject(stream_.Tell(), error.what());
   }
   if (stream_.Tell() < text_.size()) reject(stream_.Tell(), "NUL byte");  // where the parser ends
   return std::move(root_);
+}
+
+JsonObject TreeBuilder::unfinished() && {
+  JsonObject* object = (open_.empty() ? root_ : open_.front().container).object();
+  if (object == nullptr) return {};
+  if (is_cut_ && open_.size() == 1) object->remove(open_.front().key.view());
+  return std::move(*object);
+}
+
+// Returns the object that `value`, read from `text`, must be.
+JsonObject object_of(JsonValue value, std::string_view text, std::string_view what) {
+  if (JsonObject* object = value.object()) return std::move(*object);
+  std::string message(what);
+  message += " must be an object, not ";
+  message += kind_name(value);
+  throw JsonError(place_of(text, text.find_first_not_of(" \t\n\r")), message);
 }
 
 }  // namespace
@@ -198,18 +223,24 @@ Place place_of(std::string_view text, std::size_t offset) {
           .column = offset - line_start + 1};
 }
 
-JsonValue read_json(std::string_view text, std::vector<MemberOffset>* members) {
-  return TreeBuilder(text, members).build();
+JsonValue read_json(std::string_view text) {
+  return TreeBuilder(text, Encoding::strict, nullptr).build();
 }
 
-JsonObject read_json_object(std::string_view text, std::string_view what,
-                            std::vector<MemberOffset>* members) {
-  JsonValue value = read_json(text, members);
-  if (JsonObject* object = value.object()) return std::move(*object);
-  std::string message(what);
-  message += " must be an object, not ";
-  message += kind_name(value);
-  throw JsonError(place_of(text, text.find_first_not_of(" \t\n\r")), message);
+JsonObject read_json_object(std::string_view text, std::string_view what) {
+  return object_of(read_json(text), text, what);
+}
+
+ObjectReading read_members(std::string_view text, std::string_view what, Encoding encoding) {
+  ObjectReading reading;
+  TreeBuilder builder(text, encoding, &reading.offsets);
+  try {
+    reading.object = object_of(builder.build(), text, what);
+  } catch (const JsonError& error) {
+    reading.error = error;
+    reading.object = std::move(builder).unfinished();
+  }
+  return reading;
 }
 
 std::string_view kind_name(const JsonValue& value) {

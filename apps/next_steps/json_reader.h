@@ -10,6 +10,8 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -33,13 +35,30 @@ Place place_of(std::string_view text, std::size_t offset);
 // An error in a text, with the place of the first byte or token that is wrong.
 class JsonError : public std::runtime_error {
  public:
-  JsonError(Place place, const std::string& message) : std::runtime_error(message), place_(place) {}
+  JsonError(Place place, const std::string& message, bool concerns_encoding = false)
+      : std::runtime_error(message), place_(place), concerns_encoding_(concerns_encoding) {}
 
   Place place() const noexcept { return place_; }
+  // Whether it is ill-formed UTF-8 or a lone surrogate.
+  bool concerns_encoding() const noexcept { return concerns_encoding_; }
 
  private:
   Place place_;
+  bool concerns_encoding_;
 };
+
+// What becomes of ill-formed UTF-8 and of lone surrogates in texts.
+enum class Encoding : std::uint8_t {
+  strict,  // they are errors
+  lossy,   // each maximal ill-formed piece and each lone surrogate is read as U+FFFD
+};
+
+// Returns the value that `text` holds. Throws JsonError and std::bad_alloc.
+values::JsonValue read_json(std::string_view text);
+
+// The same for a text that must hold an object. `what` names the object in the error, for
+// example "an answer".
+values::JsonObject read_json_object(std::string_view text, std::string_view what);
 
 // A field of the outermost object, and the offset of its key in the text.
 struct MemberOffset {
@@ -47,15 +66,16 @@ struct MemberOffset {
   std::size_t offset;
 };
 
-// Returns the value that `text` holds. If the value is an object and `members` is not null,
-// appends the object's fields to `members`, in the order of the text and with repetitions.
-// Throws JsonError and std::bad_alloc.
-values::JsonValue read_json(std::string_view text, std::vector<MemberOffset>* members = nullptr);
+// A text that should hold an object, as far as it could be read.
+struct ObjectReading {
+  values::JsonObject object;          // after an error, the fields that end before it
+  std::vector<MemberOffset> offsets;  // of all fields, in the order of the text and with repetitions
+  std::optional<JsonError> error;
+};
 
-// The same for a text that must hold an object. `what` names the object in the error, for
-// example "an answer".
-values::JsonObject read_json_object(std::string_view text, std::string_view what,
-                                    std::vector<MemberOffset>* members = nullptr);
+// Reads an object like read_json_object, with the places of its fields. Throws std::bad_alloc.
+ObjectReading read_members(std::string_view text, std::string_view what,
+                           Encoding encoding = Encoding::strict);
 
 // The kind of `value` for a message: "an object", "null", "a string".
 std::string_view kind_name(const values::JsonValue& value);

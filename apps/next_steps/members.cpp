@@ -18,8 +18,13 @@ std::string quoted(std::string_view key) {
 
 }  // namespace
 
+Members::Members(std::string_view line, std::string_view what, ObjectReading reading)
+    : line_(line), what_(what), read_(std::move(reading)) {
+  if (read_.error) throw JsonError(*read_.error);
+}
+
 void Members::reject_others(std::span<const std::string_view> known) const {
-  for (const MemberOffset& member : offsets_) {
+  for (const MemberOffset& member : read_.offsets) {
     const std::string_view key = member.key.view();
     if (std::find(known.begin(), known.end(), key) == known.end()) {
       reject_at(member.offset, quoted(key) + " is no member of " + std::string(what_));
@@ -28,7 +33,7 @@ void Members::reject_others(std::span<const std::string_view> known) const {
 }
 
 JsonValue& Members::required(std::string_view key, Kind kind, std::string_view expected) {
-  JsonValue* value = object_.find_mutable(key);
+  JsonValue* value = read_.object.find_mutable(key);
   if (value == nullptr) reject_at(line_.find('{'), quoted(key) + " is missing");
   if (value->kind() != kind) {
     reject(key, "must be " + std::string(expected) + ", not " + std::string(kind_name(*value)));
@@ -37,12 +42,12 @@ JsonValue& Members::required(std::string_view key, Kind kind, std::string_view e
 }
 
 JsonValue* Members::optional(std::string_view key, Kind kind, std::string_view expected) {
-  return std::as_const(object_)[key].is_null() ? nullptr : &required(key, kind, expected);
+  return std::as_const(read_.object)[key].is_null() ? nullptr : &required(key, kind, expected);
 }
 
 void Members::reject(std::string_view key, std::string_view message) const {
   const auto is_it = [&](const MemberOffset& member) { return member.key.view() == key; };
-  const std::size_t offset = std::find_if(offsets_.rbegin(), offsets_.rend(), is_it)->offset;
+  const std::size_t offset = std::find_if(read_.offsets.rbegin(), read_.offsets.rend(), is_it)->offset;
   reject_at(offset, quoted(key) + " " + std::string(message));
 }
 

@@ -1,11 +1,9 @@
 // The members of a line that must be a JSON object, with checks that report the place.
 #pragma once
 
-#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "next_steps/json_reader.h"
 
@@ -15,17 +13,15 @@ namespace next_steps_program {
 // JsonError, with the place in the line, and std::bad_alloc.
 class Members {
  public:
-  // `what` names the object in messages: "a request".
-  Members(std::string_view line, std::string_view what)
-      : line_(line), what_(what), object_(read_json_object(line, what, &offsets_)) {}
+  // Reads the line. `what` names the object in messages: "a request".
+  Members(std::string_view line, std::string_view what) : Members(line, what, read_members(line, what)) {}
+  // The members that were read from the line, unless reading them failed.
+  Members(std::string_view line, std::string_view what, ObjectReading reading);
 
   // Throws if there is a member that is not in `known`.
   void reject_others(std::span<const std::string_view> known) const;
 
-  bool has(std::string_view key) const noexcept { return object_.contains(key); }
-
-  // Removes and returns the member `key`, or nothing if there is none.
-  std::optional<values::JsonValue> take(std::string_view key) noexcept { return object_.remove(key); }
+  bool has(std::string_view key) const noexcept { return read_.object.contains(key); }
 
   // Returns the required member `key`, which must be of `kind`. `expected` names the kind in
   // the message: "an object".
@@ -42,8 +38,7 @@ class Members {
 
   std::string_view line_;
   std::string_view what_;
-  std::vector<MemberOffset> offsets_;
-  values::JsonObject object_;
+  ObjectReading read_;
 };
 
 }  // namespace next_steps_program

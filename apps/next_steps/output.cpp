@@ -1,12 +1,12 @@
 #include "next_steps/output.h"
 
-#include <cerrno>
 #include <cstddef>
 #include <unistd.h>
 #include <utility>
 
 #include "next_steps/failures.h"
 #include "next_steps/pretty_text.h"
+#include "next_steps/repeatable.h"
 #include "vantrex/tool_handlers/tool_result.h"
 
 namespace next_steps_program {
@@ -21,7 +21,7 @@ void Output::flush() {
   std::string_view rest = waiting_;
   while (!rest.empty()) {
     const ssize_t count = ::write(STDOUT_FILENO, rest.data(), rest.size());
-    if (count < 0 && errno != EINTR) throw IoFailed("standard output");
+    if (count < 0 && !can_repeat(STDOUT_FILENO, POLLOUT)) throw IoFailed("standard output");
     if (count > 0) rest.remove_prefix(static_cast<std::size_t>(count));
   }
   waiting_.clear();

@@ -10,7 +10,6 @@
 #include <vector>
 
 #include "tool_list.h"
-#include "vantrex/tool_handlers/freshness.h"
 #include "vantrex/tool_handlers/next_steps.h"
 #include "vantrex/workers/name_lookup.h"
 

@@ -59,6 +59,7 @@ next-steps suggest symbol x --index - - |  | 2 |  | --index: the index and the a
 next-steps finish --tool x --action= /no/such/file |  | 3 |  | /no/such/file: No such file or directory\n
 next-steps batch / |  | 3 |  | /: Is a directory\n
 next-steps finish --tool x <&- |  | 3 |  | <stdin>: Bad file descriptor\n
+next-steps batch --index examples/index/models.json <&- |  | 3 |  | <stdin>: Bad file descriptor\n
 next-steps finish --tool x >/dev/full | {} | 3 |  | standard output: No space left on device\n
 yes '{"response":{},"tool":"x"}'|next-steps batch|true; exit ${PIPESTATUS[1]} |  | 141 |  | 
 )")) {
@@ -102,6 +103,9 @@ TEST(Program, HandlesDepthAndSizeOnASmallStack) {
             "100000009\n");
   EXPECT_EQ(run("next-steps finish --tool x", R"({"a":)" + std::string(1'000'000, '7') + "}").err,
             "<stdin>:1:6: Number too big to be stored in double.\n");
+  if (NEXT_STEPS_SANITIZED) return;  // the sanitizers need more memory than the limit
+  const Ran ran = run("ulimit -v 60000\nnext-steps finish --tool x </dev/zero");
+  EXPECT_EQ(ran.err + std::to_string(ran.status), "next-steps: out of memory\n3");
 }
 
 }  // namespace

@@ -19,7 +19,7 @@ compile() {
 # Compiles a function with the statement $1. Prints the lines that report errors.
 errors() {
   compile -include "$work/all.h" -fsyntax-only -x c++ - <<<"void f(JsonObject& object, Point& point) { $1; (void)point; }" |
-    grep 'error:'
+    grep ' error: '
 }
 
 compile -x c++-header -o "$work/all.h.gch" "$work/all.h"
@@ -36,6 +36,9 @@ object.set("k", std::map<std::string, Point>())|map<.*Point.* deleted|deleted .*
 JsonList::of(std::optional(point))|optional<Point.* deleted|deleted .*optional<Point
 object.set("k", &point)|Point ?\*.* deleted|deleted .*Point ?\*
 object.set("\xFF", 1)|not a constant expression
+object.set(nullptr, 1)|deleted
+Text(nullptr)|deleted
+object["k"] == std::vector<int>()|deleted (operator|function .*operator==)
 object[nullptr]|deleted .*operator
 JsonValue("k").string()|deleted .*string
 JsonValue(object).object()|deleted .*object

@@ -30,12 +30,6 @@ TEST(Step, KeepsItsArgumentsAsTheyAre) {
             "{\"tool\":\"\uFFFD\",\"args\":{\"z\":null,\"a\":\"b\"},\"reason\":\"a\uFFFD\"}");
 }
 
-Candidates candidates_of(const JsonList& steps, Source source) {
-  Candidates candidates;
-  for (const JsonValue& each : steps) candidates.push_back({each, source});
-  return candidates;
-}
-
 TEST(Deduplicated, KeepsTheFirstStepOfEachCall) {
   for (const auto& row : tests::table(R"(
 # steps | the reasons of the kept steps
@@ -50,7 +44,7 @@ TEST(Deduplicated, KeepsTheFirstStepOfEachCall) {
 )")) {
     std::string kept;
     const JsonValue steps = tests::parse(row.at(0));
-    for (const JsonValue& each : kept_steps(_deduplicated(candidates_of(*steps.list(), Source::usual)))) {
+    for (const JsonValue& each : _deduplicated(*steps.list())) {
       if (each.object() == nullptr) continue;
       kept += (kept.empty() ? "" : " ") + (*each.object())["reason"].integer()->digits();
     }
@@ -58,7 +52,7 @@ TEST(Deduplicated, KeepsTheFirstStepOfEachCall) {
   }
   const JsonValue foreign = values::ForeignValue::of(7, "x");
   const JsonList steps = JsonList::of(step("a", "", {{"p", foreign}}), step("a", "", {{"p", "x"}}));
-  EXPECT_EQ(kept_steps(_deduplicated(candidates_of(steps, Source::usual))).size(), 1U);
+  EXPECT_EQ(_deduplicated(steps).size(), 1U);
 }
 
 // A step for each letter. Equal letters make equal calls; capital letters are not served.
@@ -78,21 +72,22 @@ abXab |  |  | kkkkk | 1
  |  | ab | kk | 1
  | abcd | e | kkkcc | 3
 )")) {
-    Candidates candidates = candidates_of(steps_of(row.at(0)), Source::own);
-    for (const auto& [letters, source] :
-         {std::pair(row.at(1), Source::signal), std::pair(row.at(2), Source::usual)}) {
-      for (Candidate& each : candidates_of(steps_of(letters), source)) candidates.push_back(std::move(each));
-    }
+    Candidates candidates{steps_of(row.at(0) + row.at(1) + row.at(2)), row.at(1).size()};
+    if (!row.at(0).empty()) candidates.giver = Giver::tool;
     const ServedTools serves = {{"a"}, {"b"}, {"c"}, {"d"}, {"e"}};
-    const Keep keep = choose_steps(candidates, &serves);
+    Decisions decisions;
+    const Choice choice = choose_steps(candidates, &serves, &decisions);
+    EXPECT_EQ(choose_steps(candidates, &serves).steps, choice.steps);
     std::string verdicts;
-    for (const Candidate& each : candidates) {
-      const bool is_repeat = each.verdict == Verdict::repeat;
-      verdicts +=
-          is_repeat ? std::to_string(each.repeated) : std::string(1, "kn.cr"[static_cast<int>(each.verdict)]);
+    JsonList kept;
+    for (const auto& [verdict, repeated] : decisions) {
+      if (verdict == Verdict::kept) kept.push_back(candidates.steps[verdicts.size()]);
+      verdicts += verdict == Verdict::repeat ? std::to_string(repeated)
+                                             : std::string(1, "kn.c"[static_cast<int>(verdict)]);
     }
+    EXPECT_EQ(choice.steps, kept);
     EXPECT_EQ(verdicts, row.at(3)) << row.at(0) << "," << row.at(1) << "," << row.at(2);
-    EXPECT_EQ(std::to_string(keep.steps), row.at(4));
+    EXPECT_EQ(std::to_string(choice.keep.steps), row.at(4));
   }
 }
 

@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <functional>
 #include <iterator>
+#include <locale>
 #include <ranges>
 #include <sstream>
 #include <string>
@@ -87,10 +88,15 @@ TEST(Containers, WorkWithAlgorithmsAndStreams) {
   static_assert(std::ranges::contiguous_range<JsonList> && std::ranges::contiguous_range<JsonObject>);
   JsonList list;
   std::ranges::copy(std::vector<int>{3, 1, 2}, std::back_inserter(list));
-  const JsonObject object = {{"a", list}, {"b", list.back()}};
+  const JsonObject object = {{"a", list}, {"b", 1234.5}, {"c", Integer(1234)}};
+  struct Separators : std::numpunct<char> {
+    char do_decimal_point() const override { return ','; }
+    std::string do_grouping() const override { return "\1"; }
+  };
   std::ostringstream out;
+  out.imbue(std::locale(out.getloc(), new Separators));
   out << list << object << *std::ranges::find(object, Text("b"), &JsonField::key);
-  EXPECT_EQ(out.str(), R"([3,1,2]{"a":[3,1,2],"b":2}"b":2)");
+  EXPECT_EQ(out.str(), R"([3,1,2]{"a":[3,1,2],"b":1234.5,"c":1234}"b":1234.5)");
 }
 
 TEST(Containers, FollowPaths) {

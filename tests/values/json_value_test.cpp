@@ -100,10 +100,27 @@ TEST(JsonValue, ConvertsFromTypesWithAJsonForm) {
   EXPECT_EQ(tests::allocations().live, before);
 }
 
+// Compares each of `values` with `other`, and with the value of `other`.
+template <typename T>
+void compare_unconverted(const JsonList& values, const T& other) {
+  const JsonValue converted(other);
+  std::size_t equal = 0;
+  for (const JsonValue& value : values) {
+    const std::size_t before = tests::allocations().taken;
+    const bool is_equal = value == other;
+    const bool is_consistent = is_equal == (other == value) && is_equal == (value == converted);
+    EXPECT_EQ(tests::allocations().taken, before) << converted;
+    EXPECT_TRUE(is_consistent) << value << " " << converted;
+    equal += is_equal ? 1 : 0;
+  }
+  EXPECT_GT(equal, 0U) << converted;
+}
+
 TEST(JsonValue, EqualsTheSameKindAndContent) {
   const double nan = std::numeric_limits<double>::quiet_NaN();
-  const JsonValue foreign = ForeignValue::of(1, "x");
-  EXPECT_TRUE(foreign == JsonValue(foreign) && foreign != ForeignValue::of(1, "x"));
+  constexpr auto kMax = std::numeric_limits<std::uint64_t>::max();
+  const ForeignValue foreign = ForeignValue::of(1, "x");
+  EXPECT_TRUE(foreign == JsonValue(foreign) && JsonValue(foreign) != ForeignValue::of(1, "x"));
   // Other values are equal exactly when their texts are.
   JsonValue parsed = parse(R"([
     null, true, 1, 1, 100000000000000000000, 100000000000000000000, 1.0, 10e-1, 0.0, -0.0, "", [], [], {}, {},
@@ -115,7 +132,23 @@ TEST(JsonValue, EqualsTheSameKindAndContent) {
     values.push_back(more);
   for (const JsonValue& a : values) {
     for (const JsonValue& b : values) EXPECT_EQ(a == b, compact_text(a) == compact_text(b)) << a << " " << b;
+    EXPECT_FALSE(a == std::string("more than 14 bytes\xFF"));
   }
+
+  for (const JsonValue& more : {JsonValue(kMax), {foreign}}) values.push_back(more);
+  compare_unconverted(values, nullptr);
+  compare_unconverted(values, true);
+  compare_unconverted(values, 1);
+  compare_unconverted(values, kMax);
+  compare_unconverted(values, Integer(kMax));
+  compare_unconverted(values, -0.0F);
+  compare_unconverted(values, nan);
+  compare_unconverted(values, "more than 14 bytes");
+  compare_unconverted(values, std::string("more than 14 bytes"));
+  compare_unconverted(values, Text("more than 14 bytes"));
+  compare_unconverted(values, foreign);
+  compare_unconverted(values, JsonList::of(JsonList(), JsonObject{{"a", JsonList::of(1)}}));
+  compare_unconverted(values, JsonObject{{"a", 1}, {"b", 2}});
 }
 
 TEST(ForeignValue, IsCarriedUnchanged) {

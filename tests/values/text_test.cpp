@@ -78,8 +78,11 @@ TEST(Text, ComparesBytes) {
   const Text texts[] = {"",  "letters a", "letters b", TextLiteral("literal over 14"), "text of over 14",
                         "é", "\uFFFF",    "\U00010000"};
   for (const Text& a : texts) {
-    for (const Text& b : texts)
+    for (const Text& b : texts) {
       EXPECT_TRUE((a <=> b) == (&a <=> &b) && (a == b) == (&a == &b)) << a.view() << " " << b.view();
+      EXPECT_TRUE((a <=> b.view()) == (a <=> b) && (b.view() == a) == (a == b)) << a.view();
+    }
+    EXPECT_FALSE(a == std::string("letters \xFF") || "letters \xFF" == a);
   }
   EXPECT_EQ(texts[3], Text("literal over 14"));
 }
@@ -96,6 +99,20 @@ TEST(TextArgument, TakesEveryKindOfString) {
   EXPECT_THROW(TextArgument(std::string("\xFF")).text(), InvalidUtf8);
   EXPECT_EQ(TextArgument(std::string("\xFF")).lossy_text(), Text("\uFFFD"));
   EXPECT_THROW(TextArgument(static_cast<const char*>(nullptr)), std::invalid_argument);
+
+  struct {
+    char whole[3];
+    char next[4];
+  } bounded = {{'a', 'b', 'c'}, "def"};
+  const char(&same)[3] = bounded.whole;
+  EXPECT_TRUE(Text(bounded.whole) == "abc" && Text("abc") == same);
+  EXPECT_TRUE(JsonValue(same) == "abc" && JsonValue("abc") == bounded.whole);
+  EXPECT_EQ(compact_text(JsonObject{{bounded.whole, same}}), R"({"abc":"abc"})");
+
+  const std::string_view huge("", std::size_t{1} << 32);  // is rejected unread
+  EXPECT_THROW(Text{huge}, std::length_error);
+  EXPECT_THROW(Text::lossy(huge), std::length_error);
+  EXPECT_THROW(TextArgument{huge}, std::length_error);
 }
 
 TEST(TextForms, AreMeasuredWithoutAllocating) {

@@ -7,7 +7,6 @@
 #include <cstddef>
 #include <optional>
 #include <ranges>
-#include <string>
 #include <string_view>
 #include <tuple>
 #include <type_traits>
@@ -25,10 +24,6 @@ class JsonValue;
 
 namespace detail {
 
-/// Converts to std::string_view.
-template <typename T>
-concept StringLike = std::convertible_to<const T&, std::string_view>;
-
 /// JsonValue, JsonList or JsonObject.
 template <typename T>
 concept OwnType = std::same_as<T, JsonValue> || std::same_as<T, JsonList> || std::same_as<T, JsonObject>;
@@ -38,6 +33,10 @@ template <typename T>
 concept HasToJsonValue = requires(const T& value) {
   { to_json_value(value) } -> std::convertible_to<JsonValue>;
 };
+
+/// A string; has no to_json_value.
+template <typename T>
+concept StringValue = StringLike<T> && !HasToJsonValue<T>;
 
 /// Has begin() and end(), like std::vector, std::array and std::span. Is no string, no map and no range of
 /// itself.
@@ -115,11 +114,18 @@ concept ConvertsItself = requires(T&& value) {
 
 /// Is accepted by a constructor of JsonValue. T is an lvalue reference for an lvalue.
 template <typename T, typename Plain = std::remove_cvref_t<T>>
-concept TakenAsValue = std::derived_from<Plain, JsonValue> || HasToJsonValue<Plain> ||
-    std::same_as<Plain, bool> || CountingInteger<Plain> || std::floating_point<Plain> ||
-    OptionalValue<Plain> || SequenceOfValues<Plain> || TupleOfValues<Plain> || MapOfValues<Plain> ||
-    ConvertibleToOneOf<T, std::nullptr_t, std::string_view, const std::string&, const char*, Text, Integer,
-                       JsonList, JsonObject, ForeignValue> || ConvertsItself<T>;
+concept TakenAsValue =
+    std::derived_from<Plain, JsonValue> || HasToJsonValue<Plain> || std::same_as<Plain, bool> ||
+    CountingInteger<Plain> || std::floating_point<Plain> || OptionalValue<Plain> || SequenceOfValues<Plain> ||
+    TupleOfValues<Plain> || MapOfValues<Plain> || StringLike<Plain> ||
+    ConvertibleToOneOf<T, std::nullptr_t, Text, Integer, JsonList, JsonObject, ForeignValue> ||
+    ConvertsItself<T>;
+
+/// Is compared with a JsonValue without a conversion.
+template <typename T>
+concept ComparedWithValue = std::same_as<T, std::nullptr_t> || std::same_as<T, bool> || CountingInteger<T> ||
+    std::floating_point<T> || StringLike<T> || std::derived_from<T, Text> || std::derived_from<T, Integer> ||
+    std::derived_from<T, JsonList> || std::derived_from<T, JsonObject> || std::derived_from<T, ForeignValue>;
 
 }  // namespace detail
 }  // namespace vantrex::values

@@ -12,6 +12,11 @@ namespace {
 
 using detail::Values;
 
+bool same_float(double a, double b) noexcept {
+  return (std::isnan(a) && std::isnan(b)) ||
+         std::bit_cast<std::uint64_t>(a) == std::bit_cast<std::uint64_t>(b);
+}
+
 // Compares two trees, container by container.
 class EqualityWalk {
  public:
@@ -51,11 +56,6 @@ class EqualityWalk {
     return true;
   }
 
-  static bool floats_match(double a, double b) noexcept {
-    return (std::isnan(a) && std::isnan(b)) ||
-           std::bit_cast<std::uint64_t>(a) == std::bit_cast<std::uint64_t>(b);
-  }
-
   bool match(const JsonValue& a, const JsonValue& b) {
     if (a.kind() != b.kind()) return false;
     switch (a.kind()) {
@@ -66,7 +66,7 @@ class EqualityWalk {
       case Kind::integer:
         return a.integer() == b.integer();
       case Kind::floating:
-        return floats_match(*a.floating(), *b.floating());
+        return same_float(*a.floating(), *b.floating());
       case Kind::string:
         return *a.text() == *b.text();
       case Kind::foreign:
@@ -83,6 +83,10 @@ class EqualityWalk {
 };
 
 }  // namespace
+
+bool JsonValue::equals_float(double other) const noexcept {
+  return floating() && same_float(*floating(), other);
+}
 
 bool operator==(const JsonList& a, const JsonList& b) {
   EqualityWalk walk;

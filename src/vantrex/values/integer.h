@@ -47,7 +47,8 @@ class NEXT_STEPS_API Integer {
   }
 
   /// Parses an optional "-" and one or more decimal digits; returns nothing for any other text. Drops leading
-  /// zeros; "-0" is 0. Linear in the number of digits.
+  /// zeros; "-0" is 0. Linear in the number of digits. Throws std::length_error for 2^32 digits and more, and
+  /// std::bad_alloc.
   static std::optional<Integer> parse(std::string_view text);
 
   /// The value as a T, or nothing when it is out of range.
@@ -67,6 +68,17 @@ class NEXT_STEPS_API Integer {
   friend bool operator==(const Integer& a, const Integer& b) noexcept { return (a <=> b) == 0; }
   /// Compares the numbers.
   friend NEXT_STEPS_API std::strong_ordering operator<=>(const Integer& a, const Integer& b) noexcept;
+  /// Compares the numbers. Allocates nothing, whatever `b` is.
+  template <CountingInteger T>
+  friend bool operator==(const Integer& a, T b) noexcept {
+    return a.to<T>() == b;
+  }
+  /// The same.
+  template <CountingInteger T>
+  friend std::strong_ordering operator<=>(const Integer& a, T b) noexcept {
+    if (const std::optional<T> number = a.to<T>()) return *number <=> b;
+    return a.is_negative() ? std::strong_ordering::less : std::strong_ordering::greater;
+  }
 
  private:
   friend struct detail::ValueAccess;

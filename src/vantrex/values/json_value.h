@@ -24,7 +24,6 @@
 #include <initializer_list>
 #include <iosfwd>
 #include <optional>
-#include <string>
 #include <string_view>
 #include <type_traits>
 #include <utility>
@@ -241,9 +240,10 @@ class NEXT_STEPS_API JsonValue {
   JsonValue(Text text) noexcept : text_(std::move(text)) {}     ///< A string.
   JsonValue(const TextLiteral& text) noexcept : text_(text) {}  ///< A string.
   JsonValue(std::string_view text) : text_(text) {}             ///< A string. May throw InvalidUtf8.
-  JsonValue(const std::string& text) : text_(text) {}           ///< A string. May throw InvalidUtf8.
-  /// A string. Throws std::invalid_argument for a null pointer, InvalidUtf8 for ill-formed UTF-8.
-  JsonValue(const char* text) : text_(text) {}
+  /// A string of any other type. Throws std::invalid_argument for a null pointer, InvalidUtf8 for ill-formed
+  /// UTF-8.
+  template <detail::StringValue T>
+  JsonValue(const T& text) : text_(text) {}
 
   JsonValue(JsonList list) noexcept : list_(std::move(list)) {}          ///< A list.
   JsonValue(JsonObject object) noexcept : object_(std::move(object)) {}  ///< An object.
@@ -342,6 +342,17 @@ class NEXT_STEPS_API JsonValue {
   /// when they have equal fields in the same order. A NaN equals every NaN; -0.0 does not equal 0.0. Foreign
   /// values are equal when they share one object.
   friend NEXT_STEPS_API bool operator==(const JsonValue& a, const JsonValue& b);
+  /// Compares with the value that `b` would convert to, but converts and copies nothing. Ill-formed UTF-8
+  /// equals no value. Throws std::invalid_argument when `b` is a null `const char*`.
+  template <detail::ComparedWithValue T>
+  friend bool operator==(const JsonValue& a, const T& b) {
+    return a.equals(b);
+  }
+  /// Rejects types that must be converted first, such as std::vector.
+  template <typename T>
+  requires(!detail::ComparedWithValue<T> && !detail::OptionalValue<T> &&
+           !std::derived_from<T, JsonValue>) friend bool
+  operator==(const JsonValue&, const T&) = delete;
 
   /// Writes the compact text.
   friend NEXT_STEPS_API std::ostream& operator<<(std::ostream& out, const JsonValue& value);
@@ -371,6 +382,27 @@ class NEXT_STEPS_API JsonValue {
   }
   void copy_from(const JsonValue& other);
   void dispose() noexcept;
+
+  bool equals(std::nullptr_t) const noexcept { return is_null(); }
+  bool equals(std::same_as<bool> auto other) const noexcept { return boolean() == other; }
+  bool equals(CountingInteger auto other) const noexcept {
+    return kind() == Kind::integer && integer<decltype(other)>() == other;
+  }
+  bool equals(std::floating_point auto other) const noexcept {
+    return equals_float(static_cast<double>(other));
+  }
+  bool equals_float(double other) const noexcept;
+  template <detail::StringLike T>
+  bool equals(const T& other) const {
+    return string() == detail::view_of(other);
+  }
+  bool equals(const Text& other) const noexcept { return text() != nullptr && *text() == other; }
+  bool equals(const Integer& other) const noexcept { return kind() == Kind::integer && integer() == other; }
+  bool equals(const JsonList& other) const { return list() != nullptr && *list() == other; }
+  bool equals(const JsonObject& other) const { return object() != nullptr && *object() == other; }
+  bool equals(const ForeignValue& other) const noexcept {
+    return foreign() != nullptr && *foreign() == other;
+  }
 
   // All begin with the tag, so it can be read through any of them.
   union {

@@ -5,6 +5,7 @@
 #include <cstring>
 #include <limits>
 #include <new>
+#include <string>
 
 namespace vantrex::values {
 
@@ -29,17 +30,18 @@ std::uint32_t checked_size(std::size_t size) {
 }
 
 std::size_t checked_gain(std::string_view bytes) {
+  checked_size(bytes.size());
   const Utf8Scan scan = scan_utf8(bytes);
   if (scan.well_formed != bytes.size()) throw InvalidUtf8(scan.well_formed);
   return scan.escape_gain;
 }
 
-std::string_view non_null_text(const char* characters) {
+}  // namespace
+
+std::string_view detail::view_of_pointer(const char* characters) {
   if (characters == nullptr) throw std::invalid_argument("a null pointer is no text");
   return characters;
 }
-
-}  // namespace
 
 InvalidUtf8::InvalidUtf8(std::size_t byte_offset)
     : std::invalid_argument("the text is not valid UTF-8 at byte " + std::to_string(byte_offset)),
@@ -63,9 +65,8 @@ Text::Text(std::string_view well_formed, std::size_t escape_gain) : bits_(detail
 
 Text::Text(std::string_view bytes) : Text(bytes, checked_gain(bytes)) {}
 
-Text::Text(const char* bytes) : Text(non_null_text(bytes)) {}
-
 Text Text::lossy(std::string_view bytes) {
+  checked_size(bytes.size());
   const Utf8Scan scan = scan_utf8(bytes);
   if (scan.well_formed == bytes.size()) return {bytes, scan.escape_gain};
   return repaired_utf8(bytes);
@@ -90,9 +91,5 @@ std::size_t Text::large_gain() const noexcept {
 
 TextArgument::TextArgument(std::string_view bytes)
     : bits_{.out = {{kUnchecked, 0, 0, checked_size(bytes.size())}, bytes.data()}} {}
-
-std::string_view TextArgument::non_null(const char* characters) {
-  return non_null_text(characters);
-}
 
 }  // namespace vantrex::values

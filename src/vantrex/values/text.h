@@ -13,9 +13,10 @@
 #include <compare>
 #include <concepts>
 #include <cstddef>
+#include <iterator>
 #include <stdexcept>
-#include <string>
 #include <string_view>
+#include <type_traits>
 #include <utility>
 
 #include "vantrex/export.h"
@@ -37,8 +38,30 @@ class NEXT_STEPS_API InvalidUtf8 : public std::invalid_argument {
 };
 
 namespace detail {
+
 struct ValueAccess;
+
+/// A string of any type: converts to std::string_view. A null pointer constant does not.
+template <typename T>
+concept StringLike = std::convertible_to<const T&, std::string_view> && !std::same_as<T, std::nullptr_t>;
+
+/// The characters before the first NUL. Throws std::invalid_argument for a null pointer.
+NEXT_STEPS_API std::string_view view_of_pointer(const char* characters);
+
+/// The bytes of `string`. A pointer ends at the first NUL, an array there or at its end.
+template <StringLike T>
+constexpr std::string_view view_of(const T& string) {
+  if constexpr (std::is_array_v<T>) {
+    const std::string_view all(string, std::size(string));
+    return all.substr(0, all.find('\0'));
+  } else if constexpr (std::is_pointer_v<T>) {
+    return view_of_pointer(string);
+  } else {
+    return string;
+  }
 }
+
+}  // namespace detail
 
 /// A string literal, checked at compile time. It must be well-formed UTF-8 without a NUL, and escaping may
 /// add at most 254 bytes. A Text made from it is a copy of 16 bytes.
@@ -78,10 +101,10 @@ class NEXT_STEPS_API Text {
   /// A copy of `bytes`. Throws InvalidUtf8 for ill-formed UTF-8, std::length_error when the text is too long,
   /// and std::bad_alloc.
   Text(std::string_view bytes);
-  /// The same for a std::string.
-  Text(const std::string& bytes) : Text(std::string_view(bytes)) {}
-  /// The same for a C string. Throws std::invalid_argument for a null pointer.
-  Text(const char* bytes);
+  /// The same for any other string. Throws std::invalid_argument for a null pointer.
+  template <detail::StringLike T>
+  Text(const T& string) : Text(detail::view_of(string)) {}
+  Text(std::nullptr_t) = delete;
   /// The literal. Copies no characters.
   Text(const TextLiteral& literal) noexcept : bits_(literal.bits_) {}
   // NOLINTEND(google-explicit-constructor)
@@ -132,6 +155,16 @@ class NEXT_STEPS_API Text {
   friend std::strong_ordering operator<=>(const Text& a, const Text& b) noexcept {
     return a.view() <=> b.view();
   }
+  /// Compares the bytes with those of any string, which is neither checked nor copied.
+  template <detail::StringLike T>
+  friend bool operator==(const Text& a, const T& b) {
+    return a.view() == detail::view_of(b);
+  }
+  /// The same.
+  template <detail::StringLike T>
+  friend std::strong_ordering operator<=>(const Text& a, const T& b) {
+    return a.view() <=> detail::view_of(b);
+  }
 
  private:
   friend struct detail::ValueAccess;
@@ -161,22 +194,19 @@ class NEXT_STEPS_API TextArgument {
   /// A string literal.
   template <std::size_t kSize>
   consteval TextArgument(const char (&literal)[kSize]) : bits_(detail::literal_bits(literal)) {}
-  /// The characters before the first NUL.
+  /// The characters before the first NUL, or all.
   template <std::size_t kSize>
-  TextArgument(char (&characters)[kSize]) : TextArgument(std::string_view(characters)) {}
+  TextArgument(char (&characters)[kSize]) : TextArgument(detail::view_of(characters)) {}
   /// A checked literal.
   constexpr TextArgument(const TextLiteral& literal) noexcept : bits_(literal.bits_) {}
   /// A text.
   TextArgument(const Text& text) noexcept : bits_(text.bits_) {}
   /// Unchecked bytes. Throws std::length_error when they are too long for a text.
   TextArgument(std::string_view bytes);
-  /// The same for a std::string.
-  TextArgument(const std::string& bytes) : TextArgument(std::string_view(bytes)) {}
-  /// The same for a C string. Throws std::invalid_argument for a null pointer.
-  template <typename Pointer>
-  requires std::same_as<Pointer, const char*> || std::same_as<Pointer, char*> TextArgument(
-      const Pointer& characters)
-      : TextArgument(non_null(characters)) {}
+  /// The same for any other string. Throws std::invalid_argument for a null pointer.
+  template <detail::StringLike T>
+  TextArgument(const T& string) : TextArgument(detail::view_of(string)) {}
+  TextArgument(std::nullptr_t) = delete;
   // NOLINTEND(google-explicit-constructor)
 
   /// The text. Throws InvalidUtf8 for ill-formed UTF-8, and std::bad_alloc.
@@ -191,7 +221,6 @@ class NEXT_STEPS_API TextArgument {
   // The tag of bytes that are not checked.
   static constexpr detail::Tag kUnchecked = detail::Tag::null;
 
-  static std::string_view non_null(const char* characters);
   bool is_checked() const noexcept { return bits_.tag() != kUnchecked; }
   Text checked() const noexcept {
     Text text(bits_);

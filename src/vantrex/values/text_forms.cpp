@@ -55,6 +55,17 @@ class KeyOrder {
   std::vector<const JsonField*> fields_;
 };
 
+// A list, an object or a scalar. `value` is null when the container is no JsonValue.
+struct Source {
+  Source(const JsonValue& any) noexcept : list(any.list()), object(any.object()), value(&any) {}
+  Source(const JsonList& a_list) noexcept : list(&a_list) {}
+  Source(const JsonObject& an_object) noexcept : object(&an_object) {}
+
+  const JsonList* list = nullptr;
+  const JsonObject* object = nullptr;
+  const JsonValue* value = nullptr;
+};
+
 // Puts a scalar, an empty list or an empty object, and returns true. For any other list or object, puts
 // nothing and returns false.
 template <typename Sink>
@@ -98,10 +109,9 @@ template <typename Sink>
 template <typename Sink, typename Order>
 class Writer {
  public:
-  // Puts `value` and returns the sink.
-  template <typename Value>
-  Sink write(const Value& value, Sink sink) {
-    open(value, sink);
+  // Puts `source` and returns the sink.
+  Sink write(const Source& source, Sink sink) {
+    open(source, sink);
     while (!walk_.empty() && !sink.is_full()) {
       sink.ensure_room();
       Level& level = walk_.top();
@@ -125,23 +135,17 @@ class Writer {
     typename Order::Cursor fields;
   };
 
-  [[gnu::always_inline]] void open(const JsonList& list, Sink& sink) {
-    sink.put('[');
-    if (list.empty()) return sink.put(']');
-    walk_.push(false, list.begin(), list.end(), typename Order::Cursor{});
-  }
-  [[gnu::always_inline]] void open(const JsonObject& object, Sink& sink) {
-    sink.put('{');
-    if (object.empty()) return sink.put('}');
-    walk_.push(true, nullptr, nullptr, order_.open(object));
-  }
-  [[gnu::always_inline]] void open(const JsonValue& value, Sink& sink) {
-    if (const JsonList* list = value.list()) {
-      open(*list, sink);
-    } else if (const JsonObject* object = value.object()) {
-      open(*object, sink);
+  [[gnu::always_inline]] void open(const Source& source, Sink& sink) {
+    if (source.list != nullptr) {
+      sink.put('[');
+      if (source.list->empty()) return sink.put(']');
+      walk_.push(false, source.list->begin(), source.list->end(), typename Order::Cursor{});
+    } else if (source.object != nullptr) {
+      sink.put('{');
+      if (source.object->empty()) return sink.put('}');
+      walk_.push(true, nullptr, nullptr, order_.open(*source.object));
     } else {
-      put_whole(value, sink);
+      put_whole(*source.value, sink);
     }
   }
 
@@ -180,18 +184,18 @@ class Writer {
   WalkStack<Level> walk_;
 };
 
-template <FloatSizes kFloatSizes, typename Value>
-std::size_t count_bytes(const Value& value, std::size_t enough = std::numeric_limits<std::size_t>::max()) {
+template <FloatSizes kFloatSizes>
+std::size_t count_bytes(const Source& source, std::size_t enough = std::numeric_limits<std::size_t>::max()) {
   using Sink = CountingSink<kFloatSizes>;
   Writer<Sink, InsertionOrder> writer;
-  return writer.write(value, Sink(enough)).size();
+  return writer.write(source, Sink(enough)).size();
 }
 
-template <typename Order, typename Value>
-std::string text_of(const Value& value) {
-  detail::TextMemory memory([&value] { return count_bytes<FloatSizes::maximal>(value); });
+template <typename Order>
+std::string text_of(const Source& source) {
+  detail::TextMemory memory([&source] { return count_bytes<FloatSizes::maximal>(source); });
   Writer<MemorySink<decltype(memory)>, Order> writer;
-  const char* end = writer.write(value, MemorySink(memory)).end();
+  const char* end = writer.write(source, MemorySink(memory)).end();
   return std::move(memory).take(end);
 }
 
@@ -200,15 +204,27 @@ std::string text_of(const Value& value) {
 std::string compact_text(const JsonValue& value) {
   return text_of<InsertionOrder>(value);
 }
+std::string compact_text(const JsonList& list) {
+  return text_of<InsertionOrder>(list);
+}
 std::string compact_text(const JsonObject& object) {
   return text_of<InsertionOrder>(object);
 }
 std::string canonical_text(const JsonValue& value) {
   return text_of<KeyOrder>(value);
 }
+std::string canonical_text(const JsonList& list) {
+  return text_of<KeyOrder>(list);
+}
+std::string canonical_text(const JsonObject& object) {
+  return text_of<KeyOrder>(object);
+}
 
 std::size_t compact_size(const JsonValue& value) {
   return count_bytes<FloatSizes::exact>(value);
+}
+std::size_t compact_size(const JsonList& list) {
+  return count_bytes<FloatSizes::exact>(list);
 }
 std::size_t compact_size(const JsonObject& object, std::size_t enough) {
   return count_bytes<FloatSizes::exact>(object, enough);

@@ -22,14 +22,22 @@ namespace vantrex::values {
 
 /// The compact form of a value.
 NEXT_STEPS_API std::string compact_text(const JsonValue& value);
+/// The compact form of a list.
+NEXT_STEPS_API std::string compact_text(const JsonList& list);
 /// The compact form of an object.
 NEXT_STEPS_API std::string compact_text(const JsonObject& object);
 
 /// The canonical form: fields sorted by the bytes of their keys.
 NEXT_STEPS_API std::string canonical_text(const JsonValue& value);
+/// The same of a list.
+NEXT_STEPS_API std::string canonical_text(const JsonList& list);
+/// The same of an object.
+NEXT_STEPS_API std::string canonical_text(const JsonObject& object);
 
 /// The size of the compact form in bytes. The canonical form has the same size.
 NEXT_STEPS_API std::size_t compact_size(const JsonValue& value);
+/// The same of a list.
+NEXT_STEPS_API std::size_t compact_size(const JsonList& list);
 /// The size of an object's compact form, counted up to `enough`: a size of `enough` or more is returned as
 /// any number from `enough` to the size.
 NEXT_STEPS_API std::size_t compact_size(const JsonObject& object,

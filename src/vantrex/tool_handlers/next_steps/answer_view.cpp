@@ -29,18 +29,22 @@ AnswerView::AnswerView(const JsonObject& answer, const JsonObject* request_argum
 }
 
 void AnswerView::find_hit_lists() noexcept {
+  const std::span<const KeyPath> paths = tables_.hit_lists;
+  const bool nested = tables_.has_nested_hits;
   for (const auto& [key, value] : response) {
-    if (value.list() == nullptr && value.object() == nullptr) continue;
-    for (std::size_t place = 0; place < hit_lists_.size(); ++place) {
-      const KeyPath path = tables_.hit_lists[place];
-      if (path[0] == key.view()) hit_lists_[place] = value_at(value, path.subspan(1)).list();
+    if (value.list() == nullptr && !(nested && value.object() != nullptr)) continue;
+    const std::string_view name = key.view();
+    for (std::size_t place = 0; place < paths.size(); ++place) {
+      const KeyPath path = paths[place];
+      if (path.front() == name) hit_lists_[place] = value_at(value, path.subspan(1)).list();
     }
   }
 }
 
 std::optional<Integer> AnswerView::_hit_count() const {
   for (const KeyPath path : tables_.counts) {
-    if (auto count = value_at(response, path).integer()) return count;
+    const JsonValue& count = value_at(response, path);
+    if (!count.is_null() && count.integer()) return count.integer();
   }
   for (const JsonList* list : hit_lists_) {
     if (list != nullptr) return Integer(list->size());
@@ -51,19 +55,6 @@ std::optional<Integer> AnswerView::_hit_count() const {
 const JsonValue& AnswerView::requested_or_answered(std::string_view key) const noexcept {
   const JsonValue& requested = arguments[key];
   return requested.is_empty() ? response[key] : requested;
-}
-
-const JsonValue& value_at(const JsonValue& value, KeyPath path) noexcept {
-  const JsonValue* reached = &value;
-  for (const std::string_view key : path) {
-    const JsonObject* object = reached->object();
-    reached = &(object == nullptr ? kNoArguments : *object)[key];
-  }
-  return *reached;
-}
-
-const JsonValue& value_at(const JsonObject& object, KeyPath path) noexcept {
-  return value_at(object[path[0]], path.subspan(1));
 }
 
 bool _is_code_hit(const JsonObject& item) noexcept {

@@ -61,9 +61,19 @@ class AnswerView {
 };
 
 // The value that `path` leads to; null when there is none.
-const values::JsonValue& value_at(const values::JsonValue& value, KeyPath path) noexcept;
+inline const values::JsonValue& value_at(const values::JsonValue& value, KeyPath path) noexcept {
+  static constinit const values::JsonValue nothing(nullptr);
+  const values::JsonValue* reached = &value;
+  for (const std::string_view key : path) {
+    const values::JsonObject* object = reached->object();
+    reached = object == nullptr ? &nothing : &(*object)[key];
+  }
+  return *reached;
+}
 // The same for an object and a path of at least one key.
-const values::JsonValue& value_at(const values::JsonObject& object, KeyPath path) noexcept;
+inline const values::JsonValue& value_at(const values::JsonObject& object, KeyPath path) noexcept {
+  return value_at(object[path[0]], path.subspan(1));
+}
 
 // Whether the hit `item` is a code symbol.
 bool _is_code_hit(const values::JsonObject& item) noexcept;

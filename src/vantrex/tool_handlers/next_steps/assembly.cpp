@@ -21,27 +21,73 @@ using values::JsonValue;
 
 namespace {
 
-constexpr std::string_view kTool[] = {"tool"};
-constexpr std::string_view kArgs[] = {"args"};
-constexpr std::string_view kAction[] = {"args", "action"};
+constinit const JsonObject kNothing;
 
-// Equal texts have equal sizes, so texts are made only when the sizes leave it open.
+// `value` if it is an object, otherwise the empty one.
+const JsonObject& fields_of(const JsonValue& value) noexcept {
+  return value.object() == nullptr ? kNothing : *value.object();
+}
+
+// Texts are made only when the tools and the sizes of the arguments leave it open.
 bool make_same_call(const JsonValue& a, const JsonValue& b) {
-  const JsonValue& args_of_a = value_at(a, kArgs);
-  const JsonValue& args_of_b = value_at(b, kArgs);
+  if (fields_of(a)["tool"] != fields_of(b)["tool"]) return false;
+  const JsonValue& args_of_a = fields_of(a)["args"];
+  const JsonValue& args_of_b = fields_of(b)["args"];
   return compact_size(args_of_a) == compact_size(args_of_b) &&
-         canonical_text(value_at(a, kTool)) == canonical_text(value_at(b, kTool)) &&
          canonical_text(args_of_a) == canonical_text(args_of_b);
 }
 
-bool is_kept(const Candidate& candidate) noexcept {
-  return candidate.verdict == Verdict::kept;
+// Decides on each step with `decide(position, kept)`, where the first `kept` steps are those that were kept
+// before. Removes the others. `decisions` is as for _deduplicated.
+template <typename Decide>
+void filter(JsonList& steps, Decisions* decisions, Decide decide) {
+  std::size_t kept = 0;
+  std::size_t place = 0;  // in `decisions`
+  for (std::size_t position = 0; position < steps.size(); ++position, ++place) {
+    while (decisions != nullptr && (*decisions)[place].verdict != Verdict::kept) ++place;
+    const Decision decision = decide(position, kept);
+    if (decisions != nullptr) (*decisions)[place] = decision;
+    if (decision.verdict != Verdict::kept) continue;
+    if (kept < position) steps.mutable_item(kept) = std::move(steps.mutable_item(position));
+    ++kept;
+  }
+  steps.truncate(kept);
 }
 
-void append(Candidates& candidates, JsonList steps, Source source) {
-  for (std::size_t position = 0; position < steps.size(); ++position) {
-    candidates.push_back({std::move(steps.mutable_item(position)), source});
+void drop_unserved(JsonList& steps, const ServedTools* serves, Decisions* decisions) {
+  if (serves == nullptr) return;
+  filter(steps, decisions, [&](std::size_t position, std::size_t /*kept*/) -> Decision {
+    return {is_served(std::as_const(steps)[position], serves) ? Verdict::kept : Verdict::not_served};
+  });
+}
+
+void drop_over_cap(JsonList& steps, Decisions* decisions) {
+  if (steps.size() <= MAX_STEPS) return;
+  filter(steps, decisions, [](std::size_t position, std::size_t /*kept*/) -> Decision {
+    return {position < MAX_STEPS ? Verdict::kept : Verdict::over_cap};
+  });
+}
+
+// The number of signals that are served.
+std::size_t served_signals(const Candidates& candidates, const ServedTools* serves) noexcept {
+  const JsonValue* first = candidates.steps.begin();
+  return static_cast<std::size_t>(std::count_if(
+      first, first + candidates.signals, [&](const JsonValue& step) { return is_served(step, serves); }));
+}
+
+// The place in `decisions` of the kept step at `position`; 0 for null.
+std::size_t place_of(std::size_t position, const Decisions* decisions) noexcept {
+  std::size_t place = 0;
+  for (; decisions != nullptr; ++place) {
+    if ((*decisions)[place].verdict == Verdict::kept && position-- == 0) break;
   }
+  return place;
+}
+
+// Whether `response` is the answer to a miss, and it is known what the server has.
+bool is_known_miss(const JsonObject& response, const FinishOptions& options) noexcept {
+  return (options.serves != nullptr || options.catalogue != nullptr) &&
+         response["found"].boolean() == false && response["did_you_mean"].list() != nullptr;
 }
 
 // Removes the tool's own steps from its answer. Empty if it gave none.
@@ -51,24 +97,17 @@ JsonList take_own_steps(JsonObject& response) {
   return steps == nullptr ? JsonList() : std::move(*steps);
 }
 
-// Whether `response` is the answer to a miss, and it is known what the server has.
-bool is_known_miss(const JsonObject& response, const FinishOptions& options) noexcept {
-  return (options.serves != nullptr || options.catalogue != nullptr) &&
-         response["found"].boolean() == false && response["did_you_mean"].list() != nullptr;
-}
-
 }  // namespace
 
-Candidates _deduplicated(Candidates steps) {
-  for (auto step = steps.begin(); step != steps.end(); ++step) {
-    if (!is_kept(*step)) continue;
-    const auto first = std::find_if(steps.begin(), step, [&](const Candidate& earlier) {
-      return is_kept(earlier) && make_same_call(earlier.step, step->step);
+JsonList _deduplicated(JsonList steps, Decisions* decisions) {
+  filter(steps, decisions, [&](std::size_t position, std::size_t kept) -> Decision {
+    const JsonValue* first = steps.begin();
+    const JsonValue* same = std::find_if(first, first + kept, [&](const JsonValue& earlier) {
+      return make_same_call(earlier, first[position]);
     });
-    if (first == step) continue;
-    step->verdict = Verdict::repeat;
-    step->repeated = static_cast<std::size_t>(first - steps.begin());
-  }
+    if (same == first + kept) return {};
+    return {Verdict::repeat, place_of(static_cast<std::size_t>(same - first), decisions)};
+  });
   return steps;
 }
 
@@ -78,31 +117,21 @@ bool is_served(std::string_view tool, std::optional<std::string_view> action,
 }
 
 bool is_served(const JsonValue& step, const ServedTools* serves) noexcept {
-  return is_served(value_at(step, kTool).string().value_or(""), value_at(step, kAction).string(), serves);
+  if (serves == nullptr) return true;
+  const JsonObject& call = fields_of(step);
+  return serves->contains(call["tool"].string().value_or(""), fields_of(call["args"])["action"].string());
 }
 
-Keep choose_steps(Candidates& candidates, const ServedTools* serves) {
-  if (candidates.empty() || candidates.front().source == Source::own) return Keep{1};
-  std::size_t signals = 0;
-  for (Candidate& each : candidates) {
-    if (!is_served(each.step, serves)) each.verdict = Verdict::not_served;
-    if (is_kept(each) && each.source == Source::signal) ++signals;
+Choice choose_steps(Candidates candidates, const ServedTools* serves, Decisions* decisions) {
+  if (decisions != nullptr) decisions->resize(candidates.steps.size());
+  Choice choice{{}, Keep{std::clamp(served_signals(candidates, serves), std::size_t{1}, MAX_STEPS)}};
+  choice.steps = std::move(candidates.steps);
+  if (candidates.giver != Giver::tool) drop_unserved(choice.steps, serves, decisions);
+  if (candidates.giver == Giver::tables) {
+    choice.steps = _deduplicated(std::move(choice.steps), decisions);
+    drop_over_cap(choice.steps, decisions);
   }
-  candidates = _deduplicated(std::move(candidates));
-  std::size_t kept = 0;
-  for (Candidate& each : candidates) {
-    if (is_kept(each) && ++kept > MAX_STEPS) each.verdict = Verdict::over_cap;
-  }
-  return Keep{std::clamp(signals, std::size_t{1}, MAX_STEPS)};
-}
-
-JsonList kept_steps(Candidates candidates) {
-  JsonList steps;
-  steps.reserve(candidates.size());
-  for (Candidate& each : candidates) {
-    if (is_kept(each)) steps.push_back(std::move(each.step));
-  }
-  return steps;
+  return choice;
 }
 
 void prepare(JsonObject& response, JsonValue freshness) {
@@ -110,32 +139,28 @@ void prepare(JsonObject& response, JsonValue freshness) {
   add_freshness(response, std::move(freshness));
 }
 
-bool asks_tables(const JsonObject& response, const FinishOptions& options) noexcept {
-  const JsonList* own = response["next_steps"].list();
-  return (own == nullptr || own->empty()) && !is_known_miss(response, options);
-}
-
 Candidates candidate_steps(JsonObject& response, std::string_view tool_name, const FinishOptions& options) {
-  Candidates candidates;
-  if (!asks_tables(response, options)) {
-    const ServedTools* serves = is_known_miss(response, options) ? options.serves : nullptr;
-    append(candidates, take_own_steps(response), Source::own);
-    for (Candidate& each : candidates) {
-      if (!is_served(each.step, serves)) each.verdict = Verdict::not_served;
+  Candidates candidates{.steps = take_own_steps(response)};
+  if (is_known_miss(response, options)) {
+    candidates.giver = Giver::miss;
+  } else if (!candidates.steps.empty()) {
+    candidates.giver = Giver::tool;
+  } else {
+    const AnswerView answer(response, options.arguments, tables_of(options.catalogue));
+    candidates.steps = _signals(answer, tool_name, options.action);
+    candidates.signals = candidates.steps.size();
+    JsonList usual = _usual(answer, tool_name, options.action);
+    if (candidates.signals == 0) std::swap(candidates.steps, usual);
+    for (std::size_t position = 0; position < usual.size(); ++position) {
+      candidates.steps.push_back(std::move(usual.mutable_item(position)));
     }
-    return candidates;
   }
-  response.remove("next_steps");
-  const AnswerView answer(response, options.arguments, tables_of(options.catalogue));
-  append(candidates, _signals(answer, tool_name, options.action), Source::signal);
-  append(candidates, _usual(answer, tool_name, options.action), Source::usual);
   return candidates;
 }
 
 JsonObject& _add_next_steps(JsonObject& response, std::string_view tool_name, const FinishOptions& options) {
-  Candidates candidates = candidate_steps(response, tool_name, options);
-  const Keep keep = choose_steps(candidates, options.serves);
-  JsonList steps = _within_share(response, kept_steps(std::move(candidates)), keep);
+  Choice choice = choose_steps(candidate_steps(response, tool_name, options), options.serves);
+  JsonList steps = _within_share(response, std::move(choice.steps), choice.keep);
   if (!steps.empty()) response.append("next_steps", std::move(steps));
   return response;
 }

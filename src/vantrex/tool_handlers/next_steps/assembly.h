@@ -6,6 +6,8 @@
 // Threads: no state; do not use the same answer on two threads at once.
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string_view>
 #include <vector>
@@ -17,12 +19,13 @@
 
 namespace vantrex::tool_handlers::next_steps {
 
-// The candidate steps of an answer, in order: own steps, or signals and then usual follow-ups.
-using Candidates = std::vector<Candidate>;
+// The decision on each step of a list.
+using Decisions = std::vector<Decision>;
 
-// `steps` with the verdict `repeat` on each kept step that makes the same call as an earlier one: the same
-// tool and the same arguments, in any order of fields. Throws std::bad_alloc.
-Candidates _deduplicated(Candidates steps);
+// `steps` without repeated calls. Of the steps with the same tool and the same arguments, in any order of
+// fields, the first stays. `decisions` may be null, or has an entry for each step; of these, the kept ones
+// are the steps of the list, and those of repeats are changed. Throws std::bad_alloc.
+values::JsonList _deduplicated(values::JsonList steps, Decisions* decisions = nullptr);
 
 // Whether the server has the call. A null `serves` has every call.
 bool is_served(std::string_view tool, std::optional<std::string_view> action,
@@ -30,25 +33,35 @@ bool is_served(std::string_view tool, std::optional<std::string_view> action,
 // The same for a step, which may be any value.
 bool is_served(const values::JsonValue& step, const ServedTools* serves) noexcept;
 
-// Decides on the signals and usual follow-ups among `candidates`: drops those that `serves` does not contain,
-// repeats, and those over MAX_STEPS. Returns the number of kept candidates that the budget must not drop.
-// Throws std::bad_alloc.
-Keep choose_steps(Candidates& candidates, const ServedTools* serves);
+// Who gives the candidate steps: the tables, the tool, or the answer to a miss, whose steps must be served.
+enum class Giver : std::uint8_t { tables, tool, miss };
 
-// The steps of the kept candidates. Throws std::bad_alloc.
-values::JsonList kept_steps(Candidates candidates);
+// The candidate steps of an answer.
+struct Candidates {
+  values::JsonList steps;   // signals first
+  std::size_t signals = 0;  // the number of signals
+  Giver giver = Giver::tables;
+};
+
+// The steps of an answer before the budget applies, and how many of them always stay.
+struct Choice {
+  values::JsonList steps;
+  Keep keep;
+};
+
+// Chooses from the candidates. Drops those that `serves` does not contain and, of those from the tables,
+// repeats and what is over MAX_STEPS. Adds a decision on each to `decisions`, which is empty or null. Throws
+// std::bad_alloc.
+Choice choose_steps(Candidates candidates, const ServedTools* serves, Decisions* decisions = nullptr);
 
 // Prepares `response` for the choice of its steps: drops its null fields and adds the freshness block. Throws
 // std::bad_alloc; `response` may then be changed in part.
 void prepare(values::JsonObject& response, values::JsonValue freshness);
 
-// Whether the steps of `response` come from the tables. They do not if it has own steps, or if it is a miss
-// that is finished with `serves` or a catalogue: the tables would only repeat the missing name.
-bool asks_tables(const values::JsonObject& response, const FinishOptions& options) noexcept;
-
-// The candidate steps of `response`. Removes its field "next_steps". Such a miss keeps only own steps that
-// are served. The tool's name and `options.arguments` must not lie in `response`. Throws std::bad_alloc; the
-// field may then be lost.
+// The candidate steps of `response`. Removes its field "next_steps". The tables are asked if there are no own
+// steps, except for a miss when it is known what the server has: they would only repeat the missing name. The
+// tool's name and `options.arguments` must not lie in `response`. Throws std::bad_alloc; the field may then
+// be lost.
 Candidates candidate_steps(values::JsonObject& response, std::string_view tool_name,
                            const FinishOptions& options);
 

@@ -1,10 +1,8 @@
-// A step that an answer may get, and the verdict on it.
+// Where a step that an answer may get comes from, and the verdict on it.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
-
-#include "vantrex/values/json_value.h"
 
 namespace vantrex::tool_handlers::next_steps {
 
@@ -20,11 +18,9 @@ enum class Verdict : std::uint8_t {
   over_room    ///< with it, the hints are larger than their room
 };
 
-/// A candidate step.
-struct Candidate {
-  values::JsonValue step;           ///< {"tool", "args", "reason"}; an own step may be any value
-  Source source;                    ///< where it comes from
-  Verdict verdict = Verdict::kept;  ///< kept, or why it is dropped
+/// The verdict with its details.
+struct Decision {
+  Verdict verdict = Verdict::kept;  ///< kept, or why the step is dropped
   std::size_t repeated = 0;         ///< of a repeat: the position of the first step with its call, from 0
 };
 

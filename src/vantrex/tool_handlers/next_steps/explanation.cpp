@@ -63,19 +63,20 @@ void explain_tables(Explanation& explained, const AnswerView& answer, std::strin
   append_remarks_on_tables(explained.remarks, answer, tool, options);
 }
 
-std::string row_of(const Candidate& candidate, const TableRows& rows) {
-  if (candidate.source == Source::own) return "";
-  return candidate.source == Source::signal ? rows.signal : rows.usual;
-}
-
-// The candidates with their sizes. The kept ones are judged by the budget in an answer of `bytes`.
-std::vector<CandidateStep> measured_steps(const Candidates& candidates, const TableRows& rows,
-                                          const AnswerBytes& bytes) {
+// The candidates with the decisions on them and their sizes. The kept ones are judged by the budget in an
+// answer of `bytes`.
+std::vector<CandidateStep> measured_steps(const Candidates& candidates, const Decisions& decisions,
+                                          const TableRows& rows, const AnswerBytes& bytes) {
   std::vector<CandidateStep> steps;
   AddedBytes added;
-  for (const Candidate& each : candidates) {
-    steps.push_back({each, row_of(each, rows), _encoded_size(each.step)});
-    if (each.verdict != Verdict::kept) continue;
+  for (std::size_t place = 0; place < candidates.steps.size(); ++place) {
+    const JsonValue& step = candidates.steps[place];
+    const Source source = candidates.giver != Giver::tables ? Source::own
+                          : place < candidates.signals      ? Source::signal
+                                                            : Source::usual;
+    const std::string row = source == Source::own ? "" : source == Source::signal ? rows.signal : rows.usual;
+    steps.push_back({decisions[place], step, source, row, _encoded_size(step)});
+    if (decisions[place].verdict != Verdict::kept) continue;
     added.add(steps.back().bytes);
     steps.back().over_room = bytes.over_room(added.bytes());
   }
@@ -96,10 +97,10 @@ Explanation explain_answer(JsonObject answer, std::string_view tool_name, Finish
   prepare(answer, std::move(options.freshness));
   Explanation explained;
   append_remarks_on_own_steps(explained.remarks, answer, options);
-  const bool from_tables = asks_tables(answer, options);
-  Candidates candidates = candidate_steps(answer, tool_name, options);
-  const Keep keep = choose_steps(candidates, options.serves);
-  if (from_tables) {
+  const Candidates candidates = candidate_steps(answer, tool_name, options);
+  Decisions decisions;
+  Choice choice = choose_steps(candidates, options.serves, &decisions);
+  if (candidates.giver == Giver::tables) {
     explain_tables(explained, AnswerView(answer, options.arguments, tables_of(options.catalogue)), tool_name,
                    options);
   }
@@ -110,8 +111,8 @@ Explanation explain_answer(JsonObject answer, std::string_view tool_name, Finish
   ListedHints hints = largest_hints(answer, Explanation::kMaxHintFields);
   explained.hint_fields = std::move(hints.largest);
   explained.more_hint_fields = hints.others;
-  explained.candidates = measured_steps(candidates, explained.rows, bytes);
-  const JsonList kept = _within_share(answer, kept_steps(std::move(candidates)), keep);
+  explained.candidates = measured_steps(candidates, decisions, explained.rows, bytes);
+  const JsonList kept = _within_share(answer, std::move(choice.steps), choice.keep);
   drop_over_room(explained.candidates, kept.size());
   explained.step_bytes = AddedBytes(kept).bytes();
   const HintRoom room(explained.bytes + explained.step_bytes);

@@ -29,10 +29,12 @@ struct HintField {
   std::size_t bytes;  ///< of its value
 };
 
-/// A candidate step and its size.
-struct NEXT_STEPS_API CandidateStep : Candidate {
-  std::string row;    ///< the key of its row; empty for an own step
-  std::size_t bytes;  ///< of the step
+/// A candidate step, the decision on it, and its size.
+struct NEXT_STEPS_API CandidateStep : Decision {
+  values::JsonValue step;  ///< {"tool", "args", "reason"}; an own step may be any value
+  Source source;           ///< where it comes from
+  std::string row;         ///< the key of its row; empty for an own step
+  std::size_t bytes;       ///< of the step
   /// By how many bytes the hints up to and including this step exceed their room; 0 or less if they fit. 0
   /// for a step that is dropped before the budget applies.
   double over_room = 0;

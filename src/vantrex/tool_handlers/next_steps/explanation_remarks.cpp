@@ -139,22 +139,21 @@ Names actions_of(const Tables& tables, std::string_view tool) {
   return sorted(std::move(actions));
 }
 
-bool contains(const Names& names, std::string_view name) {
-  return std::binary_search(names.begin(), names.end(), name);
-}
-
 // --- likely mistakes
 
-// `unknown action "caller" of symbol; did you mean "callers"?`, or nothing if the action is known or not near
-// a known one: a tool may have actions without a row.
-std::optional<std::string> misspelt_action(const Tables& tables, std::string_view tool,
-                                           std::string_view action) {
-  const Names actions = actions_of(tables, tool);
-  if (contains(actions, action)) return std::nullopt;
-  const auto nearest = workers::nearest_name(action, actions);
-  if (!nearest) return std::nullopt;
-  return "unknown action " + quoted(action) + " of " + std::string(tool) + "; did you mean " +
-         quoted(*nearest) + "?";
+// `unknown action "caller" of symbol; did you mean "callers"?`. Empty if the name is known or near none of
+// the known ones: a server may have more tools and actions than its tables.
+std::string misspelt(const std::string& what, std::string_view name, const std::string& of,
+                     const Names& known) {
+  if (std::binary_search(known.begin(), known.end(), name)) return "";
+  const auto nearest = workers::nearest_name(name, known);
+  if (!nearest) return "";
+  return what + ' ' + quoted(name) + of + "; did you mean " + quoted(*nearest) + "?";
+}
+
+std::string misspelt_action(const Tables& tables, const std::string& what, std::string_view tool,
+                            std::string_view action) {
+  return misspelt(what, action, " of " + std::string(tool), actions_of(tables, tool));
 }
 
 void append_unknown_names(Remarks& remarks, const Tables& tables, std::string_view tool,
@@ -162,15 +161,28 @@ void append_unknown_names(Remarks& remarks, const Tables& tables, std::string_vi
   const std::optional<std::string_view> action = options.action;
   const UsualRow* usual = tables.usual_row(tool, action);
   const SignalRow* signal = tables.signal_row(tool, action);
-  const bool is_row_of_action =
-      (usual != nullptr && usual->key != tool) || (signal != nullptr && signal->key != tool);
-  if (is_row_of_action) return;
+  if (usual == nullptr && signal == nullptr) {
+    const Names tools = tools_of(tables);
+    const bool is_served = options.serves != nullptr && options.serves->contains_any_of(tool);
+    const bool is_known = is_served || std::binary_search(tools.begin(), tools.end(), tool);
+    if (!is_known) remarks.push_back(workers::unknown_name("tool", tool, tools));
+  }
+  const bool has_row = (usual != nullptr && usual->key != tool) || (signal != nullptr && signal->key != tool);
+  if (action && !has_row) remarks.push_back(misspelt_action(tables, "unknown action", tool, *action));
+}
+
+// The entries of `serves` that name nothing in the tables, but nearly do.
+void append_unknown_served(Remarks& remarks, const Tables& tables, const ServedTools* serves) {
+  if (serves == nullptr) return;
   const Names tools = tools_of(tables);
-  const bool is_served = options.serves != nullptr && options.serves->contains_any_of(tool);
-  if (usual == nullptr && !is_served && !contains(tools, tool))
-    remarks.push_back(workers::unknown_name("tool", tool, tools));
-  if (!action) return;
-  if (auto remark = misspelt_action(tables, tool, *action)) remarks.push_back(*std::move(remark));
+  for (const ServedTool& each : serves->entries()) {
+    const std::optional<std::string_view> action = each.action;
+    if (!std::binary_search(tools.begin(), tools.end(), each.tool)) {
+      remarks.push_back(misspelt("serves: unknown tool", each.tool, "", tools));
+    } else if (action) {
+      remarks.push_back(misspelt_action(tables, "serves: unknown action", each.tool, *action));
+    }
+  }
 }
 
 // The first count that is one, and the counts before it that are ignored.
@@ -264,8 +276,10 @@ void append_remarks_on_own_steps(Remarks& remarks, const JsonObject& answer, con
 void append_remarks_on_tables(Remarks& remarks, const AnswerView& answer, std::string_view tool,
                               const FinishOptions& options) {
   append_unknown_names(remarks, answer.tables(), tool, options);
+  append_unknown_served(remarks, answer.tables(), options.serves);
   append_counts(remarks, answer);
   append_no_lists(remarks, answer, answer.tables().usual_row(tool, options.action), options.serves);
+  std::erase(remarks, "");
 }
 
 }  // namespace vantrex::tool_handlers::next_steps

@@ -114,6 +114,8 @@ class Reader {
     root_.allow({"hit_lists", "counts", "arguments", "next_steps", "signals", "misses"});
     Tables tables{.hit_lists = module_tables().hit_lists, .counts = module_tables().counts};
     if (const auto lists = root_.member("hit_lists")) tables.hit_lists = key_paths(*lists);
+    tables.has_nested_hits = std::any_of(tables.hit_lists.begin(), tables.hit_lists.end(),
+                                         [](KeyPath path) { return path.size() > 1; });
     if (const auto counts = root_.member("counts")) tables.counts = key_paths(*counts);
     if (const auto kinds = root_.member("arguments")) own_kinds(*kinds);
     if (const auto usual = root_.member("next_steps")) tables.usual = usual_rows(*usual);
