@@ -88,7 +88,8 @@ constexpr std::array kCalls = {
            };
          }},
     Call{Kind::answer, "compact_text", of_value<[](const JsonValue& value) { return compact_text(value); }>},
-    Call{Kind::answer, "canonical_text", of_value<values::canonical_text>},
+    Call{Kind::answer, "canonical_text",
+         of_value<[](const JsonValue& value) { return canonical_text(value); }>},
     Call{Kind::answer, "pretty_text", of_value<next_steps_program::pretty_text>},
     Call{Kind::answer, "without_null_fields", of_value<[](JsonValue& value) {
            return tool_handlers::next_steps::without_null_fields(std::move(value));

@@ -12,6 +12,7 @@
 #include "next_steps/serves_option.h"
 #include "protocol.h"
 #include "vantrex/logging/quoted_literal.h"
+#include "vantrex/tool_handlers/next_steps/explanation.h"
 #include "vantrex/values/text_forms.h"
 #include "vantrex/workers/name_lookup.h"
 #include "vantrex/workers/name_parts.h"
@@ -133,7 +134,15 @@ Work suggest(const std::string& lines, std::string_view wanted) {
   };
   return [file, index = next_steps_program::IndexFile(file.path()), symbol = line("symbol"),
           path = line("path")]() mutable {
-    for (const std::string& each : {symbol, path}) reply(each, {.serves = nullptr, .index = &index});
+    for (const std::string& each : {symbol, path})
+      reply(each, {.serves = nullptr, .index = &index, .lossy = false});
+  };
+}
+
+// Asks for an answer in which the text stands as it is.
+Work reply_to_lossy(const std::string& text) {
+  return [line = R"({"id":1,"lossy":true,"tool":"git","response":{"x":")" + text + R"("}})"] {
+    keep(next_steps_program::reply_to(line, 1, {}));
   };
 }
 
@@ -179,6 +188,10 @@ constexpr std::array kCalls = {
     Call{Kind::name, "nearest_paths of a long path", look_up<workers::nearest_paths, long_wanted>},
     Call{Kind::name, "nearest_paths in long paths", look_up<workers::nearest_paths, long_in_index>},
     Call{Kind::name, "nearest_paths of a path alike", look_up<workers::nearest_paths, alike>},
+    Call{Kind::name, "explain_answer of a long tool", of_text<[](std::string_view text) {
+           return tool_handlers::next_steps::explain_answer(JsonObject(), text, {.action = text});
+         }>},
+    Call{Kind::name, "reply_to, lossy", reply_to_lossy},
     Call{Kind::name, "reply_to, a long name wanted", suggest<long_wanted>},
     Call{Kind::name, "reply_to, long names in the index", suggest<long_in_index>},
     Call{Kind::name, "code_index, a long name wanted", serve<long_wanted>},
