@@ -134,15 +134,14 @@ Work suggest(const std::string& lines, std::string_view wanted) {
   };
   return [file, index = next_steps_requests::IndexFile(file.path()), symbol = line("symbol"),
           path = line("path")]() mutable {
-    for (const std::string& each : {symbol, path})
-      reply(each, {.index = &index});
+    for (const std::string& each : {symbol, path}) reply(each, {.index = &index});
   };
 }
 
 // Asks for an answer in which the text stands as it is.
 Work reply_to_lossy(const std::string& text) {
   return [line = R"({"id":1,"lossy":true,"tool":"git","response":{"x":")" + text + R"("}})"] {
-    keep(next_steps_program::reply_to(line, 1, {}));
+    keep(next_steps_requests::reply_to(line, 1, {}));
   };
 }
 

@@ -33,7 +33,7 @@ models::InMemoryRepository read_index(const std::string& file) {
   return requests::read_ctags_index(input);
 }
 
-ExitStatus suggest(const SuggestOptions& options) {
+ExitStatus suggest(SuggestOptions& options) {
   requests::Request request = options.request.read();
   request.miss = {*requests::wanted_named(options.what), options.name};
   const models::InMemoryRepository index = read_index(options.index);

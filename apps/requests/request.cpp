@@ -14,7 +14,8 @@ module::FinishOptions options_of(Request& request) {
   return {.action = std::move(request.action),
           .arguments = request.arguments ? &*request.arguments : nullptr,
           .freshness = std::move(request.freshness),
-          .serves = request.own_serves ? &*request.own_serves : request.serves};
+          .serves = request.own_serves ? &*request.own_serves : request.serves,
+          .catalogue = request.catalogue};
 }
 
 }  // namespace
@@ -24,7 +25,7 @@ JsonObject answer_to(Request request, const models::Repository* index) {
   if (request.miss) {
     request.tool = tool_of(request.miss->wanted);
     if (!request.action) request.action = default_action(request.miss->wanted);
-    add_nearest(request.response, *index, *request.miss, *request.action);
+    add_nearest(request.response, *index, *request.miss, *request.action, request.catalogue);
   }
   return module::finish_answer(std::move(request.response), request.tool, options_of(request));
 }

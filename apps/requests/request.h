@@ -20,6 +20,7 @@ struct Request {
   values::JsonValue freshness;                         // an object or null
   const module::ServedTools* serves = nullptr;         // borrowed
   std::optional<module::ServedTools> own_serves = {};  // replaces `serves` if the request itself has a set
+  const module::Catalogue* catalogue = nullptr;        // borrowed; null for the module's tables
   std::optional<Miss> miss = {};
   bool explain = false;  // asks for the explanation instead
 };
