@@ -1,15 +1,15 @@
 #include "next_steps/answer_options.h"
 
+#include <iostream>
+
 #include <CLI/CLI.hpp>
 
-#include "next_steps/failures.h"
-#include "next_steps/input.h"
-#include "next_steps/json_reader.h"
 #include "next_steps/usage.h"
+#include "requests/json_reader.h"
 
 namespace next_steps_program {
 
-using vantrex::values::JsonObject;
+using values::JsonObject;
 
 namespace {
 
@@ -17,9 +17,9 @@ namespace {
 std::optional<JsonObject> option_object(const std::string& option, const std::string& text) {
   if (text == "null") return std::nullopt;
   try {
-    return read_json_object(text, "the value of " + option);
-  } catch (const JsonError& error) {
-    throw InputRejected(option, error);
+    return requests::read_json_object(text, "the value of " + option);
+  } catch (const requests::JsonError& error) {
+    throw requests::in_source(option, error);
   }
 }
 
@@ -32,8 +32,8 @@ void RequestOptions::add_to(CLI::App& parser, const std::string& action_help) {
   serves_.add_to(parser);
 }
 
-Request RequestOptions::read() const {
-  Request request;
+requests::Request RequestOptions::read() const {
+  requests::Request request;
   request.action = action_;
   request.serves = serves_.set();
   request.arguments = option_object("--arguments", arguments_);
@@ -42,12 +42,18 @@ Request RequestOptions::read() const {
 }
 
 JsonObject read_answer(const std::string& file) {
-  Input input(file, "an answer");
+  requests::Input input(file);
+  announce(input, "an answer");
   try {
-    return read_json_object(input.read_all(), "an answer");
-  } catch (const JsonError& error) {
-    throw InputRejected(input.name(), error);
+    return requests::read_json_object(input.read_all(), "an answer");
+  } catch (const requests::JsonError& error) {
+    throw requests::in_source(input.name(), error);
   }
+}
+
+void announce(const requests::Input& input, std::string_view awaited) {
+  if (!input.is_terminal()) return;
+  std::cerr << "next-steps: waiting for " << awaited << " on standard input; Ctrl-D ends it\n";
 }
 
 void AnswerOptions::add_to(CLI::App& parser) {
@@ -60,8 +66,8 @@ void AnswerOptions::add_to(CLI::App& parser) {
       ->type_name("");
 }
 
-Request AnswerOptions::read() const {
-  Request request = request_.read();
+requests::Request AnswerOptions::read() const {
+  requests::Request request = request_.read();
   request.tool = tool_;
   request.response = read_answer(file_);
   return request;

@@ -9,16 +9,15 @@
 
 #include "next_steps/catalogue_graph.h"
 #include "next_steps/command.h"
-#include "next_steps/output.h"
 #include "next_steps/server_tables.h"
 #include "next_steps/serves_option.h"
+#include "requests/output.h"
 #include "vantrex/tool_handlers/next_steps.h"
 #include "vantrex/tool_handlers/next_steps/tables.h"
 #include "vantrex/values/text_forms.h"
 
 namespace next_steps_program {
 
-namespace module = vantrex::tool_handlers::next_steps;
 using vantrex::values::JsonList;
 using vantrex::values::JsonObject;
 using vantrex::values::JsonValue;
@@ -122,7 +121,7 @@ struct CatalogueOptions {
 
 ExitStatus catalogue(const CatalogueOptions& options) {
   const ServerTables tables(options.serves, module::tables_of(nullptr));
-  Output output;
+  requests::Output output;
   if (options.graph) {
     output.write(catalogue_graph(tables));
     output.flush();

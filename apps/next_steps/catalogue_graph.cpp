@@ -9,8 +9,6 @@
 
 namespace next_steps_program {
 
-namespace module = vantrex::tool_handlers::next_steps;
-
 namespace {
 
 constexpr std::size_t kRowHeight = 26;

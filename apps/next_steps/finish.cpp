@@ -5,7 +5,7 @@
 
 #include "next_steps/answer_options.h"
 #include "next_steps/command.h"
-#include "next_steps/output.h"
+#include "next_steps/print_answer.h"
 
 namespace next_steps_program {
 
@@ -17,7 +17,7 @@ struct FinishOptions {
 };
 
 ExitStatus finish(const FinishOptions& options) {
-  print_answer(finished(options.answer.read()), options.pretty);
+  print_answer(answer_to(options.answer.read()), options.pretty);
   return ExitStatus::done;
 }
 

@@ -7,8 +7,6 @@
 
 namespace next_steps_program {
 
-namespace module = vantrex::tool_handlers::next_steps;
-
 namespace {
 
 // Returns the answers that a server with `tools` gives. A tool with all its actions gives one

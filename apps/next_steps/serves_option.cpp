@@ -6,29 +6,9 @@
 
 #include <CLI/CLI.hpp>
 
+#include "requests/served_tool_text.h"
+
 namespace next_steps_program {
-
-namespace module = vantrex::tool_handlers::next_steps;
-
-namespace {
-
-bool is_name(std::string_view text) {
-  constexpr std::string_view kLetters = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789_-.";
-  return !text.empty() && text.find_first_not_of(kLetters) == std::string_view::npos;
-}
-
-}  // namespace
-
-module::ServedTool read_served_tool(std::string_view text) {
-  const std::size_t colon = text.find(':');
-  const std::string_view tool = text.substr(0, colon);
-  const bool has_action = colon != std::string_view::npos;
-  const std::string_view action = has_action ? text.substr(colon + 1) : "";
-  if (!is_name(tool) || (has_action && !is_name(action))) {
-    throw std::invalid_argument("\"" + std::string(text) + "\" is neither TOOL nor TOOL:ACTION");
-  }
-  return {.tool = std::string(tool), .action = has_action ? module::OptionalText(action) : nullptr};
-}
 
 namespace {
 
@@ -37,7 +17,7 @@ std::vector<module::ServedTool> read_served_tools(std::string_view text) {
   std::vector<module::ServedTool> tools;
   for (std::size_t begin = 0; begin <= text.size();) {
     const std::size_t end = std::min(text.find(',', begin), text.size());
-    tools.push_back(read_served_tool(text.substr(begin, end - begin)));
+    tools.push_back(requests::read_served_tool(text.substr(begin, end - begin)));
     begin = end + 1;
   }
   return tools;

@@ -6,7 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "apps/shell.h"
-#include "next_steps/ctags_index.h"
+#include "requests/ctags_index.h"
 #include "support/table.h"
 #include "vantrex/values/text_forms.h"
 
@@ -72,9 +72,9 @@ TEST(Suggest, RefusesWhatIsNoIndexAndSaysWhere) {
 {"_type":"file","name":"a","path":"b"} | 2: "_type" must be "tag" or "ptag"
  {"_type":"tag","path":"b"} | 2: "name" is missing
 {"_type":"tag","name":null,"path":"b"} | 16: "name" must be a string, not null
-{"_type":"tag","name":"a","path":"b","scope":["c"]} | 38: "scope" must be a string, not a list
-{"_type":"tag","name":"a","path":"b","scope":"c","language":7} | 50: "language" must be a string, not an integer
-{"_type":"tag","name":"a","path":"b","line":"7"} | 38: "line" must be an integer, not a string
+{"_type":"tag","name":"a","path":"b","scope":["c"]} | 38: "scope" must be a string or null, not a list
+{"_type":"tag","name":"a","path":"b","scope":"c","language":7} | 50: "language" must be a string or null, not an integer
+{"_type":"tag","name":"a","path":"b","line":"7"} | 38: "line" must be an integer or null, not a string
 {"_type":"tag","name":"a","path":"b","line":-1} | 38: "line" must be the number of a line
 )");
   for (const auto& row : rows) {
@@ -107,7 +107,7 @@ TEST(Suggest, KnowsEachPathOnceInTheOrderOfTheIndex) {
   }
   index.close();
   std::string paths;
-  next_steps_program::read_ctags_index(file).visit_paths([&](std::string_view path) { paths += path; });
+  next_steps_requests::read_ctags_index(file).visit_paths([&](std::string_view path) { paths += path; });
   EXPECT_EQ(paths, "hbagcdef");
 }
 

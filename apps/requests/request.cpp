@@ -1,0 +1,36 @@
+#include "requests/request.h"
+
+#include <utility>
+
+#include "vantrex/tool_handlers/next_steps.h"
+
+namespace next_steps_requests {
+
+using values::JsonObject;
+
+namespace {
+
+module::FinishOptions options_of(Request& request) {
+  return {.action = std::move(request.action),
+          .arguments = request.arguments ? &*request.arguments : nullptr,
+          .freshness = std::move(request.freshness),
+          .serves = request.own_serves ? &*request.own_serves : request.serves};
+}
+
+}  // namespace
+
+JsonObject answer_to(Request request, const models::Repository* index) {
+  if (request.explain) return explanation_of(std::move(request)).to_dict();
+  if (request.miss) {
+    request.tool = tool_of(request.miss->wanted);
+    if (!request.action) request.action = default_action(request.miss->wanted);
+    add_nearest(request.response, *index, *request.miss, *request.action);
+  }
+  return module::finish_answer(std::move(request.response), request.tool, options_of(request));
+}
+
+module::Explanation explanation_of(Request request) {
+  return module::explain_answer(std::move(request.response), request.tool, options_of(request));
+}
+
+}  // namespace next_steps_requests
