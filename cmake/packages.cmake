@@ -45,15 +45,15 @@ function(next_steps_packaged_examples component destination)
   next_steps_packaged(${component} ${destination} ${files})
 endfunction()
 
-# next_steps_needed(RESULT PATTERN...): the patterns of the program's sources and of the library's internal headers
-# that the matching files include, directly or not.
+# next_steps_needed(RESULT PATTERN...): the patterns of the sources in apps and of the library's internal headers that
+# the matching files include, directly or not.
 function(next_steps_needed result)
   set(found "")
   file(GLOB sources CONFIGURE_DEPENDS ${ARGN})
   while(sources)
     list(POP_FRONT sources source)
-    file(STRINGS ${source} names REGEX "^#include \"(next_steps|vantrex)/")
-    list(TRANSFORM names REPLACE ".*\"(next_steps/.*)h\".*" "${PROJECT_SOURCE_DIR}/apps/\\1*")
+    file(STRINGS ${source} names REGEX "^#include \"(requests|vantrex)/")
+    list(TRANSFORM names REPLACE ".*\"(requests/.*)h\".*" "${PROJECT_SOURCE_DIR}/apps/\\1*")
     list(TRANSFORM names REPLACE ".*\"(vantrex/.*)\".*" "${PROJECT_SOURCE_DIR}/src/\\1")
     list(REMOVE_ITEM names "" ${found} ${next_steps_public_headers})
     list(APPEND found ${names})

@@ -6,13 +6,13 @@
 #include <string_view>
 
 #include "fuzz/support/check.h"
-#include "next_steps/json_reader.h"
+#include "requests/json_reader.h"
 #include "vantrex/values/text_forms.h"
 
-using next_steps_program::JsonError;
-using next_steps_program::Place;
-using next_steps_program::place_of;
-using next_steps_program::read_json;
+using next_steps_requests::JsonError;
+using next_steps_requests::Place;
+using next_steps_requests::place_of;
+using next_steps_requests::read_json;
 using vantrex::fuzz::check;
 
 namespace {

@@ -6,9 +6,9 @@
 #include "calls.h"
 #include "json_rpc.h"
 #include "next_steps/explanation_text.h"
-#include "next_steps/json_reader.h"
 #include "next_steps/pretty_text.h"
 #include "protocol.h"
+#include "requests/json_reader.h"
 #include "vantrex/adapters/nlohmann_json.h"
 #include "vantrex/tool_handlers/next_steps.h"
 #include "vantrex/tool_handlers/next_steps/explanation.h"
@@ -26,7 +26,7 @@ using values::JsonObject;
 using values::JsonValue;
 
 JsonObject answer_in(const std::string& text) {
-  return next_steps_program::read_json_object(text, "an answer");
+  return next_steps_requests::read_json_object(text, "an answer");
 }
 
 // Counts `use(value)`, or its result if there is one.
@@ -78,7 +78,7 @@ Work line(const std::string& request) {
 constexpr std::array kCalls = {
     Call{Kind::answer, "read_json",
          [](const std::string& text) -> Work {
-           return [text] { keep(next_steps_program::read_json(text)); };
+           return [text] { keep(next_steps_requests::read_json(text)); };
          }},
     Call{Kind::answer, "copy", of_value<[](const JsonValue& value) { return JsonValue(value); }>},
     Call{Kind::answer, "comparison",
@@ -88,7 +88,8 @@ constexpr std::array kCalls = {
            };
          }},
     Call{Kind::answer, "compact_text", of_value<[](const JsonValue& value) { return compact_text(value); }>},
-    Call{Kind::answer, "canonical_text", of_value<values::canonical_text>},
+    Call{Kind::answer, "canonical_text",
+         of_value<[](const JsonValue& value) { return canonical_text(value); }>},
     Call{Kind::answer, "pretty_text", of_value<next_steps_program::pretty_text>},
     Call{Kind::answer, "without_null_fields", of_value<[](JsonValue& value) {
            return tool_handlers::next_steps::without_null_fields(std::move(value));
@@ -119,7 +120,7 @@ constexpr std::array kCalls = {
 
     Call{Kind::line, "reply_to",
          [](const std::string& text) -> Work {
-           return [text] { keep(next_steps_program::reply_to(text, 1, {})); };
+           return [text] { keep(next_steps_requests::reply_to(text, 1, {})); };
          }},
     Call{Kind::line, "code_index",
          [](const std::string& text) -> Work {
@@ -137,8 +138,8 @@ std::span<const Call> answer_calls() {
   return kCalls;
 }
 
-void reply(const std::string& line, const next_steps_program::BatchContext& context) {
-  const auto answered = next_steps_program::reply_to(line, 1, context);
+void reply(const std::string& line, const next_steps_requests::ReplyContext& context) {
+  const auto answered = next_steps_requests::reply_to(line, 1, context);
   keep(answered);
   if (answered.error) throw std::logic_error("an error instead of an answer: " + answered.line);
 }

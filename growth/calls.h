@@ -7,7 +7,7 @@
 #include <string_view>
 
 #include "inputs.h"
-#include "next_steps/batch_request.h"
+#include "requests/reply.h"
 #include "vantrex/values/json_value.h"
 
 namespace vantrex::growth {
@@ -34,6 +34,6 @@ void keep(const Result& result) {
 }
 
 // Answers a line of a batch. Throws std::logic_error if the reply is an error.
-void reply(const std::string& line, const next_steps_program::BatchContext& context);
+void reply(const std::string& line, const next_steps_requests::ReplyContext& context);
 
 }  // namespace vantrex::growth

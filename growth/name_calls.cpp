@@ -6,12 +6,13 @@
 #include <utility>
 
 #include "calls.h"
-#include "next_steps/ctags_index.h"
-#include "next_steps/index_file.h"
-#include "next_steps/json_reader.h"
-#include "next_steps/serves_option.h"
 #include "protocol.h"
+#include "requests/ctags_index.h"
+#include "requests/index_file.h"
+#include "requests/json_reader.h"
+#include "requests/served_tool_text.h"
 #include "vantrex/logging/quoted_literal.h"
+#include "vantrex/tool_handlers/next_steps/explanation.h"
 #include "vantrex/values/text_forms.h"
 #include "vantrex/workers/name_lookup.h"
 #include "vantrex/workers/name_parts.h"
@@ -34,7 +35,7 @@ Work of_text(const std::string& text) {
     try {
       keep(function(text));
     } catch (const std::invalid_argument&) {
-    } catch (const next_steps_program::JsonError&) {
+    } catch (const next_steps_requests::JsonError&) {
     }
   };
 }
@@ -64,8 +65,13 @@ Miss long_in_index(const std::string& text) {
 Miss almost_part(const std::string& text) {
   return {text + "!", index_of({"!" + text + text})};
 }
+// The wanted name is a part of the other up to its first letter.
+Miss almost_tail(const std::string& text) {
+  return {"!" + text, index_of({text + text + "!"})};
+}
+// A few edits lead from one to the other.
 Miss alike(const std::string& text) {
-  return {text + "!", index_of({text + "?", "?" + text, "!" + text + "!!"})};
+  return {text + "!", index_of({"?" + text})};
 }
 
 template <auto nearest, Miss (*miss_of)(const std::string&)>
@@ -126,9 +132,16 @@ Work suggest(const std::string& lines, std::string_view wanted) {
   const auto line = [name = Text::lossy(wanted)](const char* what) {
     return compact_text(JsonObject{{"id", name}, {"suggest", what}, {"wanted", name}});
   };
-  return [file, index = next_steps_program::IndexFile(file.path()), symbol = line("symbol"),
+  return [file, index = next_steps_requests::IndexFile(file.path()), symbol = line("symbol"),
           path = line("path")]() mutable {
-    for (const std::string& each : {symbol, path}) reply(each, {.serves = nullptr, .index = &index});
+    for (const std::string& each : {symbol, path}) reply(each, {.index = &index});
+  };
+}
+
+// Asks for an answer in which the text stands as it is.
+Work reply_to_lossy(const std::string& text) {
+  return [line = R"({"id":1,"lossy":true,"tool":"git","response":{"x":")" + text + R"("}})"] {
+    keep(next_steps_requests::reply_to(line, 1, {}));
   };
 }
 
@@ -143,7 +156,7 @@ constexpr const char* kAbsent = "pkg.running_x";
 
 template <auto function>
 Work of_index(const std::string& lines) {
-  return [index = next_steps_program::read_ctags_index(TextFile(lines).path())] { function(index); };
+  return [index = next_steps_requests::read_ctags_index(TextFile(lines).path())] { function(index); };
 }
 
 // Searches the rest of the text from each of its letters.
@@ -157,8 +170,8 @@ constexpr std::array kCalls = {
     Call{Kind::control, "control", search_again},
 
     Call{Kind::name, "read_json",
-         of_text<[](std::string_view text) { return next_steps_program::read_json(text); }>},
-    Call{Kind::name, "read_served_tool", of_text<next_steps_program::read_served_tool>},
+         of_text<[](std::string_view text) { return next_steps_requests::read_json(text); }>},
+    Call{Kind::name, "read_served_tool", of_text<next_steps_requests::read_served_tool>},
     Call{Kind::name, "Text", of_text<[](std::string_view text) { return Text(text); }>},
     Call{Kind::name, "Text::lossy", of_text<Text::lossy>},
     Call{Kind::name, "Integer::parse", of_text<Integer::parse>},
@@ -169,19 +182,24 @@ constexpr std::array kCalls = {
     Call{Kind::name, "nearest_symbols of a long name", look_up<workers::nearest_symbols, long_wanted>},
     Call{Kind::name, "nearest_symbols in long names", look_up<workers::nearest_symbols, long_in_index>},
     Call{Kind::name, "nearest_symbols of almost a part", look_up<workers::nearest_symbols, almost_part>},
+    Call{Kind::name, "nearest_symbols of almost a tail", look_up<workers::nearest_symbols, almost_tail>},
     Call{Kind::name, "nearest_symbols of a name alike", look_up<workers::nearest_symbols, alike>},
     Call{Kind::name, "nearest_paths of a long path", look_up<workers::nearest_paths, long_wanted>},
     Call{Kind::name, "nearest_paths in long paths", look_up<workers::nearest_paths, long_in_index>},
-    Call{Kind::name, "nearest_paths of almost a part", look_up<workers::nearest_paths, almost_part>},
     Call{Kind::name, "nearest_paths of a path alike", look_up<workers::nearest_paths, alike>},
+    Call{Kind::name, "explain_answer of a long tool", of_text<[](std::string_view text) {
+           return tool_handlers::next_steps::explain_answer(JsonObject(), text, {.action = text});
+         }>},
+    Call{Kind::name, "reply_to, lossy", reply_to_lossy},
     Call{Kind::name, "reply_to, a long name wanted", suggest<long_wanted>},
     Call{Kind::name, "reply_to, long names in the index", suggest<long_in_index>},
     Call{Kind::name, "code_index, a long name wanted", serve<long_wanted>},
     Call{Kind::name, "code_index, almost a part wanted", serve<almost_part>},
+    Call{Kind::name, "code_index, almost a tail wanted", serve<almost_tail>},
 
     Call{Kind::index, "read_ctags_index",
          [](const std::string& lines) -> Work {
-           return [file = TextFile(lines)] { keep(next_steps_program::read_ctags_index(file.path())); };
+           return [file = TextFile(lines)] { keep(next_steps_requests::read_ctags_index(file.path())); };
          }},
     Call{Kind::index, "nearest_symbols",
          of_index<[](const Repository& index) { keep(workers::nearest_symbols(index, kAbsent)); }>},

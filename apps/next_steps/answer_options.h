@@ -6,9 +6,12 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 
-#include "next_steps/request.h"
-#include "next_steps/serves_option.h"
+#include "next_steps/names.h"
+#include "next_steps/server_options.h"
+#include "requests/input.h"
+#include "requests/request.h"
 
 namespace CLI {
 class App;
@@ -16,24 +19,27 @@ class App;
 
 namespace next_steps_program {
 
-// --action, --arguments, --freshness and --serves.
+// --action, --arguments, --freshness, --serves and --catalogue.
 class RequestOptions {
  public:
   // `action_help` describes --action.
   void add_to(CLI::App& parser, const std::string& action_help);
 
   // Returns a request without a tool and an answer. It refers to this object.
-  Request read() const;
+  requests::Request read();
 
  private:
   std::optional<std::string> action_;
   std::string arguments_ = "null";
   std::string freshness_ = "null";
-  ServesOption serves_;
+  ServerOptions server_;
 };
 
 // Returns the answer in `file`; "-" and "" are standard input.
-vantrex::values::JsonObject read_answer(const std::string& file);
+values::JsonObject read_answer(const std::string& file);
+
+// If `input` is a terminal, says on standard error that `awaited` is expected there.
+void announce(const requests::Input& input, std::string_view awaited);
 
 // --tool, those of RequestOptions, and the answer's file.
 class AnswerOptions {
@@ -41,7 +47,7 @@ class AnswerOptions {
   void add_to(CLI::App& parser);
 
   // Returns the request with the answer, which is read now. It refers to this object.
-  Request read() const;
+  requests::Request read();
 
  private:
   std::string tool_;

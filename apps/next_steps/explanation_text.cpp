@@ -10,7 +10,6 @@
 
 namespace next_steps_program {
 
-namespace module = vantrex::tool_handlers::next_steps;
 using vantrex::values::compact_text;
 using vantrex::values::JsonObject;
 using vantrex::values::JsonValue;

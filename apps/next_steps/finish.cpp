@@ -5,7 +5,7 @@
 
 #include "next_steps/answer_options.h"
 #include "next_steps/command.h"
-#include "next_steps/output.h"
+#include "next_steps/print_answer.h"
 
 namespace next_steps_program {
 
@@ -16,8 +16,8 @@ struct FinishOptions {
   bool pretty = false;
 };
 
-ExitStatus finish(const FinishOptions& options) {
-  print_answer(finished(options.answer.read()), options.pretty);
+ExitStatus finish(FinishOptions& options) {
+  print_answer(answer_to(options.answer.read()), options.pretty);
   return ExitStatus::done;
 }
 

@@ -5,8 +5,9 @@
 #include <CLI/CLI.hpp>
 
 #include "next_steps/command.h"
-#include "next_steps/output.h"
+#include "next_steps/names.h"
 #include "next_steps/usage.h"
+#include "requests/output.h"
 
 namespace next_steps_program {
 
@@ -16,7 +17,7 @@ ExitStatus help(const CLI::App& program, const std::string& subcommand) {
   const bool is_program = subcommand.empty();
   const CLI::App& asked = is_program ? program : *program.get_subcommand(subcommand);
   const std::string name = program.get_name() + (is_program ? "" : " " + subcommand);
-  Output output;
+  requests::Output output;
   output.write(asked.get_formatter()->make_help(&asked, name, CLI::AppFormatMode::Normal));
   output.flush();
   return ExitStatus::done;

@@ -8,9 +8,10 @@
 #include <CLI/CLI.hpp>
 
 #include "next_steps/command.h"
-#include "next_steps/failures.h"
-#include "next_steps/output.h"
+#include "next_steps/names.h"
 #include "next_steps/usage.h"
+#include "requests/failures.h"
+#include "requests/output.h"
 #include "vantrex/version.h"
 
 namespace next_steps_program {
@@ -22,7 +23,7 @@ ExitStatus answer_parse(const CLI::App& program, const CLI::ParseError& ending) 
   std::ostringstream wrong;
   const bool is_wrong = program.exit(ending, asked_for, wrong) != 0;
   std::cerr << wrong.str();
-  Output output;
+  requests::Output output;
   output.write(asked_for.str());
   output.flush();
   return is_wrong ? ExitStatus::wrong_usage : ExitStatus::done;
@@ -52,7 +53,7 @@ ExitStatus run(int argument_count, char** arguments) {
 ExitStatus run_and_report(int argument_count, char** arguments) {
   try {
     return run(argument_count, arguments);
-  } catch (const InputRejected& error) {
+  } catch (const requests::InputRejected& error) {
     std::cerr << error.what() << '\n';
     return ExitStatus::input_rejected;
   } catch (const std::bad_alloc&) {

@@ -8,11 +8,10 @@
 
 #include "next_steps/answer_options.h"
 #include "next_steps/command.h"
-#include "next_steps/ctags_index.h"
-#include "next_steps/failures.h"
-#include "next_steps/miss.h"
-#include "next_steps/output.h"
+#include "next_steps/print_answer.h"
 #include "next_steps/usage.h"
+#include "requests/ctags_index.h"
+#include "requests/failures.h"
 #include "vantrex/logging/quoted_literal.h"
 
 namespace next_steps_program {
@@ -28,17 +27,22 @@ struct SuggestOptions {
   bool pretty = false;
 };
 
-ExitStatus suggest(const SuggestOptions& options) {
-  Request request = options.request.read();
-  const auto index = read_ctags_index(options.index);
-  const Wanted wanted = options.what == "symbol" ? Wanted::symbol : Wanted::path;
-  if (holds(index, wanted, options.name)) {
-    throw InputRejected(vantrex::logging::printable(options.name),
-                        "no miss: the index holds this " + options.what);
-  }
+models::InMemoryRepository read_index(const std::string& file) {
+  requests::Input input(file);
+  announce(input, "an index");
+  return requests::read_ctags_index(input);
+}
+
+ExitStatus suggest(SuggestOptions& options) {
+  requests::Request request = options.request.read();
+  request.miss = {*requests::wanted_named(options.what), options.name};
+  const models::InMemoryRepository index = read_index(options.index);
   if (options.file) request.response = read_answer(*options.file);
-  if (!request.action) request.action = default_action(wanted);
-  print_answer(finished_miss(index, wanted, options.name, std::move(request)), options.pretty);
+  try {
+    print_answer(answer_to(std::move(request), &index), options.pretty);
+  } catch (const requests::NoMiss& error) {
+    throw requests::InputRejected(vantrex::logging::printable(options.name), error.what());
+  }
   return ExitStatus::done;
 }
 
@@ -67,10 +71,7 @@ Command add_suggest(CLI::App& program) {
                    "The answer, an object; standard input if FILE is -, {} if it is missing")
       ->type_name("");
   parser->add_flag("--pretty", options->pretty, "Indent the finished answer");
-  parser->footer(
-      "--serves and --arguments do not change the step: a miss always offers its own.\n"
-      "Universal Ctags makes the index:\n  " +
-      std::string(kCtagsCommand));
+  parser->footer("Universal Ctags makes the index:\n  " + std::string(requests::kCtagsCommand));
   parser->callback([options] {
     if (options->index == "-" && options->file == "-") {
       throw CLI::ValidationError("--index", "the index and the answer cannot both be standard input");

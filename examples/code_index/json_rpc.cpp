@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <exception>
 
-#include "next_steps/json_reader.h"
+#include "requests/json_reader.h"
 #include "vantrex/values/text_forms.h"
 
 namespace code_index {
@@ -26,8 +26,8 @@ JsonObject error_response(const JsonValue& id, const RpcError& error) {
 JsonValue read_message(std::string_view line) {
   if (line.size() > kMaxLineBytes) throw RpcError(kInvalidRequest, "A message has at most 1 MiB");
   try {
-    return next_steps_program::read_json(line);
-  } catch (const next_steps_program::JsonError& error) {
+    return next_steps_requests::read_json(line);
+  } catch (const next_steps_requests::JsonError& error) {
     throw RpcError(kParseError, "Column " + std::to_string(error.place().column) + ": " + error.what());
   }
 }

@@ -70,8 +70,8 @@ TEST(Batch, AnswersEachLineInItsPlace) {
   EXPECT_EQ(ran.err.substr(0, 11) + ran.err.substr(ran.err.find(" (")), "<stdin>:8:1 (lines rejected: 23)\n");
   EXPECT_EQ(
       run("next-steps batch", R"({"suggest":"path","wanted":"x"})").out,
-      R"({"error":{"line":1,"column":2,"message":"\"suggest\" needs an index: start the batch with --index )"
-      "FILE\"}}\n");
+      R"({"error":{"line":1,"column":2,"message":"\"suggest\" needs an index; next-steps batch takes one )"
+      "with --index FILE\"}}\n");
 }
 
 // Returns `text` with each `mark` replaced by `by`.
@@ -130,6 +130,10 @@ TEST(Batch, AgreesWithTheNaiveImplementation) {
     expected += fuzz::naive::json_text(fuzz::naive::finish(request).answer) + '\n';
   }
   const std::string out = run("next-steps batch", input).out;
+  // The built-in tables as a catalogue of the server's own.
+  const char* with_own =
+      "own=$(dirname $0)/own; next-steps catalogue --json >$own; next-steps batch --catalogue $own";
+  EXPECT_TRUE(run(with_own, input).out == out);
   const auto equal = std::ranges::mismatch(out, expected).in1 - out.begin();
   EXPECT_TRUE(out == expected) << "they differ in line "
                                << 1 + std::count(out.begin(), out.begin() + equal, '\n');
@@ -145,7 +149,9 @@ TEST(Batch, AnswersEachLineAtOnceAndReadsAReplacedIndexAgain) {
     ask() {
       printf '{"suggest":"symbol",' >&"${COPROC[1]}"; sleep 0.05
       echo '"wanted":"'$1'"}' >&"${COPROC[1]}"
-      until read -r -t 20 -u "${COPROC[0]}" line && [[ $line == {* ]]; do echo "${line##*; }"; done
+      until read -r -t 20 -u "${COPROC[0]}" line && [[ $line == {* ]]; do
+        [[ $line == *error:* ]] || echo "${line##*; }"
+      done
       grep -o 'symbol to.*is [a-z]*' <<<"$line"
     }
     ask firs

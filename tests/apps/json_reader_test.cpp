@@ -1,4 +1,4 @@
-#include "next_steps/json_reader.h"
+#include "requests/json_reader.h"
 
 #include <cmath>
 #include <cstdlib>
@@ -13,8 +13,8 @@
 namespace vantrex::tests {
 namespace {
 
-using next_steps_program::JsonError;
-using next_steps_program::read_json;
+using next_steps_requests::JsonError;
+using next_steps_requests::read_json;
 using namespace std::string_literals;
 
 TEST(JsonReader, ReadsEveryKindExactly) {

@@ -6,7 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "apps/shell.h"
-#include "next_steps/ctags_index.h"
+#include "requests/ctags_index.h"
 #include "support/table.h"
 #include "vantrex/values/text_forms.h"
 
@@ -54,10 +54,12 @@ path 0.0 | [] | files | {} | No indexed file is near 0.0
     EXPECT_EQ(ran.out, compact_text(expected) + "\n") << row.at(0);
     EXPECT_EQ(ran.err + std::to_string(ran.status), "0") << row.at(0);
   }
-  EXPECT_EQ(
-      suggest("path 0.0 --serves a --arguments '{}' --freshness '{\"b\":1}' $(dirname $0)/answer.json").out,
-      R"({"found":false,"rest":1,"did_you_mean":[],"freshness":{"b":1},"next_steps":[{"tool":"files","args":{},)"
-      "\"reason\":\"No indexed file is near 0.0\"}]}\n");
+  const std::string missed = R"({"found":false,"rest":1,"did_you_mean":[],"freshness":{"b":1})";
+  const std::string options = " --arguments '{}' --freshness '{\"b\":1}' $(dirname $0)/answer.json";
+  EXPECT_EQ(suggest("path 0.0 --serves file" + options).out, missed + "}\n");
+  EXPECT_EQ(suggest("path 0.0 --serves files" + options).out,
+            missed + R"(,"next_steps":[{"tool":"files","args":{},)" +
+                "\"reason\":\"No indexed file is near 0.0\"}]}\n");
   EXPECT_EQ(suggest("path 0.0 --pretty | head -2").out, "{\n  \"found\": false,\n");
 }
 
@@ -70,9 +72,9 @@ TEST(Suggest, RefusesWhatIsNoIndexAndSaysWhere) {
 {"_type":"file","name":"a","path":"b"} | 2: "_type" must be "tag" or "ptag"
  {"_type":"tag","path":"b"} | 2: "name" is missing
 {"_type":"tag","name":null,"path":"b"} | 16: "name" must be a string, not null
-{"_type":"tag","name":"a","path":"b","scope":["c"]} | 38: "scope" must be a string, not a list
-{"_type":"tag","name":"a","path":"b","scope":"c","language":7} | 50: "language" must be a string, not an integer
-{"_type":"tag","name":"a","path":"b","line":"7"} | 38: "line" must be an integer, not a string
+{"_type":"tag","name":"a","path":"b","scope":["c"]} | 38: "scope" must be a string or null, not a list
+{"_type":"tag","name":"a","path":"b","scope":"c","language":7} | 50: "language" must be a string or null, not an integer
+{"_type":"tag","name":"a","path":"b","line":"7"} | 38: "line" must be an integer or null, not a string
 {"_type":"tag","name":"a","path":"b","line":-1} | 38: "line" must be the number of a line
 )");
   for (const auto& row : rows) {
@@ -105,7 +107,7 @@ TEST(Suggest, KnowsEachPathOnceInTheOrderOfTheIndex) {
   }
   index.close();
   std::string paths;
-  next_steps_program::read_ctags_index(file).visit_paths([&](std::string_view path) { paths += path; });
+  next_steps_requests::read_ctags_index(file).visit_paths([&](std::string_view path) { paths += path; });
   EXPECT_EQ(paths, "hbagcdef");
 }
 
