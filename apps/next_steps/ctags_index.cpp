@@ -81,7 +81,7 @@ class IndexFiller {
     if (type != "tag") members.reject("_type", R"(must be "tag" or "ptag")");
     Symbol symbol = symbol_of(members);
     if (paths_.insert(symbol.file).second) repository_.add_path(symbol.file);
-    repository_.add_symbol(std::move(symbol));
+    repository_.add_symbol(symbol);
   }
   bool empty() const noexcept { return paths_.empty(); }
   InMemoryRepository take() && { return std::move(repository_); }

@@ -12,7 +12,9 @@
 namespace next_steps_program {
 
 IndexFile::IndexFile(std::string file)
-    : file_(std::move(file)), seen_(state_of(file_)), index_(read_ctags_index(file_)) {}
+    : file_(std::move(file)), seen_(state_of(file_)), index_(read_ctags_index(file_)) {
+  index_.make_name_index();
+}
 
 const vantrex::models::Repository& IndexFile::current() {
   const State now = state_of(file_);
@@ -20,6 +22,7 @@ const vantrex::models::Repository& IndexFile::current() {
   seen_ = now;
   try {
     index_ = read_ctags_index(file_);
+    index_.make_name_index();
   } catch (const std::bad_alloc&) {
     throw;
   } catch (const std::exception& error) {

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "vantrex/models/name_index.h"
 #include "vantrex/tool_handlers/next_steps.h"
 
 namespace next_steps_program {
@@ -19,6 +20,9 @@ std::string_view default_action(Wanted wanted) {
 }
 
 bool holds(const Repository& index, Wanted wanted, std::string_view name) {
+  if (const auto names = index.name_index()) {
+    return wanted == Wanted::symbol ? !names->symbols_named(name).empty() : names->holds_path(name);
+  }
   bool found = false;
   if (wanted == Wanted::symbol) {
     index.visit_symbols(
