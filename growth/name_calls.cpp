@@ -12,10 +12,10 @@
 #include "requests/json_reader.h"
 #include "requests/served_tool_text.h"
 #include "vantrex/logging/quoted_literal.h"
+#include "vantrex/names/name_parts.h"
 #include "vantrex/tool_handlers/next_steps/explanation.h"
 #include "vantrex/values/text_forms.h"
 #include "vantrex/workers/name_lookup.h"
-#include "vantrex/workers/name_parts.h"
 
 namespace vantrex::growth {
 
@@ -178,7 +178,7 @@ constexpr std::array kCalls = {
     Call{Kind::name, "quoted_literal", of_text<logging::quoted_literal>},
     Call{Kind::name, "printable", of_text<logging::printable>},
     Call{Kind::name, "guessed_name", of_text<workers::guessed_name>},
-    Call{Kind::name, "part_path", of_text<workers::part_path>},
+    Call{Kind::name, "part_path", of_text<[](std::string_view path) { return names::split_last(names::NameKind::path, path); }>},
     Call{Kind::name, "nearest_symbols of a long name", look_up<workers::nearest_symbols, long_wanted>},
     Call{Kind::name, "nearest_symbols in long names", look_up<workers::nearest_symbols, long_in_index>},
     Call{Kind::name, "nearest_symbols of almost a part", look_up<workers::nearest_symbols, almost_part>},
