@@ -69,7 +69,7 @@ class Graph {
     for (const module::SignalRow* row : tables.signals()) {
       const vantrex::values::JsonObject step = module::SignalTrial(*row).step();
       add(place_of_answer(row->key), step["tool"].string().value_or(""),
-          step.at_path("args", "action").string(), true);
+          step["args"]["action"].string(), true);
     }
   }
 

@@ -28,7 +28,7 @@ void Members::reject_others(std::span<const std::string_view> known) const {
 }
 
 JsonValue& Members::required(std::string_view key, Kind kind, std::string_view expected) {
-  JsonValue* value = object_.find_mutable(key);
+  JsonValue* value = object_.find(key);
   if (value == nullptr) reject_at(line_.find('{'), quoted(key) + " is missing");
   if (value->kind() != kind) {
     reject(key, "must be " + std::string(expected) + ", not " + std::string(kind_name(*value)));

@@ -29,14 +29,19 @@ HitLists find_hit_lists(const JsonObject& response) noexcept {
 }
 
 std::optional<Integer> _hit_count(const JsonObject& response, const HitLists& lists) {
-  if (auto count = response["total_count"].integer()) return count;
-  if (auto count = response["total"].integer()) return count;
+  if (auto count = stated_integer(response["total_count"])) return count;
+  if (auto count = stated_integer(response["total"])) return count;
   const auto* first =
       std::find_if(lists.begin(), lists.end(), [](const JsonList* list) { return list != nullptr; });
   return first == lists.end() ? std::nullopt : std::optional<Integer>((*first)->size());
 }
 
 }  // namespace
+
+std::optional<Integer> stated_integer(const JsonValue& value) noexcept {
+  if (const auto boolean = value.boolean()) return Integer(*boolean ? 1 : 0);
+  return value.integer();
+}
 
 AnswerView::AnswerView(const JsonObject& answer, const JsonObject* request_arguments)
     : response(answer),

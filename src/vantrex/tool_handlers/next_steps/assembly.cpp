@@ -68,7 +68,7 @@ template <typename Keeps>
 JsonList filtered(JsonList steps, Keeps keeps) {
   JsonList kept;
   for (std::size_t position = 0; position < steps.size(); ++position) {
-    JsonValue& step = steps.mutable_item(position);
+    JsonValue& step = *steps.item(position);
     if (keeps(std::as_const(step), position)) kept.push_back(std::move(step));
   }
   return kept;
@@ -121,7 +121,7 @@ Choice choose_steps(Candidates candidates, const ServedTools* serves) {
   const Keep keep{std::clamp(steps.size(), std::size_t{1}, MAX_STEPS)};
   if (steps.empty()) std::swap(steps, usual);
   for (std::size_t position = 0; position < usual.size(); ++position) {
-    steps.push_back(std::move(usual.mutable_item(position)));
+    steps.push_back(std::move(*usual.item(position)));
   }
   steps = _deduplicated(std::move(steps));
   steps.truncate(MAX_STEPS);

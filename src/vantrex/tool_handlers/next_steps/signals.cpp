@@ -18,7 +18,7 @@ constexpr TextLiteral kImpact = "impact";
 constexpr TextLiteral kRecommended = "recommended";
 
 bool counts_no_hits(const JsonObject& known) {
-  return known["hits"].integer() == Integer(0);
+  return stated_integer(known["hits"]) == 0;
 }
 
 bool found_nothing_for_query(const JsonObject& known) {
@@ -38,8 +38,8 @@ std::optional<JsonObject> _ask_explore(const JsonObject& known) {
 }
 
 std::optional<JsonObject> _blast_radius(const JsonObject& known) {
-  const std::optional<Integer> hits = known["hits"].integer();
-  if (!hits || *hits < Integer(FAN_IN_FOR_IMPACT) || known["fqn"].is_empty()) return std::nullopt;
+  const std::optional<Integer> hits = stated_integer(known["hits"]);
+  if (!hits || *hits < FAN_IN_FOR_IMPACT || known["fqn"].is_empty()) return std::nullopt;
   std::string reason = hits->digits();
   reason += ' ';
   reason += known["what"].string().value_or("");
