@@ -9,12 +9,20 @@ file(GLOB_RECURSE internal_headers CONFIGURE_DEPENDS src/vantrex/*.h)
 list(REMOVE_ITEM internal_headers ${next_steps_public_headers})
 find_package(Threads REQUIRED)
 
+# In a build without a type, the library is compiled with -O2 unless CMAKE_CXX_FLAGS has an -O option. An -O
+# option in the properties of the directory or the target comes later on the command line, so it counts.
+set(default_optimisation "")
+if(NOT CMAKE_CXX_FLAGS MATCHES "(^| )-O")
+  set(default_optimisation $<$<STREQUAL:$<CONFIG>,>:-O2>)
+endif()
+
 # next_steps_library(TARGET [KIND...]): adds the library; the KIND is passed to add_library.
 function(next_steps_library target)
   add_library(${target} ${ARGN} ${library_sources})
   target_compile_features(${target} PUBLIC cxx_std_20)
   target_sources(${target} PUBLIC FILE_SET HEADERS BASE_DIRS src FILES ${next_steps_public_headers})
   target_link_libraries(${target} PUBLIC Threads::Threads)
+  target_compile_options(${target} BEFORE PRIVATE ${default_optimisation})
   next_steps_warnings(${target})
 endfunction()
 

@@ -1,5 +1,6 @@
-# The Debian packages: libnext-steps-dev with the headers, the static library, the guide and the examples, and
-# next-steps with the program and its manual page. They hold the components "dev" and "program".
+# The Debian packages: libnext-steps-dev with the headers, the static library, the guide and the examples in C++,
+# and next-steps with the program, its manual page and the examples for it. They hold the components "dev" and
+# "program".
 set(CPACK_GENERATOR DEB)
 set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
@@ -9,7 +10,7 @@ set(CPACK_STRIP_FILES ON)
 
 set(CPACK_DEBIAN_DEV_PACKAGE_NAME libnext-steps-dev)
 set(CPACK_DEBIAN_DEV_PACKAGE_SECTION libdevel)
-set(CPACK_DEBIAN_DEV_PACKAGE_SUGGESTS nlohmann-json3-dev)
+set(CPACK_DEBIAN_DEV_PACKAGE_SUGGESTS "nlohmann-json3-dev, rapidjson-dev")
 set(CPACK_DEBIAN_DEV_DESCRIPTION "This package has the header files and the static library, with a CMake
 package, a file for pkg-config, the guide and the examples.")
 
@@ -34,14 +35,47 @@ endforeach()
 set(dev_docs doc/libnext-steps-dev)
 next_steps_packaged(dev ${dev_docs} cmake/debian/copyright ${packaged}/changelog.gz ${packaged}/guide.md.gz
   ${packaged}/catalogue.md.gz)
-file(GLOB examples CONFIGURE_DEPENDS examples/*.cpp)
-next_steps_packaged(dev ${dev_docs}/examples ${examples})
-foreach(example answers code_index)
-  file(GLOB files CONFIGURE_DEPENDS LIST_DIRECTORIES false examples/${example}/*)
-  list(FILTER files EXCLUDE REGEX _test.cpp$)
-  next_steps_packaged(dev ${dev_docs}/examples/${example} ${files})
-endforeach()
 next_steps_packaged(program doc/next-steps cmake/debian/copyright ${packaged}/changelog.gz)
 next_steps_packaged(program man/man1 ${packaged}/next-steps.1.gz)
+
+# next_steps_packaged_examples(COMPONENT DESTINATION PATTERN...): adds the files that match, except tests.
+function(next_steps_packaged_examples component destination)
+  file(GLOB files CONFIGURE_DEPENDS LIST_DIRECTORIES false ${ARGN})
+  list(FILTER files EXCLUDE REGEX _test.cpp$)
+  next_steps_packaged(${component} ${destination} ${files})
+endfunction()
+
+# next_steps_needed(RESULT PATTERN...): the patterns of the sources in apps and of the library's internal headers that
+# the matching files include, directly or not.
+function(next_steps_needed result)
+  set(found "")
+  file(GLOB sources CONFIGURE_DEPENDS ${ARGN})
+  while(sources)
+    list(POP_FRONT sources source)
+    file(STRINGS ${source} names REGEX "^#include \"(requests|vantrex)/")
+    list(TRANSFORM names REPLACE ".*\"(requests/.*)h\".*" "${PROJECT_SOURCE_DIR}/apps/\\1*")
+    list(TRANSFORM names REPLACE ".*\"(vantrex/.*)\".*" "${PROJECT_SOURCE_DIR}/src/\\1")
+    list(REMOVE_ITEM names "" ${found} ${next_steps_public_headers})
+    list(APPEND found ${names})
+    if(names)
+      file(GLOB included ${names})
+      list(APPEND sources ${included})
+    endif()
+  endwhile()
+  set(${result} ${found} PARENT_SCOPE)
+endfunction()
+
+set(examples ${dev_docs}/examples)
+next_steps_packaged_examples(dev ${examples} examples/CMakeLists.txt examples/*.cpp)
+next_steps_packaged_examples(dev ${examples}/code_index examples/code_index/* schemas/finished_answer.schema.json)
+next_steps_needed(needed examples/code_index/*.h examples/code_index/*.cpp)
+foreach(pattern ${needed})
+  string(REGEX REPLACE "^${PROJECT_SOURCE_DIR}/[a-z]+/(.*)/.*" "\\1" folder ${pattern})
+  next_steps_packaged_examples(dev ${examples}/code_index/${folder} ${pattern})
+endforeach()
+next_steps_packaged_examples(program doc/next-steps/examples examples/batch_client.*)
+next_steps_packaged_examples(program doc/next-steps/examples/answers examples/answers/*)
+next_steps_packaged_examples(program doc/next-steps/examples/catalogues examples/catalogues/*)
+next_steps_packaged_examples(program doc/next-steps/examples/index examples/index/*)
 
 include(CPack)

@@ -15,12 +15,13 @@ class Batch {
     this.process.on("close", (code, signal) => this.#end(new Error(`the program ended with ${signal ?? code}`)));
   }
 
-  // Resolves to the answer; rejects for a wrong request and when the program ended.
+  // Resolves to the answer; rejects for a wrong request, for one that is no JSON, and when the program ended.
   ask(request) {
     return new Promise((resolve, reject) => {
       if (this.ended) return reject(this.ended);
-      this.#waiting.push({ resolve, reject });
-      this.process.stdin.write(`${JSON.stringify({ id: ++this.#requests, ...request })}\n`);
+      const id = ++this.#requests; // first, so that the reply has it even if the line cannot be read
+      this.process.stdin.write(`${JSON.stringify(Object.assign({ id }, request, { id }))}\n`);
+      this.#waiting.push({ id, resolve, reject });
     });
   }
 
@@ -28,7 +29,9 @@ class Batch {
     const lines = (this.#unread + text).split("\n"); // readline would also split at U+2028
     this.#unread = lines.pop();
     for (const line of lines) {
-      const { answer, error } = JSON.parse(line);
+      const { id, answer, error } = JSON.parse(line);
+      const expected = this.#waiting[0]?.id;
+      if (id !== expected) return this.#end(new Error(`a reply has the id ${id}, not ${expected}`));
       const { resolve, reject } = this.#waiting.shift();
       error ? reject(new Error(error.message)) : resolve(answer);
     }
@@ -37,18 +40,22 @@ class Batch {
   #end(error) {
     this.ended ??= error;
     for (const { reject } of this.#waiting.splice(0)) reject(this.ended);
+    this.process.kill();
   }
 }
 
 const [program, index] = process.argv.slice(2);
 const batch = new Batch(program, "--index", index, "--serves", "search,symbol:detail");
 const hit = { fqn: "pkg.mod.parse", kind: "function", doc: null };
-const [answer, miss] = await Promise.all([
+const [, answer, cut, miss] = await Promise.allSettled([
+  batch.ask({ tool: "search", response: { results: [1n] } }), // not sent: a BigInt is no JSON
   batch.ask({ tool: "search", response: { results: [hit] } }),
+  batch.ask({ tool: "search", response: { results: ["\ud83d"] } }), // half an emoji
   batch.ask({ suggest: "symbol", wanted: "Repositry" }),
 ]);
-console.log("answer:", JSON.stringify(answer));
-console.log("miss:", JSON.stringify(miss.next_steps));
+console.log("answer:", JSON.stringify(answer.value));
+console.log("error:", cut.reason.message);
+console.log("miss:", JSON.stringify(miss.value.next_steps));
 await batch.ask({ tool: "search", response: [hit] }).catch((error) => console.log("error:", error.message));
 batch.process.kill();
 await batch.ask({ tool: "search", response: {} }).catch((error) => console.log("end:", error.message));

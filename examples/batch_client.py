@@ -15,8 +15,8 @@ class Batch:
 
     def ask(self, **request):
         """Returns the answer. Raises ValueError for a wrong request, EOFError when the program ended."""
-        self.requests += 1
-        line = json.dumps({"id": self.requests, **request}, allow_nan=False)
+        self.requests += 1  # the id comes first, so that the reply has it even if the line cannot be read
+        line = json.dumps({"id": self.requests, **request, "id": self.requests}, allow_nan=False)
         try:
             self.process.stdin.write(line + "\n")
             self.process.stdin.flush()
@@ -26,9 +26,11 @@ class Batch:
         if not line:
             raise EOFError(f"the program ended with status {self.process.wait()}")
         reply = json.loads(line)
+        if reply.get("id") != self.requests:
+            self.process.kill()
+            raise RuntimeError(f"a reply has the id {reply.get('id')}, not {self.requests}")
         if "error" in reply:
             raise ValueError(reply["error"]["message"])
-        assert reply["id"] == self.requests
         return reply["answer"]
 
     def close(self):
@@ -43,7 +45,15 @@ class Batch:
 def main(program, index):
     batch = Batch(program, "--index", index, "--serves", "search,symbol:detail")
     hit = {"fqn": "pkg.mod.parse", "kind": "function", "doc": None}
+    try:
+        batch.ask(tool="search", response={"results": [{hit["fqn"]}]})
+    except TypeError:
+        pass  # not sent: a set is no JSON
     print("answer:", json.dumps(batch.ask(tool="search", response={"results": [hit]})))
+    try:
+        batch.ask(tool="search", response={"results": ["\ud83d"]})
+    except ValueError as error:
+        print("error:", error)
     print("miss:", json.dumps(batch.ask(suggest="symbol", wanted="Repositry")["next_steps"]))
     try:
         batch.ask(tool="search", response=[hit])

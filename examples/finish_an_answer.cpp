@@ -2,7 +2,6 @@
 #include <utility>
 
 #include "vantrex/tool_handlers/next_steps.h"
-#include "vantrex/tool_handlers/tool_result.h"
 
 using vantrex::values::JsonList, vantrex::values::JsonObject;
 

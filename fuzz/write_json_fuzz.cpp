@@ -6,7 +6,7 @@
 #include "fuzz/support/byte_choices.h"
 #include "fuzz/support/check.h"
 #include "fuzz/support/naive.h"
-#include "next_steps/json_reader.h"
+#include "requests/json_reader.h"
 #include "next_steps/pretty_text.h"
 #include "vantrex/values/text_forms.h"
 
@@ -23,7 +23,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   check(canonical_text(value) == json_text(value, true), "the canonical text has its fields in order");
 
   const JsonValue json = vantrex::fuzz::byte_choices(data, size, Domain::json).value(kDepth);
-  check(next_steps_program::read_json(compact_text(json)) == json, "what is written reads back");
-  check(next_steps_program::read_json(next_steps_program::pretty_text(json)) == json, "indented, too");
+  check(next_steps_requests::read_json(compact_text(json)) == json, "what is written reads back");
+  check(next_steps_requests::read_json(next_steps_program::pretty_text(json)) == json, "indented, too");
   return 0;
 }

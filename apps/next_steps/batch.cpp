@@ -6,14 +6,14 @@
 
 #include <CLI/CLI.hpp>
 
-#include "next_steps/batch_request.h"
+#include "next_steps/answer_options.h"
 #include "next_steps/command.h"
-#include "next_steps/ctags_index.h"
-#include "next_steps/failures.h"
-#include "next_steps/index_file.h"
-#include "next_steps/input.h"
-#include "next_steps/output.h"
-#include "next_steps/serves_option.h"
+#include "requests/ctags_index.h"
+#include "requests/index_file.h"
+#include "requests/input.h"
+#include "requests/output.h"
+#include "requests/reply.h"
+#include "requests/request_text.h"
 
 namespace next_steps_program {
 
@@ -22,24 +22,27 @@ namespace {
 struct BatchOptions {
   std::string file;
   std::string index;
-  ServesOption serves;
+  ServerOptions server;
+  bool lossy = false;
 };
 
-ExitStatus batch(const BatchOptions& options) {
-  std::optional<IndexFile> index;
+ExitStatus batch(BatchOptions& options) {
+  std::optional<requests::IndexFile> index;
   if (!options.index.empty()) index.emplace(options.index);
-  const BatchContext context{options.serves.set(), index ? &*index : nullptr};
-  Output output;
-  Input input(options.file, "requests, one per line,");
-  LineReader lines(input, [&output] { output.flush(); });
+  const requests::ReplyContext context{options.server.serves(), index ? &*index : nullptr, options.lossy,
+                                       options.server.catalogue()};
+  requests::Output output;
+  requests::Input input(options.file);
+  announce(input, "requests, one per line,");
+  requests::LineReader lines(input, [&output] { output.flush(); });
   std::size_t rejected = 0;
   std::string first_rejection;
   while (const auto line = lines.next()) {
-    const BatchReply reply = reply_to(*line, lines.line_number(), context);
+    const requests::Reply reply = reply_to(*line, lines.line_number(), context);
     output.write(reply.line);
     output.write("\n");
     if (reply.error && rejected++ == 0) {
-      first_rejection = InputRejected(input.name(), lines.line_number(), *reply.error).what();
+      first_rejection = in_source(input.name(), *reply.error, lines.line_number()).what();
     }
   }
   output.flush();
@@ -60,21 +63,13 @@ Command add_batch(CLI::App& program) {
                    "The index for misses; it is read again when the file is replaced")
       ->check([](const std::string& file) { return file.empty() || file == "-" ? "must be a file" : ""; })
       ->type_name("INDEX");
-  options->serves.add_to(*parser);
-  parser->footer(
-      "A request is one of these JSON objects:\n"
-      "  {\"response\": object, \"tool\": string, \"action\"?: string}\n"
-      "      asks for the finished answer; with \"explain\": true, for what explain --json prints\n"
-      "  {\"suggest\": \"symbol\" or \"path\", \"wanted\": string, \"action\"?: string, \"response\"?: "
-      "object}\n"
-      "      asks for what suggest prints, from the index\n"
-      "Each may also have \"arguments\": object, \"freshness\": object and\n"
-      "\"serves\": [\"symbol:detail\", ...].\n"
-      "Each line is answered by one line before the next one is read. A line that is not a\n"
-      "request, such as an empty one, is answered by {\"error\": {\"line\", \"column\", \"message\"}}.\n"
-      "A request with an \"id\", any value, is answered by {\"id\", \"answer\"} or {\"id\", \"error\"}.\n"
-      "Universal Ctags makes the index:\n  " +
-      std::string(kCtagsCommand));
+  options->server.add_to(*parser);
+  parser->add_flag("--lossy", options->lossy,
+                   "Replace ill-formed UTF-8 and lone surrogates, as \"lossy\": true does");
+  parser->footer(std::string(requests::kRequestForms) +
+                 "Each line is answered by one line before the next one is read.\n\n"
+                 "Universal Ctags makes the index:\n  " +
+                 requests::kCtagsCommand);
   return {parser, [options] { return batch(*options); }};
 }
 

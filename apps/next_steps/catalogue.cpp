@@ -9,17 +9,17 @@
 
 #include "next_steps/catalogue_graph.h"
 #include "next_steps/command.h"
-#include "next_steps/output.h"
+#include "next_steps/print_answer.h"
+#include "next_steps/server_options.h"
 #include "next_steps/server_tables.h"
-#include "next_steps/serves_option.h"
+#include "requests/output.h"
+#include "vantrex/logging/quoted_literal.h"
 #include "vantrex/tool_handlers/next_steps.h"
-#include "vantrex/tool_handlers/next_steps/signal_trial.h"
-#include "vantrex/tool_handlers/next_steps/signals.h"
+#include "vantrex/tool_handlers/next_steps/tables.h"
 #include "vantrex/values/text_forms.h"
 
 namespace next_steps_program {
 
-namespace module = vantrex::tool_handlers::next_steps;
 using vantrex::values::JsonList;
 using vantrex::values::JsonObject;
 using vantrex::values::JsonValue;
@@ -28,9 +28,17 @@ namespace {
 
 using Cells = std::vector<std::string>;
 
+// Returns `cell` on one line, with escaped "|".
+std::string cell_text(const std::string& cell) {
+  std::string text;
+  for (const char byte : vantrex::logging::printable(cell))
+    text += byte == '|' ? "\\|" : std::string(1, byte);
+  return text;
+}
+
 std::string table_row(const Cells& cells) {
   std::string row = "|";
-  for (const std::string& cell : cells) row += ' ' + cell + " |";
+  for (const std::string& cell : cells) row += ' ' + cell_text(cell) + " |";
   return row + '\n';
 }
 
@@ -43,27 +51,39 @@ std::string code(std::string_view text) {
 }
 
 // Returns "`symbol` `detail`", or the tool alone.
-std::string call_cell(std::string_view tool, std::optional<std::string_view> action) {
+std::string tool_cell(std::string_view tool, std::optional<std::string_view> action) {
   return action ? code(tool) + ' ' + code(*action) : code(tool);
 }
 
-// Returns what a signal needs: "0 hits and `query`".
-std::string wants_cell(const module::SignalTrial& trial) {
-  std::string text = std::to_string(trial.hits()) + (trial.takes_more_hits() ? " or more hits" : " hits");
-  for (const std::string_view field : trial.fields()) text += " and " + code(field);
-  return text;
+// Returns the same for a call, and its other constant arguments.
+std::string call_cell(const module::Call& call) {
+  JsonObject args = constant_arguments(call);
+  const auto action = action_of(call);
+  std::string cell = tool_cell(call.tool.view(), action);
+  if (action) args.remove("action");
+  return args.empty() ? cell : cell + ' ' + code(compact_text(args));
+}
+
+// Returns what a call takes: "`fqn`", or "`query` from `asked_query`" if the argument has another name.
+std::string takes_cell(const module::Call& call) {
+  std::string cell;
+  for (const module::Argument& each : call.takes) {
+    const std::string_view kind = kind_name(each);
+    if (!cell.empty()) cell += ", ";
+    if (each.in_list || each.name.view() != kind) cell += code(each.name.view()) + " from ";
+    cell += code(each.in_list ? '[' + std::string(kind) + ']' : std::string(kind));
+  }
+  return cell.empty() ? "nothing" : cell;
 }
 
 std::string follow_ups(const ServerTables& tables) {
   std::string text = table_head({"Answer of", "Follow-up", "Takes", "Reason"});
-  for (const module::FollowUps* row : tables.rows()) {
-    const auto hints = tables.hints(*row);
-    if (hints.empty()) text += table_row({code(row->key), "none", "", ""});
+  for (const module::UsualRow* row : tables.rows()) {
+    const auto calls = tables.calls(*row);
+    if (calls.empty()) text += table_row({code(row->key), "none", "", ""});
     std::string key = code(row->key);
-    for (const module::Hint* hint : hints) {
-      text += table_row({key, call_cell(hint->tool.view(), hint->action),
-                         hint->takes ? code(module::text(*hint->takes).view()) : "nothing",
-                         std::string(hint->reason.view())});
+    for (const module::Call* call : calls) {
+      text += table_row({key, call_cell(*call), takes_cell(*call), std::string(call->reason.view())});
       key.clear();
     }
   }
@@ -71,19 +91,20 @@ std::string follow_ups(const ServerTables& tables) {
 }
 
 std::string signals(const ServerTables& tables) {
-  std::string text = table_head({"Answer of", "Fires at", "Step", "Arguments", "Reason"});
+  std::string text = table_head({"Answer of", "Fires at", "Step", "Takes", "Reason"});
   for (const module::SignalRow* row : tables.signals()) {
-    const module::SignalTrial trial(*row);
-    const JsonObject step = trial.step();
-    text += table_row({code(row->key), wants_cell(trial), code(step["tool"].string().value_or("")),
-                       code(compact_text(step["args"])), std::string(step["reason"].string().value_or(""))});
+    const module::HitCondition& fires = row->signal->condition;
+    const module::Call& call = row->signal->call;
+    text +=
+        table_row({code(row->key), std::to_string(fires.hits) + (fires.or_more ? " or more hits" : " hits"),
+                   call_cell(call), takes_cell(call), std::string(call.reason.view())});
   }
   return text;
 }
 
 std::string dead_ends(const ServerTables& tables) {
   std::string text;
-  for (const AnswerOf& each : tables.dead_ends()) text += "- " + call_cell(each.tool, each.action) + '\n';
+  for (const AnswerOf& each : tables.dead_ends()) text += "- " + tool_cell(each.tool, each.action) + '\n';
   return text.empty() ? "None.\n" : text;
 }
 
@@ -104,22 +125,29 @@ std::string limits() {
 }
 
 struct CatalogueOptions {
-  ServesOption serves;
+  ServerOptions server;
   bool graph = false;
+  bool json = false;
 };
 
-ExitStatus catalogue(const CatalogueOptions& options) {
-  const ServerTables tables(options.serves);
-  Output output;
+ExitStatus catalogue(CatalogueOptions& options) {
+  const module::Catalogue* own = options.server.catalogue();
+  if (options.json) {
+    print_answer((own == nullptr ? module::Catalogue() : *own).to_json(), true);
+    return ExitStatus::done;
+  }
+  const ServerTables tables(options.server, module::tables_of(own));
+  requests::Output output;
   if (options.graph) {
     output.write(catalogue_graph(tables));
     output.flush();
     return ExitStatus::done;
   }
   output.write("## Usual follow-ups\n\n" + follow_ups(tables) +
-               "\n## Signals\n\nCapitals stand for what is taken from the request or the answer.\n\n" +
+               "\n## Signals\n\nA kind that begins with `asked_` is taken from the request or, if that has "
+               "none, from the answer.\n\n" +
                signals(tables));
-  if (options.serves.set() != nullptr) output.write("\n## Without a follow-up\n\n" + dead_ends(tables));
+  if (options.server.serves() != nullptr) output.write("\n## Without a follow-up\n\n" + dead_ends(tables));
   output.write("\n## Limits\n\n" + limits());
   output.flush();
   return ExitStatus::done;
@@ -130,8 +158,10 @@ ExitStatus catalogue(const CatalogueOptions& options) {
 Command add_catalogue(CLI::App& program) {
   auto options = std::make_shared<CatalogueOptions>();
   CLI::App* parser = program.add_subcommand("catalogue", "Print the tables of steps as Markdown");
-  options->serves.add_to(*parser);
+  options->server.add_to(*parser);
   parser->add_flag("--graph", options->graph, "Print them as an SVG picture instead");
+  parser->add_flag("--json", options->json, "Print them in the format of --catalogue instead")
+      ->excludes("--graph");
   parser->footer(
       "With --serves, prints only the answers that the server gives and the steps that it has,\n"
       "and lists the answers that never get a step.");

@@ -7,11 +7,9 @@
 #include <utility>
 #include <vector>
 
-#include "vantrex/tool_handlers/next_steps/signal_trial.h"
+#include "vantrex/logging/quoted_literal.h"
 
 namespace next_steps_program {
-
-namespace module = vantrex::tool_handlers::next_steps;
 
 namespace {
 
@@ -62,14 +60,12 @@ struct Call {
 class Graph {
  public:
   explicit Graph(const ServerTables& tables) : tables_(tables) {
-    for (const module::FollowUps* row : tables.rows()) {
+    for (const module::UsualRow* row : tables.rows()) {
       const std::size_t answer = place_of_answer(row->key);
-      for (const module::Hint* hint : tables.hints(*row)) add(answer, hint->tool.view(), hint->action, false);
+      for (const module::Call* call : tables.calls(*row)) add(answer, *call, false);
     }
     for (const module::SignalRow* row : tables.signals()) {
-      const vantrex::values::JsonObject step = module::SignalTrial(*row).step();
-      add(place_of_answer(row->key), step["tool"].string().value_or(""),
-          step["args"]["action"].string(), true);
+      add(place_of_answer(row->key), row->signal->call, true);
     }
   }
 
@@ -99,9 +95,10 @@ class Graph {
     return place;
   }
 
-  void add(std::size_t answer, std::string_view tool, std::optional<std::string_view> action,
-           bool is_signal) {
-    const AnswerOf next{std::string(tool), action ? std::optional<std::string>(*action) : std::nullopt};
+  void add(std::size_t answer, const module::Call& to, bool is_signal) {
+    const std::optional<std::string_view> action = action_of(to);
+    const AnswerOf next{std::string(to.tool.view()),
+                        action ? std::optional<std::string>(*action) : std::nullopt};
     const std::string name = next.tool + (next.action ? ":" + *next.action : "");
     const auto found =
         std::find_if(calls_.begin(), calls_.end(), [&](const Call& call) { return call.name == name; });
@@ -138,11 +135,21 @@ class Graph {
     return ' ' + std::string(name) + "=\"" + value + '"';
   }
 
+  // Returns `name` as XML text on one line.
+  static std::string xml_text(const std::string& name) {
+    std::string text;
+    for (const char byte : vantrex::logging::printable(name)) {
+      text += byte == '<' ? "&lt;" : byte == '&' ? "&amp;" : std::string(1, byte);
+    }
+    return text;
+  }
+
   static std::string box(std::size_t x, std::size_t y, const std::string& name, bool leads_on) {
     return "  <rect" + attribute("x", number(x)) + attribute("y", number(y)) +
            attribute("width", number(kBoxWidth)) + attribute("height", number(kBoxHeight)) +
            attribute("rx", "4") + (leads_on ? "" : attribute("class", "end")) + "/><text" +
-           attribute("x", number(x + 8)) + attribute("y", number(y + 14)) + ">" + name + "</text>\n";
+           attribute("x", number(x + 8)) + attribute("y", number(y + 14)) + ">" + xml_text(name) +
+           "</text>\n";
   }
 
   static std::string path(std::size_t from, std::size_t to, bool is_signal) {

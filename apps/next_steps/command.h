@@ -28,5 +28,6 @@ Command add_batch(CLI::App& program);
 Command add_suggest(CLI::App& program);
 Command add_explain(CLI::App& program);
 Command add_catalogue(CLI::App& program);
+Command add_help(CLI::App& program);
 
 }  // namespace next_steps_program

@@ -9,7 +9,8 @@
 #include "next_steps/answer_options.h"
 #include "next_steps/command.h"
 #include "next_steps/explanation_text.h"
-#include "next_steps/output.h"
+#include "next_steps/print_answer.h"
+#include "requests/output.h"
 
 namespace next_steps_program {
 
@@ -29,13 +30,13 @@ Colour wanted_colour() {
   return !refused && !is_dumb && ::isatty(STDOUT_FILENO) == 1 ? Colour::verdicts : Colour::none;
 }
 
-ExitStatus explain(const ExplainOptions& options) {
-  const auto explained = explanation(options.answer.read());
+ExitStatus explain(ExplainOptions& options) {
+  const module::Explanation explained = explanation_of(options.answer.read());
   if (options.json || options.pretty) {
     print_answer(explained.to_dict(), options.pretty);
     return ExitStatus::done;
   }
-  Output output;
+  requests::Output output;
   output.write(explanation_text(explained, wanted_colour()));
   output.flush();
   return ExitStatus::done;

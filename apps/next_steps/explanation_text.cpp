@@ -1,7 +1,6 @@
 #include "next_steps/explanation_text.h"
 
 #include <algorithm>
-#include <numeric>
 #include <optional>
 #include <string_view>
 #include <utility>
@@ -11,7 +10,6 @@
 
 namespace next_steps_program {
 
-namespace module = vantrex::tool_handlers::next_steps;
 using vantrex::values::compact_text;
 using vantrex::values::JsonObject;
 using vantrex::values::JsonValue;
@@ -80,14 +78,14 @@ class ExplanationWriter {
     line("answer " + std::to_string(explained_.bytes) + " bytes, of which " +
          std::to_string(explained_.hint_bytes) + " are hints");
     const auto& fields = explained_.hint_fields;
-    const auto shown = fields.begin() + static_cast<std::ptrdiff_t>(std::min(fields.size(), kMaxFields));
-    for (auto field = fields.begin(); field != shown; ++field) {
-      line(right_aligned(field->bytes) + "  " + field->path);
+    const std::size_t shown = std::min(fields.size(), kMaxFields);
+    std::size_t rest = explained_.hint_bytes;
+    for (std::size_t place = 0; place < shown; ++place) {
+      line(right_aligned(fields[place].bytes) + "  " + fields[place].path);
+      rest -= fields[place].bytes;
     }
-    if (shown != fields.end()) {
-      const auto rest = std::accumulate(shown, fields.end(), std::size_t{0},
-                                        [](std::size_t sum, const auto& field) { return sum + field.bytes; });
-      line(right_aligned(rest) + "  in " + std::to_string(fields.end() - shown) + " more");
+    if (const std::size_t more = fields.size() - shown + explained_.more_hint_fields; more > 0) {
+      line(right_aligned(rest) + "  in " + std::to_string(more) + " more");
     }
     line("steps  " + std::to_string(explained_.step_bytes) + " bytes");
     line("room   " + explained_.room_text() + " for hints and steps");
@@ -106,12 +104,15 @@ class ExplanationWriter {
   }
 
   void absent(const module::AbsentHint& each) {
-    const module::Hint& hint = *each.hint;
-    std::string call(hint.tool.view());
-    if (hint.action) call += " " + std::string(hint.action->view());
-    if (hint.takes) call += " with " + std::string(text(*hint.takes).view());
+    const auto text_of = [&](std::string_view member) {
+      return std::string(each.hint[member].string().value_or(""));
+    };
+    std::string call = text_of("tool");
+    if (const JsonValue& args = each.hint["args"]; !args.is_null()) call += " " + compact_text(args);
+    if (const JsonValue& takes = each.hint["takes"]; !takes.is_null())
+      call += " takes " + compact_text(takes);
     marked_line("- ", "absent", kYellow, call);
-    line(std::string(11, ' ') + std::string(hint.reason.view()));
+    line(std::string(11, ' ') + text_of("reason"));
     line(std::string(11, ' ') + each.why);
   }
 

@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "next_steps/names.h"
 #include "vantrex/tool_handlers/next_steps/explanation.h"
 
 namespace next_steps_program {
@@ -12,6 +13,6 @@ enum class Colour { none, verdicts };
 
 // Returns the explanation as lines of text. Control characters of the answer are escaped.
 // Throws std::bad_alloc.
-std::string explanation_text(const vantrex::tool_handlers::next_steps::Explanation& explained, Colour colour);
+std::string explanation_text(const module::Explanation& explained, Colour colour);
 
 }  // namespace next_steps_program

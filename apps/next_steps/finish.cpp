@@ -5,7 +5,7 @@
 
 #include "next_steps/answer_options.h"
 #include "next_steps/command.h"
-#include "next_steps/output.h"
+#include "next_steps/print_answer.h"
 
 namespace next_steps_program {
 
@@ -16,8 +16,8 @@ struct FinishOptions {
   bool pretty = false;
 };
 
-ExitStatus finish(const FinishOptions& options) {
-  print_answer(finished(options.answer.read()), options.pretty);
+ExitStatus finish(FinishOptions& options) {
+  print_answer(answer_to(options.answer.read()), options.pretty);
   return ExitStatus::done;
 }
 
@@ -28,6 +28,7 @@ Command add_finish(CLI::App& program) {
   CLI::App* parser = program.add_subcommand("finish", "Finish one answer");
   options->answer.add_to(*parser);
   parser->add_flag("--pretty", options->pretty, "Indent the finished answer");
+  parser->footer("Likely mistakes, such as a misspelt tool, are not reported: see next-steps explain.");
   return {parser, [options] { return finish(*options); }};
 }
 

@@ -8,8 +8,10 @@
 #include <CLI/CLI.hpp>
 
 #include "next_steps/command.h"
-#include "next_steps/failures.h"
-#include "next_steps/output.h"
+#include "next_steps/names.h"
+#include "next_steps/usage.h"
+#include "requests/failures.h"
+#include "requests/output.h"
 #include "vantrex/version.h"
 
 namespace next_steps_program {
@@ -21,7 +23,7 @@ ExitStatus answer_parse(const CLI::App& program, const CLI::ParseError& ending) 
   std::ostringstream wrong;
   const bool is_wrong = program.exit(ending, asked_for, wrong) != 0;
   std::cerr << wrong.str();
-  Output output;
+  requests::Output output;
   output.write(asked_for.str());
   output.flush();
   return is_wrong ? ExitStatus::wrong_usage : ExitStatus::done;
@@ -29,15 +31,16 @@ ExitStatus answer_parse(const CLI::App& program, const CLI::ParseError& ending) 
 
 ExitStatus run(int argument_count, char** arguments) {
   CLI::App program("Finishes the answers of a code-index tool server", "next-steps");
-  program.set_version_flag("--version", "next-steps " NEXT_STEPS_VERSION);
+  program.set_version_flag("-V,--version", "next-steps " NEXT_STEPS_VERSION);
   program.require_subcommand(1);
+  program.failure_message(usage_message);
   program.footer(
       "Exit status: 0 done, 1 input rejected, 2 wrong usage, 3 input or output failed, or out of memory.");
-  const std::vector<Command> commands = {add_finish(program), add_batch(program), add_suggest(program),
-                                         add_explain(program), add_catalogue(program)};
+  const std::vector<Command> commands = {add_finish(program),  add_batch(program),     add_suggest(program),
+                                         add_explain(program), add_catalogue(program), add_help(program)};
   try {
     if (argument_count == 1) throw CLI::CallForHelp();
-    program.parse(argument_count, arguments);
+    program.parse(reversed_arguments(program, argument_count, arguments));
   } catch (const CLI::ParseError& ending) {
     return answer_parse(program, ending);
   }
@@ -50,7 +53,7 @@ ExitStatus run(int argument_count, char** arguments) {
 ExitStatus run_and_report(int argument_count, char** arguments) {
   try {
     return run(argument_count, arguments);
-  } catch (const InputRejected& error) {
+  } catch (const requests::InputRejected& error) {
     std::cerr << error.what() << '\n';
     return ExitStatus::input_rejected;
   } catch (const std::bad_alloc&) {

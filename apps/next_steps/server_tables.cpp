@@ -4,21 +4,17 @@
 #include <string_view>
 
 #include "vantrex/tool_handlers/next_steps/assembly.h"
-#include "vantrex/tool_handlers/next_steps/signal_trial.h"
-#include "vantrex/tool_handlers/next_steps/usual.h"
 
 namespace next_steps_program {
-
-namespace module = vantrex::tool_handlers::next_steps;
 
 namespace {
 
 // Returns the answers that a server with `tools` gives. A tool with all its actions gives one
 // answer for each of its actions that has a row, and one for all other actions.
-std::vector<AnswerOf> answers_of(const std::vector<module::ServedTool>& tools) {
+std::vector<AnswerOf> answers_of(const module::Tables& tables, const std::vector<module::ServedTool>& tools) {
   std::set<std::string_view> keys;
-  for (const module::FollowUps& row : module::NEXT_STEPS) keys.insert(row.key);
-  for (const module::SignalRow& row : module::_SIGNALS) keys.insert(row.key);
+  for (const module::UsualRow& row : tables.usual) keys.insert(row.key);
+  for (const module::SignalRow& row : tables.signals) keys.insert(row.key);
   std::vector<AnswerOf> answers;
   for (const module::ServedTool& each : tools) {
     const std::optional<std::string_view> action = each.action;
@@ -38,33 +34,33 @@ bool contains(const std::vector<AnswerOf>& answers, const AnswerOf& wanted) {
 
 }  // namespace
 
-ServerTables::ServerTables(const ServesOption& serves)
-    : serves_(serves.set()), answers_(answers_of(serves.tools())) {
+ServerTables::ServerTables(const ServerOptions& server, const module::Tables& tables)
+    : tables_(tables), serves_(server.serves()), answers_(answers_of(tables, server.tools())) {
   for (const AnswerOf& each : answers_) {
-    used_rows_.insert(module::usual_row(each.tool, each.action));
-    used_signals_.insert(module::signal_row(each.tool, each.action));
+    used_rows_.insert(tables.usual_row(each.tool, each.action));
+    used_signals_.insert(tables.signal_row(each.tool, each.action));
   }
 }
 
-std::vector<const module::FollowUps*> ServerTables::rows() const {
-  std::vector<const module::FollowUps*> rows;
-  for (const module::FollowUps& row : module::NEXT_STEPS) {
+std::vector<const module::UsualRow*> ServerTables::rows() const {
+  std::vector<const module::UsualRow*> rows;
+  for (const module::UsualRow& row : tables_.usual) {
     if (serves_ == nullptr || used_rows_.contains(&row)) rows.push_back(&row);
   }
   return rows;
 }
 
-std::vector<const module::Hint*> ServerTables::hints(const module::FollowUps& row) const {
-  std::vector<const module::Hint*> hints;
-  for (const module::Hint* hint : row.hints()) {
-    if (module::is_served(hint->tool.view(), hint->action, serves_)) hints.push_back(hint);
+std::vector<const module::Call*> ServerTables::calls(const module::UsualRow& row) const {
+  std::vector<const module::Call*> calls;
+  for (const module::Call& call : row.calls) {
+    if (module::is_served(call.tool.view(), action_of(call), serves_)) calls.push_back(&call);
   }
-  return hints;
+  return calls;
 }
 
 std::vector<const module::SignalRow*> ServerTables::signals() const {
   std::vector<const module::SignalRow*> signals;
-  for (const module::SignalRow& row : module::_SIGNALS) {
+  for (const module::SignalRow& row : tables_.signals) {
     if ((serves_ == nullptr || used_signals_.contains(&row)) && is_served(row)) signals.push_back(&row);
   }
   return signals;
@@ -79,14 +75,15 @@ std::vector<AnswerOf> ServerTables::dead_ends() const {
 }
 
 bool ServerTables::leads_on(const AnswerOf& answer) const {
-  const module::FollowUps* usual = module::usual_row(answer.tool, answer.action);
-  if (usual != nullptr && !hints(*usual).empty()) return true;
-  const module::SignalRow* signal = module::signal_row(answer.tool, answer.action);
+  const module::UsualRow* usual = tables_.usual_row(answer.tool, answer.action);
+  if (usual != nullptr && !calls(*usual).empty()) return true;
+  const module::SignalRow* signal = tables_.signal_row(answer.tool, answer.action);
   return signal != nullptr && is_served(*signal);
 }
 
 bool ServerTables::is_served(const module::SignalRow& row) const {
-  return module::is_served(module::SignalTrial(row).step(), serves_);
+  return row.signal != nullptr &&
+         module::is_served(row.signal->call.tool.view(), action_of(row.signal->call), serves_);
 }
 
 }  // namespace next_steps_program

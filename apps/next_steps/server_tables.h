@@ -8,9 +8,9 @@
 #include <string>
 #include <vector>
 
-#include "next_steps/serves_option.h"
-#include "vantrex/tool_handlers/next_steps/catalogue.h"
-#include "vantrex/tool_handlers/next_steps/signals.h"
+#include "next_steps/names.h"
+#include "next_steps/server_options.h"
+#include "vantrex/tool_handlers/next_steps/rules.h"
 
 namespace next_steps_program {
 
@@ -26,13 +26,13 @@ struct AnswerOf {
 // --serves, all rows and steps.
 class ServerTables {
  public:
-  explicit ServerTables(const ServesOption& serves);
+  // `tables` must outlive this object.
+  ServerTables(const ServerOptions& server, const module::Tables& tables);
 
-  // The rows in the order of the tables, and the hints of a row.
-  std::vector<const vantrex::tool_handlers::next_steps::FollowUps*> rows() const;
-  std::vector<const vantrex::tool_handlers::next_steps::Hint*> hints(
-      const vantrex::tool_handlers::next_steps::FollowUps& row) const;
-  std::vector<const vantrex::tool_handlers::next_steps::SignalRow*> signals() const;
+  // The rows in the order of the tables, and the calls of a row.
+  std::vector<const module::UsualRow*> rows() const;
+  std::vector<const module::Call*> calls(const module::UsualRow& row) const;
+  std::vector<const module::SignalRow*> signals() const;
 
   // The answers of the server that never get a step from the tables.
   std::vector<AnswerOf> dead_ends() const;
@@ -41,13 +41,14 @@ class ServerTables {
   bool leads_on(const AnswerOf& answer) const;
 
  private:
-  bool is_served(const vantrex::tool_handlers::next_steps::SignalRow& row) const;
+  bool is_served(const module::SignalRow& row) const;
 
-  const vantrex::tool_handlers::next_steps::ServedTools* serves_;
+  const module::Tables& tables_;
+  const module::ServedTools* serves_;
   std::vector<AnswerOf> answers_;
   // The rows for these answers, and null where there is none.
-  std::set<const vantrex::tool_handlers::next_steps::FollowUps*> used_rows_;
-  std::set<const vantrex::tool_handlers::next_steps::SignalRow*> used_signals_;
+  std::set<const module::UsualRow*> used_rows_;
+  std::set<const module::SignalRow*> used_signals_;
 };
 
 }  // namespace next_steps_program

@@ -6,18 +6,15 @@
 
 #include <CLI/CLI.hpp>
 
+#include "next_steps/answer_options.h"
 #include "next_steps/command.h"
-#include "next_steps/ctags_index.h"
-#include "next_steps/failures.h"
-#include "next_steps/input.h"
-#include "next_steps/json_reader.h"
-#include "next_steps/miss.h"
-#include "next_steps/output.h"
+#include "next_steps/print_answer.h"
+#include "next_steps/usage.h"
+#include "requests/ctags_index.h"
+#include "requests/failures.h"
 #include "vantrex/logging/quoted_literal.h"
 
 namespace next_steps_program {
-
-using values::JsonObject;
 
 namespace {
 
@@ -25,31 +22,27 @@ struct SuggestOptions {
   std::string what;
   std::string name;
   std::string index;
-  std::optional<std::string> action;
+  RequestOptions request;
   std::optional<std::string> file;
   bool pretty = false;
 };
 
-JsonObject read_answer(const std::string& file) {
-  Input input(file, "an answer");
-  try {
-    return read_json_object(input.read_all(), "an answer");
-  } catch (const JsonError& error) {
-    throw InputRejected(input.name(), error);
-  }
+models::InMemoryRepository read_index(const std::string& file) {
+  requests::Input input(file);
+  announce(input, "an index");
+  return requests::read_ctags_index(input);
 }
 
-ExitStatus suggest(const SuggestOptions& options) {
-  const auto index = read_ctags_index(options.index);
-  const Wanted wanted = options.what == "symbol" ? Wanted::symbol : Wanted::path;
-  if (holds(index, wanted, options.name)) {
-    throw InputRejected(vantrex::logging::printable(options.name),
-                        "no miss: the index holds this " + options.what);
-  }
-  Request request;
+ExitStatus suggest(SuggestOptions& options) {
+  requests::Request request = options.request.read();
+  request.miss = {*requests::wanted_named(options.what), options.name};
+  const models::InMemoryRepository index = read_index(options.index);
   if (options.file) request.response = read_answer(*options.file);
-  request.action = options.action.value_or(std::string(default_action(wanted)));
-  print_answer(finished_miss(index, wanted, options.name, std::move(request)), options.pretty);
+  try {
+    print_answer(answer_to(std::move(request), &index), options.pretty);
+  } catch (const requests::NoMiss& error) {
+    throw requests::InputRejected(vantrex::logging::printable(options.name), error.what());
+  }
   return ExitStatus::done;
 }
 
@@ -65,22 +58,20 @@ Command add_suggest(CLI::App& program) {
       ->type_name("");
   parser->add_option("WANTED", options->name, "The symbol's name or the path that was asked for")
       ->required()
-      ->check([](const std::string& name) { return name.empty() ? "must not be empty" : ""; })
+      ->check(refuse_empty)
       ->type_name("");
   parser->add_option("--index", options->index, "The index; standard input if it is -")
       ->required()
-      ->check([](const std::string& file) { return file.empty() ? "must not be empty" : ""; })
+      ->check(refuse_empty)
       ->type_name("INDEX");
-  parser
-      ->add_option("--action", options->action,
-                   "The action of the call; by default detail for a symbol, symbols for a path")
-      ->type_name("ACTION");
+  options->request.add_to(*parser,
+                          "The action of the call; by default detail for a symbol, symbols for a path");
   parser
       ->add_option("FILE", options->file,
                    "The answer, an object; standard input if FILE is -, {} if it is missing")
       ->type_name("");
   parser->add_flag("--pretty", options->pretty, "Indent the finished answer");
-  parser->footer("Universal Ctags makes the index:\n  " + std::string(kCtagsCommand));
+  parser->footer("Universal Ctags makes the index:\n  " + std::string(requests::kCtagsCommand));
   parser->callback([options] {
     if (options->index == "-" && options->file == "-") {
       throw CLI::ValidationError("--index", "the index and the answer cannot both be standard input");

@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <exception>
 
-#include "next_steps/json_reader.h"
+#include "requests/json_reader.h"
 #include "vantrex/values/text_forms.h"
 
 namespace code_index {
@@ -13,6 +13,7 @@ using vantrex::values::Text;
 namespace {
 
 constexpr std::size_t kMaxLineBytes = std::size_t{1} << 20;
+constexpr std::size_t kMaxBatch = 100;  // messages: an answer may be much longer than its request
 
 JsonObject response(const JsonValue& id, std::string_view field, JsonObject value) {
   return {{"jsonrpc", "2.0"}, {"id", id}, {field, std::move(value)}};
@@ -25,8 +26,8 @@ JsonObject error_response(const JsonValue& id, const RpcError& error) {
 JsonValue read_message(std::string_view line) {
   if (line.size() > kMaxLineBytes) throw RpcError(kInvalidRequest, "A message has at most 1 MiB");
   try {
-    return next_steps_program::read_json(line);
-  } catch (const next_steps_program::JsonError& error) {
+    return next_steps_requests::read_json(line);
+  } catch (const next_steps_requests::JsonError& error) {
     throw RpcError(kParseError, "Column " + std::to_string(error.place().column) + ": " + error.what());
   }
 }
@@ -50,7 +51,15 @@ JsonValue id_of(const JsonValue& message) {
   return object == nullptr ? nullptr : (*object)["id"];
 }
 
+// Whether `message` is a client's answer. This server asks nothing, so it needs none.
+bool is_response(const JsonValue& message) {
+  const JsonObject* object = message.object();
+  return object != nullptr && !object->contains("method") &&
+         (object->contains("result") || object->contains("error"));
+}
+
 std::optional<JsonValue> answer_one(const JsonValue& message, const Handler& handle) {
+  if (is_response(message)) return std::nullopt;
   try {
     const JsonObject& request = checked_request(message);
     if (!request.contains("id")) return std::nullopt;
@@ -66,6 +75,7 @@ std::optional<JsonValue> answer_one(const JsonValue& message, const Handler& han
 std::optional<JsonValue> answer_message(const JsonValue& message, const Handler& handle) {
   const JsonList* batch = message.list();
   if (batch == nullptr || batch->empty()) return answer_one(message, handle);
+  if (batch->size() > kMaxBatch) throw RpcError(kInvalidRequest, "A batch has at most 100 messages");
   JsonList answers;
   for (const JsonValue& each : *batch) {
     if (auto answer = answer_one(each, handle)) answers.push_back(*std::move(answer));

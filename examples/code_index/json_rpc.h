@@ -42,7 +42,8 @@ class RpcError : public std::runtime_error {
 // Returns the result of a method. Throws RpcError.
 using Handler = std::function<JsonObject(std::string_view method, const JsonObject& params)>;
 
-// The answer to the message in `line`; nothing when none is due, as for a notification.
+// The answer to the message in `line`; nothing when none is due, as for a notification or a
+// response. A line of more than 1 MiB and a list of more than 100 messages are errors.
 std::optional<std::string> answer_line(std::string_view line, const Handler& handle);
 
 }  // namespace code_index

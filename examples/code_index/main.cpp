@@ -9,18 +9,18 @@
 #include <iostream>
 #include <string_view>
 
-#include "index_file.h"
+#include "ctags_repository.h"
 #include "json_rpc.h"
-#include "next_steps/input.h"
-#include "next_steps/output.h"
 #include "protocol.h"
+#include "requests/input.h"
+#include "requests/output.h"
 
 namespace {
 
-void serve(const code_index::IndexFile& index) {
-  next_steps_program::Output output;
-  next_steps_program::Input input("-", "messages");
-  next_steps_program::LineReader lines(input, [&output] { output.flush(); });
+void serve(const code_index::CtagsRepository& index) {
+  next_steps_requests::Output output;
+  next_steps_requests::Input input("-");
+  next_steps_requests::LineReader lines(input, [&output] { output.flush(); });
   const auto handle = [&index](std::string_view method, const code_index::JsonObject& params) {
     return code_index::call_method(index, method, params);
   };
@@ -38,7 +38,7 @@ int main(int argc, char** argv) {
     return 2;
   }
   try {
-    serve(code_index::IndexFile(argv[1]));
+    serve(code_index::CtagsRepository(argv[1]));
     return 0;
   } catch (const std::exception& error) {
     std::cerr << "code_index: " << error.what() << '\n';

@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "embedded_json.h"
-#include "next_steps/json_reader.h"
+#include "requests/json_reader.h"
 #include "vantrex/values/text_forms.h"
 
 namespace code_index {
@@ -19,8 +19,8 @@ namespace {
 
 // Adds to each tool what all have in common, above all the definitions of what finishing adds.
 JsonList read_tool_list() {
-  const JsonObject library = next_steps_program::read_json_object(kFinishedAnswerSchema, "the schema");
-  JsonValue read = next_steps_program::read_json(kToolsJson);
+  const JsonObject library = next_steps_requests::read_json_object(kFinishedAnswerSchema, "the schema");
+  JsonValue read = next_steps_requests::read_json(kToolsJson);
   JsonList tools = std::move(*read.list());
   for (std::size_t i = 0; i < tools.size(); ++i) {
     JsonObject& tool = *tools.item(i)->object();

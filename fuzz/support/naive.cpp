@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "vantrex/models/symbol.h"
-#include "vantrex/tool_handlers/next_steps/catalogue.h"
+#include "vantrex/tool_handlers/next_steps/follow_ups.h"
 #include "vantrex/values/integer.h"
 
 namespace vantrex::fuzz::naive {

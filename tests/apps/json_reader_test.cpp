@@ -1,5 +1,7 @@
-#include "next_steps/json_reader.h"
+#include "requests/json_reader.h"
 
+#include <cmath>
+#include <cstdlib>
 #include <string>
 #include <tuple>
 #include <utility>
@@ -11,15 +13,15 @@
 namespace vantrex::tests {
 namespace {
 
-using next_steps_program::JsonError;
-using next_steps_program::read_json;
+using next_steps_requests::JsonError;
+using next_steps_requests::read_json;
 using namespace std::string_literals;
 
 TEST(JsonReader, ReadsEveryKindExactly) {
   const std::string digits = "9" + std::string(307, '1');
   const std::pair<std::string, std::string> table[] = {
       {" [ null , true , false ]\r\n", "[null,true,false]"},
-      {"[0, -0, -0.0, 1.0, 1e2, 5e-324, 1e-400]", "[0,0,-0.0,1.0,100.0,5e-324,0.0]"},
+      {"[0, -0, -0.0, 1.0, 1e2, 5e-324, -1e-400, 0e999]", "[0,0,-0.0,1.0,100.0,5e-324,-0.0,0.0]"},
       {"9223372036854775808", "9223372036854775808"},
       {"-9223372036854775809", "-9223372036854775809"},
       {digits, digits},
@@ -28,6 +30,28 @@ TEST(JsonReader, ReadsEveryKindExactly) {
       {"\"\xEF\xBB\xBF\"", "\"\xEF\xBB\xBF\""},
   };
   for (const auto& [text, expected] : table) EXPECT_EQ(compact_text(read_json(text)), expected) << text;
+}
+
+TEST(JsonReader, RoundsANumberOfAnyLengthToTheNearestDouble) {
+  const std::string tie = "9007199254740993";  // between two doubles
+  for (const std::string& digits : {"1"s, "17976931348623158"s, "17976931348623159"s, "24703282292062327"s,
+                                    "24703282292062328"s, tie, tie + std::string(900, '0') + "1"}) {
+    for (const int power : {-100'000, -325, -324, -323, -308, 0, 15, 308, 309, 100'000}) {
+      for (const int zeros : {0, 400, 100'000}) {
+        const std::string padding(static_cast<std::size_t>(zeros), '0');
+        const int taken_back = power - zeros - static_cast<int>(digits.size()) + 1;
+        for (const std::string& text : {"-" + digits + padding + "e" + std::to_string(taken_back),
+                                        "0." + padding + digits + "E" + std::to_string(power + zeros + 1)}) {
+          const double nearest = std::strtod(text.c_str(), nullptr);
+          try {
+            EXPECT_EQ(read_json(text).floating(), nearest) << digits << " " << power << " " << zeros;
+          } catch (const JsonError& error) {
+            EXPECT_TRUE(std::isinf(nearest)) << digits << " " << power << " " << zeros << error.what();
+          }
+        }
+      }
+    }
+  }
 }
 
 TEST(JsonReader, RejectsWithTheFirstWrongPlace) {
@@ -42,11 +66,18 @@ TEST(JsonReader, RejectsWithTheFirstWrongPlace) {
       {R"(["\x"])", "1:4", "Invalid escape character"},
       {R"(["\ud800"])", "1:9", "surrogate"},
       {R"(["\ud800\"])", "1:10", "surrogate"},
-      {R"(["\ud800\u0000"])", "1:14", "surrogate"},
-      {R"(["\ud800\uDCxx"])", "1:13", "hex digit"},
+      {R"(["\ud800\u0000"])", "1:11", "surrogate"},
+      {R"(["\ud800\uDCxx"])", "1:13", "surrogate"},
       {R"(["\u12x4"])", "1:7", "hex digit"},
-      {R"(["\\udc00\n\ud83d\ude00\u00e9\udc00"])", "1:35", "surrogate"},
-      {R"({"\udc00": 1})", "1:8", "surrogate"},
+      {R"(["\\udc00\n\ud83d\ude00\u00e9\udc00"])", "1:33", "surrogate"},
+      {R"({"\udc00": 1})", "1:6", "surrogate"},
+      {R"(["\udc00)", "1:6", "surrogate"},
+      {R"(["\udc00\ud800"])", "1:6", "surrogate"},
+      {"[\"\xFF\\udc00\t\"]", "1:3", "ill-formed UTF-8"},
+      {"[\"\t\xFF\\udc00\"]", "1:3", "Control character"},
+      {"[-x]", "1:3", "Invalid value."},
+      {"[1.]", "1:4", "Miss fraction"},
+      {"[1e+]", "1:5", "Miss exponent"},
       {"\xEF\xBB\xBF[]", "1:1", "byte-order mark"},
       {"\xEF\xBC\x81", "1:1", "Invalid value."},
       {"[]\0"s, "1:3", "NUL byte"},

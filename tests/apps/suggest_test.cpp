@@ -1,8 +1,12 @@
+#include <fstream>
 #include <string>
+#include <string_view>
+#include <unistd.h>
 
 #include <gtest/gtest.h>
 
 #include "apps/shell.h"
+#include "requests/ctags_index.h"
 #include "support/table.h"
 #include "vantrex/values/text_forms.h"
 
@@ -50,9 +54,12 @@ path 0.0 | [] | files | {} | No indexed file is near 0.0
     EXPECT_EQ(ran.out, compact_text(expected) + "\n") << row.at(0);
     EXPECT_EQ(ran.err + std::to_string(ran.status), "0") << row.at(0);
   }
-  EXPECT_EQ(suggest("path 0.0 $(dirname $0)/answer.json").out,
-            R"({"found":false,"rest":1,"did_you_mean":[],"next_steps":[{"tool":"files","args":{},)"
-            "\"reason\":\"No indexed file is near 0.0\"}]}\n");
+  const std::string missed = R"({"found":false,"rest":1,"did_you_mean":[],"freshness":{"b":1})";
+  const std::string options = " --arguments '{}' --freshness '{\"b\":1}' $(dirname $0)/answer.json";
+  EXPECT_EQ(suggest("path 0.0 --serves file" + options).out, missed + "}\n");
+  EXPECT_EQ(suggest("path 0.0 --serves files" + options).out,
+            missed + R"(,"next_steps":[{"tool":"files","args":{},)" +
+                "\"reason\":\"No indexed file is near 0.0\"}]}\n");
   EXPECT_EQ(suggest("path 0.0 --pretty | head -2").out, "{\n  \"found\": false,\n");
 }
 
@@ -65,9 +72,9 @@ TEST(Suggest, RefusesWhatIsNoIndexAndSaysWhere) {
 {"_type":"file","name":"a","path":"b"} | 2: "_type" must be "tag" or "ptag"
  {"_type":"tag","path":"b"} | 2: "name" is missing
 {"_type":"tag","name":null,"path":"b"} | 16: "name" must be a string, not null
-{"_type":"tag","name":"a","path":"b","scope":["c"]} | 38: "scope" must be a string, not a list
-{"_type":"tag","name":"a","path":"b","scope":"c","language":7} | 50: "language" must be a string, not an integer
-{"_type":"tag","name":"a","path":"b","line":"7"} | 38: "line" must be an integer, not a string
+{"_type":"tag","name":"a","path":"b","scope":["c"]} | 38: "scope" must be a string or null, not a list
+{"_type":"tag","name":"a","path":"b","scope":"c","language":7} | 50: "language" must be a string or null, not an integer
+{"_type":"tag","name":"a","path":"b","line":"7"} | 38: "line" must be an integer or null, not a string
 {"_type":"tag","name":"a","path":"b","line":-1} | 38: "line" must be the number of a line
 )");
   for (const auto& row : rows) {
@@ -90,6 +97,18 @@ TEST(Suggest, RefusesAWrongIndexAndWhatIsNoMiss) {
               held.substr(blank + 1) + ": no miss: the index holds this " + held.substr(0, blank) + "\n");
     EXPECT_EQ(ran.out + std::to_string(ran.status), "1");
   }
+}
+
+TEST(Suggest, KnowsEachPathOnceInTheOrderOfTheIndex) {
+  const std::string file = testing::TempDir() + "next_steps_index" + std::to_string(::getpid());
+  std::ofstream index(file);
+  for (const char path : std::string("hbbabagacdcadabacaeaafgh")) {
+    index << R"({"_type":"tag","name":"n","path":")" << path << "\"}\n";
+  }
+  index.close();
+  std::string paths;
+  next_steps_requests::read_ctags_index(file).visit_paths([&](std::string_view path) { paths += path; });
+  EXPECT_EQ(paths, "hbagcdef");
 }
 
 }  // namespace

@@ -36,9 +36,17 @@ check_installed() {
   check_output finish_an_answer env LD_LIBRARY_PATH="$libdir" "./pkg-config-$1"
 }
 
+# check_optimisation EXPECTED OPTION...: a project that is configured like this compiles the library with these
+# -O options.
+check_optimisation() {
+  configure optimised --fresh -DSUBDIRECTORY="$root" -DEXAMPLE=guide -DCMAKE_EXPORT_COMPILE_COMMANDS=ON "${@:2}"
+  sed -n '/"command".*finishing.cpp/p' optimised/compile_commands.json | { grep -oE ' -O[^ ]*' || true; } |
+    xargs | diff - <(echo "$1")
+}
+
 cmake --install "$build" --prefix installed/static --component dev
 check_installed static
-cmp moved/static/share/next_steps/finished_answer.schema.json "$root/schemas/finished_answer.schema.json"
+diff -r moved/static/share/next_steps "$root/schemas"
 (cd moved/static/include && find . -name '*.h' -printf '#include "%P"\n') >headers.cpp
 "$compiler" -std=c++20 -Imoved/static/include -fsyntax-only headers.cpp
 
@@ -48,6 +56,11 @@ for wanted in "$major.$((minor + 1))" "$((major + 1)).0"; do
   fi
   grep -q "next_steps-config.cmake, version: $version" errors
 done
+
+check_optimisation -O2
+check_optimisation "" -DCMAKE_BUILD_TYPE=Debug
+check_optimisation -O1 -DCMAKE_CXX_FLAGS=-O1
+check_optimisation "-O2 -O0" -DOPTIONS=-O0
 
 configure subdirectory -DSUBDIRECTORY="$root" -DBUILD_SHARED_LIBS=ON -DNEXT_STEPS_INSTALL=ON -DEXAMPLE=finish_an_answer
 cmake --build subdirectory

@@ -7,16 +7,16 @@
 #include <string_view>
 #include <vector>
 
-#include "next_steps/json_reader.h"
+#include "requests/json_reader.h"
 #include "vantrex/values/json_value.h"
 
 namespace vantrex::tests {
 
 inline values::JsonValue parse(std::string_view text) {
-  return next_steps_program::read_json(text);
+  return next_steps_requests::read_json(text);
 }
 inline values::JsonObject parse_object(std::string_view text) {
-  return next_steps_program::read_json_object(text, "the cell");
+  return next_steps_requests::read_json_object(text, "the cell");
 }
 
 // The cells of each line of `text`: "one | two". Blank lines and lines that begin with "#" are skipped.

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <set>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -10,7 +11,6 @@
 #include "fuzz/support/random_tree.h"
 #include "support/table.h"
 #include "vantrex/tool_handlers/next_steps/budget.h"
-#include "vantrex/tool_handlers/next_steps/explanation_steps.h"
 #include "vantrex/values/text_forms.h"
 
 namespace vantrex::tool_handlers::next_steps {
@@ -34,6 +34,7 @@ void check(const Explanation& explained, const JsonObject& finished) {
   std::size_t field_bytes = 0;
   for (const HintField& field : explained.hint_fields) field_bytes += field.bytes;
   EXPECT_EQ(field_bytes, explained.hint_bytes);
+  EXPECT_EQ(explained.more_hint_fields, 0U);
 
   const std::size_t comma = explained.bytes == 2 && !kept.empty() ? 1 : 0;  // an empty answer needs none
   EXPECT_EQ(explained.bytes + explained.step_bytes, compact_size(finished) + comma);
@@ -76,33 +77,105 @@ TEST(ExplainAnswer, NamesThePathsOfHints) {
   }
 }
 
-// A step for each letter. Equal letters make equal calls.
-JsonList steps_of(const std::string& letters) {
-  JsonList steps;
-  for (const char letter : letters) {
-    steps.push_back(step(std::string(1, letter), "because of " + std::to_string(steps.size())));
+TEST(ExplainAnswer, ListsTheLargestHintFields) {
+  JsonList rows;
+  for (std::size_t place = 0; place < 150; ++place) {
+    rows.push_back(JsonObject{{"tip", std::string(7 * place % 150, 't')}});
   }
-  return steps;
+  const Explanation explained = explain_answer({{"rows", rows}}, "x");
+  ASSERT_EQ(explained.hint_fields.size(), 100U);
+  EXPECT_EQ(explained.more_hint_fields, 50U);
+  for (std::size_t place = 0; place < 100; ++place) {
+    const std::size_t letters = 149 - place;
+    EXPECT_EQ(explained.hint_fields[place].bytes, letters + 2);
+    EXPECT_EQ(explained.hint_fields[place].path, "rows[" + std::to_string(letters * 43 % 150) + "].tip");
+  }
 }
 
-TEST(JudgedSteps, GiveEachStepItsVerdict) {
+// Returns the tool and the action of "symbol:callers", or the tool alone.
+ServedTool call_of(const std::string& text) {
+  const std::size_t colon = text.find(':');
+  return {text.substr(0, colon), colon == std::string::npos ? OptionalText() : text.substr(colon + 1)};
+}
+
+// What an explanation says besides the candidates: "usual file; signal ; absent symbol: no hits; ".
+std::string told(const Explanation& explained) {
+  std::string text =
+      "usual " + std::string(explained.rows.usual) + (explained.rows.usual_of_tool ? " of the tool; " : "; ");
+  if (!explained.rows.signal.empty()) text += "signal " + std::string(explained.rows.signal) + "; ";
+  for (const AbsentHint& each : explained.absent) {
+    text += "absent " + std::string(*each.hint["tool"].string()) + ": " + each.why + "; ";
+  }
+  for (const SilentSignal& each : explained.silent) {
+    EXPECT_EQ(each.row, explained.rows.signal);
+    text += "silent: " + each.why + "; ";
+  }
+  for (const std::string& each : explained.remarks) text += each + "; ";
+  return text;
+}
+
+TEST(ExplainAnswer, TellsANewcomerOfMistakes) {
+  const std::string lists =
+      "symbols, results, matches, definitions, callers, references, dead_symbols, files, tests, components";
   for (const auto& row : tests::table(R"(
-# bytes of the answer's note | own steps | signals | usual follow-ups | the verdict on each
-# A step has 46 bytes. Seven make a list of 330; with its key and the note of 2 it has 346 in a room of 320.
-0 | abbaaba |  |  | own: fits the room; own: fits the room; own: fits the room; own: fits the room; own: fits the room; own: fits the room; own: over the room by 26 bytes; 
-0 |  | a | bacdb | signal S: fits the room; usual U: fits the room; usual U: repeat of step 1; usual U: fits the room; usual U: over the cap of 3 steps; usual U: repeat of step 2; 
-0 |  | aab | bcd | signal S: fits the room; signal S: repeat of step 1; signal S: fits the room; usual U: repeat of step 3; usual U: fits the room; usual U: over the cap of 3 steps; 
-400 |  | ab | cd | signal S: over the room by 144 bytes, but a signal always stays; signal S: over the room by 191 bytes, but a signal always stays; usual U: over the room by 238 bytes; usual U: over the cap of 3 steps; 
-400 |  |  | ab | usual U: over the room by 144 bytes, but the first step always stays; usual U: over the room by 191 bytes; 
-400 | ab |  |  | own: over the room by 144 bytes, but the first step always stays; own: over the room by 191 bytes; 
+# call | what the server has | arguments | answer | what is told
+serach |  | {} | {} | usual ; unknown tool "serach"; did you mean "search"?; 
+xyz |  | {} | {} | usual ; unknown tool "xyz"; known are architecture, context, explore, file, files, git, quality, search, status, symbol, tests; 
+saerch:code | symbol | {} | {} | usual ; unknown tool "saerch"; did you mean "search"?; 
+explore |  | {} | {} | usual ; 
+xyz | xyz:a | {} | {} | usual ; 
+search:symbols |  | {} | {"symbols":[{"fqn":"f"}],"total":12,"query":"q"} | usual search of the tool; signal search:symbols; silent: 12 hits, not 0; 
+search:semantic |  | {} | {"results":[]} | usual search of the tool; signal search:semantic; absent symbol: no hits; absent symbol: no hits; silent: no query; 
+tests:for_file |  | {} | {"fqn":"f","total":9} | usual tests of the tool; signal tests:for_file; absent file: no path in any hit; silent: 9 hits, not 0, no path; no hits: the answer has no list with one of the names LISTS; 
+symbol:callers |  | {"fqn":"f"} | {"total":7} | usual symbol:callers; signal symbol:callers; silent: 7 hits, 8 are needed; 
+symbol:references |  | {} | {"total":true,"fqn":"f"} | usual symbol:references; signal symbol:references; silent: 1 hit, 8 are needed; 
+symbol:callers |  | {} | {"fqn":"f","total":0} | usual symbol:callers; signal symbol:callers; absent symbol: no hits; silent: 0 hits, 8 are needed; 
+symbol:callers |  | {} | {"fqn":"f"} | usual symbol:callers; signal symbol:callers; silent: no count of hits; 
+file |  | {} | {"hits":[{"fqn":"f"}]} | usual file; absent symbol: no fqn in any hit; absent file: no path in any hit; no hits: the answer has no list with one of the names LISTS; 
+file | search | {} | {"hits":[{"fqn":"f"}]} | usual file; 
+git |  | {} | {"total":0} | usual git; absent tests: no files and no base branch; 
+search |  | {} | {"results":[{"fqn":"f","kind":"Heading"}]} | usual search; absent symbol: 1 hit has an fqn but is no code symbol: kind "Heading"; absent symbol: 1 hit has an fqn but is no code symbol: kind "Heading"; 
+quality:unused |  | {} | {"results":[{"fqn":7},{"fqn":"f","file":"a.md"},{"fqn":"g","kind":"key"}]} | usual quality of the tool; absent symbol: 2 hits have an fqn but are no code symbols: file "a.md"; 
+symbol:caller |  | {} | {"fqn":"f"} | usual symbol of the tool; unknown action "caller" of symbol; did you mean "callers"?; 
+symbol:raw |  | {} | {"fqn":"f"} | usual symbol of the tool; 
+search:symbol | serach,symbol:detial,mine,symbol:detail | {} | {"results":[{"fqn":"f"}]} | usual search of the tool; unknown action "symbol" of search; did you mean "symbols"?; serves: unknown tool "serach"; did you mean "search"?; serves: unknown action "detial" of symbol; did you mean "detail"?; 
+symbol:callers |  | {} | {"symbol":{"fqn":"f"},"total":8} | usual symbol:callers; signal symbol:callers; absent symbol: no fqn in any hit; "symbol" has one; silent: no fqn; "symbol" has one; no hits: the answer has no list with one of the names LISTS; 
+search:code |  | {} | {"total_count":"3","total":0,"results":[{"path":"a"},{},{}]} | usual search:code; signal search:code; absent file: no hits; silent: no query; "total_count" is ignored: it is no integer; "total" is 0, but "results" has 3 hits; 
+symbol:detail | symbol | {} | {"next_steps":[{"tool":"tests","args":{},"reason":"r"}]} | usual ; own steps: 1; the tables were not asked; next_steps[0] calls what the server does not have; 
+files |  | {} | {"next_steps":{"tool":"x"},"files":["a"]} | usual files; "next_steps" is ignored: it is no list; 
+x |  | {} | {"next_steps":[0,{"tool":1},{"tool":"x","args":[]},{"tool":"x","args":{}},{"tool":"x","args":{},"reason":"r"}]} | usual ; own steps: 5; the tables were not asked; next_steps[0] is sent as it is, but is no step: it is no object; next_steps[1] is sent as it is, but is no step: it has no "tool" that is a string; next_steps[2] is sent as it is, but is no step: it has no "args" that is an object; next_steps[3] is sent as it is, but is no step: it has no "reason" that is a string; 
 )")) {
-    const JsonObject answer{{"note", std::string(std::stoul(row.at(0)), 'n')}};
-    const Candidates found{steps_of(row.at(1)), steps_of(row.at(2)), steps_of(row.at(3))};
+    const ServedTool call = call_of(row.at(0));
+    ServedTools served;
+    std::istringstream entries(row.at(1));
+    for (std::string entry; std::getline(entries, entry, ',');) served.add(call_of(entry));
+    const JsonObject arguments = tests::parse_object(row.at(2));
+    std::string expected = row.at(4);
+    if (const std::size_t at = expected.find("LISTS"); at != std::string::npos)
+      expected.replace(at, 5, lists);
+    EXPECT_EQ(told(explain_answer(tests::parse_object(row.at(3)), call.tool,
+                                  {.action = call.action,
+                                   .arguments = &arguments,
+                                   .serves = row.at(1).empty() ? nullptr : &served})),
+              expected);
+  }
+}
+
+TEST(ExplainAnswer, SaysWhyEachCandidateIsKeptOrDropped) {
+  for (const auto& row : tests::table(R"(
+# letters of the answer's note | answer | the verdict on each
+0 | {"next_steps":[1,1]} | own: fits the room; own: fits the room;
+400 | {"next_steps":[1,1]} | own: over the room by 99 bytes, but the first step always stays; own: over the room by 101 bytes;
+0 | {"fqn":"f","total":8} | signal symbol:callers: fits the room; usual symbol:callers: fits the room;
+400 | {"fqn":"f","total":8} | signal symbol:callers: over the room by 198 bytes, but a signal always stays; usual symbol:callers: over the room by 284 bytes;
+)")) {
+    JsonObject answer = tests::parse_object(row.at(1));
+    answer.set("note", std::string(std::stoul(row.at(0)), 'n'));
     std::string verdicts;
-    const auto candidates = judged_steps(answer, {compact_size(answer), _hint_size(answer)}, found,
-                                         {.usual = "U", .signal = "S"});
-    for (const CandidateStep& each : candidates) verdicts += each.from() + ": " + each.why() + "; ";
-    EXPECT_EQ(verdicts, row.at(4)) << row.at(1) << row.at(2) << row.at(3);
+    for (const CandidateStep& each : explain_answer(answer, "symbol", {.action = "callers"}).candidates) {
+      verdicts += (verdicts.empty() ? "" : " ") + each.from() + ": " + each.why() + ";";
+    }
+    EXPECT_EQ(verdicts, row.at(2)) << row.at(1);
   }
 }
 

@@ -111,22 +111,6 @@ git | log | {"path":""} | {"base_branch":7} | tests{"action":"recommended","chan
   }
 }
 
-// No row of the catalogue takes a query, but one may.
-TEST(HintArguments, MayTakeTheQuery) {
-  static constexpr Hint kAgain{"search", "Again", "code", Takes::query};
-  for (const auto& row : tests::table(R"(
-{"query":"a"} | {"query":"r"} | {"action":"code","query":"r"}
-{"query":"a"} | {"query":""} | {"action":"code","query":"a"}
-{"symbols":[{"query":"h"}]} | {"query":false} | none
-)")) {
-    const JsonObject answer = parse_object(row.at(0));
-    const JsonObject request = parse_object(row.at(1));
-    const auto made = hint_arguments(kAgain, AnswerView(answer, &request));
-    const auto* arguments = std::get_if<JsonObject>(&made);
-    EXPECT_EQ(arguments == nullptr ? "none" : compact_text(*arguments), row.at(2)) << row.at(0);
-  }
-}
-
 // The addresses of the items of every list and object in `value`.
 std::vector<const void*> addresses(const JsonValue& value) {
   std::vector<const void*> all;

@@ -58,7 +58,7 @@ TEST(Memory, MayRunOutInALookup) {
   const models::InMemoryRepository none;
   const auto miss = [](auto suggest, const models::Repository& asked, const char* wanted) {
     JsonObject answer;
-    return tool_result_text(suggest(answer, asked, wanted, "imports"));
+    return tool_result_text(suggest(answer, asked, wanted, "imports", nullptr));
   };
   check(
       "symbol", [&] { return miss(suggest_symbols, index, "a.wanted.name.that.is.run"); }, true);

@@ -28,7 +28,7 @@ std::string suggested(const std::string& what, const models::Repository& index, 
                       const std::string& action = "detail", const std::string& before = "{}") {
   JsonObject answer = tests::parse_object(before);
   const auto& suggest = what == "symbol" ? suggest_symbols : suggest_paths;
-  EXPECT_EQ(&suggest(answer, index, wanted, action), &answer);
+  EXPECT_EQ(&suggest(answer, index, wanted, action, nullptr), &answer);
   const JsonObject finished = finish_answer(answer, "symbol", {.action = "callers"});
   EXPECT_EQ(finished["next_steps"], answer["next_steps"]) << "the step of a miss stays the only one";
   return compact_text(answer);

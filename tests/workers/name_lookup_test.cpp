@@ -1,14 +1,17 @@
 #include "vantrex/workers/name_lookup.h"
 
+#include <algorithm>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include <gtest/gtest.h>
 
+#include "fuzz/support/random_tree.h"
 #include "support/allocations.h"
 #include "support/indexes.h"
 #include "support/table.h"
+#include "vantrex/workers/part_finder.h"
 
 namespace vantrex::workers {
 namespace {
@@ -41,6 +44,7 @@ bit_xr | m.bit_xor m.bit_or m.bit_r
 Thing->run() | Thing::run Thing#run Thing.run Thing/run | Thing-run.x
 Ptr::operator-> | Ptr::operator->
 operator.add | operator.add | operator.multiply
+f<a->b>->c | f::c c | ff::cc
 a_é | m.éA
 HTTP~xy | m.HTTP~xyz
 a.b.c.d.e.f.g.h.i.j.k.l.m.n.o.p.q.run | a.b.c.d.e.f.g.h.i.j.k.l.m.n.o.p.q.run b.run z.z.z.z.z.z.z.z.z.z.z.z.z.z.z.z.z.run
@@ -110,6 +114,45 @@ TEST(NameLookup, TakesAnyBytes) {
   EXPECT_EQ(nearest_fqns(index, "na\xffme"), (Texts{"a.na\xffme", "a.na\xfeme"}));
   EXPECT_EQ(nearest_fqns(index, std::string(299, 'x') + "y"), (Texts{std::string(300, 'x')}));
   EXPECT_EQ(nearest_paths(index, std::string("\0", 1)), Texts{});
+}
+
+TEST(NameLookup, OffersAThirdOfTheLettersAndAtMost64Edits) {
+  for (const std::size_t size : {2U, 3U, 191U, 192U, 195U, 198U, 400U}) {
+    const std::size_t max = std::min<std::size_t>(size / 3, 64);
+    const auto index = index_of({std::string(size, 'x')});
+    for (const std::size_t edits : {max, max + 1}) {
+      const std::string wanted = std::string(edits, 'y') + std::string(size - edits, 'x');
+      const std::size_t expected = edits == max ? 1 : 0;
+      EXPECT_EQ(nearest_fqns(index, wanted).size(), expected) << size;
+      EXPECT_EQ(nearest_paths(index, wanted).size(), expected) << size;
+    }
+  }
+}
+
+// In quadratic time, each row takes minutes.
+TEST(NameLookup, TakesLinearTime) {
+  for (const char* unit :
+       {"a", "ab", "->", "<->", "operator<", "operator->", ")", "()", "::", "_", "/.", "e\u0301", "\xff"}) {
+    std::string wanted;
+    while (wanted.size() < 1'000'000) wanted += unit;
+    const auto index = index_of({wanted + wanted, wanted + "ab"});
+    EXPECT_EQ(nearest_fqns(index, wanted + "ab").at(0), wanted + "ab") << unit;
+    EXPECT_EQ(nearest_paths(index, wanted + "ab").at(0), wanted + "ab") << unit;
+  }
+}
+
+TEST(PartFinder, FindsTheFirstPlace) {
+  fuzz::Random random(3);
+  const auto letters = [&random](std::size_t size) {
+    std::u32string text(size, 'a');
+    for (char32_t& letter : text) letter += random.chance(30) ? 1U : 0U;
+    return text;
+  };
+  for (int round = 0; round < 20000; ++round) {
+    const std::u32string part = letters(1 + random.below(6));
+    const std::u32string whole = letters(random.below(30));
+    ASSERT_EQ(PartFinder(part).find_in(whole), whole.find(part));
+  }
 }
 
 TEST(NameLookup, AllocatesOnlyForTheBestCandidates) {

@@ -23,6 +23,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include "vantrex/tool_handlers/next_steps/catalogue.h"
 #include "vantrex/tool_handlers/next_steps/optional_text.h"
 #include "vantrex/tool_handlers/next_steps/served_tools.h"
 #include "vantrex/values/json_value.h"
@@ -72,6 +73,8 @@ struct FinishOptions {
   values::JsonValue freshness = nullptr;
   /// The tools that the server has, borrowed for the call; null if it has every tool.
   const tool_handlers::next_steps::ServedTools* serves = nullptr;
+  /// The server's own catalogue, borrowed for the call; null for the module's tables.
+  const tool_handlers::next_steps::Catalogue* catalogue = nullptr;
 };
 
 /// The finished answer to a request, as next_steps::finish_answer returns it. Refuses what the conversions

@@ -259,7 +259,8 @@ inline nlohmann::ordered_json finish_answer(const nlohmann::ordered_json& respon
                                                {.action = std::move(options.action),
                                                 .arguments = arguments ? &*arguments : nullptr,
                                                 .freshness = std::move(options.freshness),
-                                                .serves = options.serves});
+                                                .serves = options.serves,
+                                                .catalogue = options.catalogue});
   return detail::ToNlohmann<nlohmann::ordered_json>("the finished answer").convert(finished);
 }
 

@@ -1,7 +1,7 @@
 // FieldIndex: finds a field of a large object by its key.
 //
 // An open-addressing hash table of field positions. Changes of the object keep it current, so reads change
-// nothing. The hash is seeded by the table's address, so colliding keys cannot be prepared.
+// nothing. The hash is seeded by the table's address, so colliding keys are hard to prepare.
 #pragma once
 
 #include <bit>

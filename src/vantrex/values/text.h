@@ -222,7 +222,7 @@ class NEXT_STEPS_API TextArgument {
   template <std::size_t kSize>
   TextArgument(char (&characters)[kSize]) : TextArgument(detail::view_of(characters)) {}
   /// A checked literal.
-  TextArgument(const TextLiteral& literal) noexcept : bits_(literal.bits_) {}
+  constexpr TextArgument(const TextLiteral& literal) noexcept : bits_(literal.bits_) {}
   /// A text.
   TextArgument(const Text& text) noexcept : bits_(text.bits_) {}
   /// Unchecked bytes. Throws std::length_error when they are too long for a text.

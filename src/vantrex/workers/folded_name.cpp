@@ -7,6 +7,7 @@
 
 #include "vantrex/models/ascii_case.h"
 #include "vantrex/values/utf8.h"
+#include "vantrex/workers/edit_distance.h"
 
 namespace vantrex::workers {
 
@@ -112,6 +113,10 @@ std::size_t lacking_letters(const FoldedName& wanted, const FoldedName& name) no
     if (left > 0) --left;
   }
   return lacking;
+}
+
+std::size_t max_edits(const FoldedName& a, const FoldedName& b) noexcept {
+  return std::min(std::max(a.letters.size(), b.letters.size()) / 3, kMaxEdits);
 }
 
 std::size_t min_edits(const FoldedName& a, const FoldedName& b) noexcept {

@@ -35,6 +35,9 @@ struct FoldedName {
 // bit count as equal.
 std::size_t lacking_letters(const FoldedName& wanted, const FoldedName& name) noexcept;
 
+// The edits that a near name may have: a third of the letters of the longer name, at most kMaxEdits.
+std::size_t max_edits(const FoldedName& a, const FoldedName& b) noexcept;
+
 // A lower bound of the number of edits between two names, from their letters alone.
 std::size_t min_edits(const FoldedName& a, const FoldedName& b) noexcept;
 

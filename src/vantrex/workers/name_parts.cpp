@@ -38,11 +38,13 @@ std::size_t separator_ending_at(std::string_view text, std::size_t end) noexcept
   }
 }
 
-// `text` before the bracket that matches the closing one at its end; all of it if there is none.
+// `text` before the bracket that matches the closing one at its end; all of it if there is none. The ">" of
+// "->" is not a bracket, so a text that ends with many of them is not scanned for each.
 std::string_view before_brackets(std::string_view text, char open, char close) noexcept {
   std::size_t depth = 0;
   for (std::size_t position = text.size(); position-- > 0;) {
-    if (text[position] == close) ++depth;
+    if (text[position] == close && !text.substr(0, position + 1).ends_with("->")) ++depth;
+    if (depth == 0) break;
     if (text[position] == open && --depth == 0) return text.substr(0, position);
   }
   return text;

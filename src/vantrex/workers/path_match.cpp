@@ -49,7 +49,7 @@ std::optional<Rank> PathMatch::likeness(const Parted& path, const Rank* worst) {
   if (models::same_but_for_case(base.stem, wanted_base_.stem)) return Rank{.tier = kSameStem};
   if (worst != nullptr && worst->tier < kNearStem) return std::nullopt;
   stem_.assign(base.stem);
-  std::size_t max = std::max(stem_.letters.size(), wanted_stem_.letters.size()) / 3;
+  std::size_t max = max_edits(wanted_stem_, stem_);
   if (worst != nullptr) max = std::min(max, worst->distance / 2);
   if (stem_.letters.empty() || min_edits(wanted_stem_, stem_) > max) return std::nullopt;
   const std::size_t edits = edits_.to(stem_.letters, max);

@@ -5,7 +5,7 @@
 //   one path is a suffix of the other, so a foreign prefix does not matter;
 //   the same base name in another directory;
 //   the same stem, which is the base name without its last extension;
-//   a stem with edits, at most a third of the letters of the longer stem, separators ignored.
+//   a stem with edits, at most a third of the letters of the longer stem and at most 64, separators ignored.
 // Within a class the order is: fewer edits, the same extension, more shared directories, more shared letters,
 // a smaller difference in length. Case does not matter, except that in the first two classes a base name in
 // the same case comes first.

@@ -13,13 +13,6 @@ enum SymbolTier : std::size_t { kSameName, kSameButCase, kSameButSeparators, kSa
 
 constexpr std::size_t kMinPart = 4;
 
-std::optional<Rank> part_likeness(const FoldedName& wanted, const FoldedName& name) noexcept {
-  if (wanted.letters.size() < kMinPart || (wanted.letter_mask & ~name.letter_mask) != 0) return std::nullopt;
-  const std::size_t place = name.letters.find(wanted.letters);
-  if (place == std::u32string::npos) return std::nullopt;
-  return Rank{.tier = kPart, .distance = place == 0 ? 0U : 1U};
-}
-
 }  // namespace
 
 SymbolMatch::SymbolMatch(std::string_view wanted)
@@ -27,7 +20,16 @@ SymbolMatch::SymbolMatch(std::string_view wanted)
       parted_wanted_(part_symbol(wanted)),
       qualifiers_(parted_wanted_.outer, part_symbol),
       wanted_name_(parted_wanted_.last),
-      edits_(wanted_name_.letters) {}
+      edits_(wanted_name_.letters),
+      part_(wanted_name_.letters) {}
+
+std::optional<Rank> SymbolMatch::part_likeness() const noexcept {
+  if (wanted_name_.letters.size() < kMinPart) return std::nullopt;
+  if ((wanted_name_.letter_mask & ~name_.letter_mask) != 0) return std::nullopt;
+  const std::size_t place = part_.find_in(name_.letters);
+  if (place == std::u32string::npos) return std::nullopt;
+  return Rank{.tier = kPart, .distance = place == 0 ? 0U : 1U};
+}
 
 std::optional<Rank> SymbolMatch::folded_likeness(const Rank* worst) const {
   const std::u32string& wanted = wanted_name_.letters;
@@ -36,14 +38,14 @@ std::optional<Rank> SymbolMatch::folded_likeness(const Rank* worst) const {
   if (letters == wanted) return Rank{.tier = kSameButSeparators};
   if (wanted_name_.word_hash == name_.word_hash) return Rank{.tier = kSameWords};
   if (worst != nullptr && worst->tier < kNear) return std::nullopt;
-  std::size_t max = std::max(wanted.size(), letters.size()) / 3;
+  std::size_t max = max_edits(wanted_name_, name_);
   if (worst != nullptr && worst->tier == kNear) max = std::min(max, worst->distance);
   if (min_edits(wanted_name_, name_) <= max) {
     const std::size_t edits = edits_.to(letters, max);
     if (edits <= max) return Rank{.tier = kNear, .distance = edits};
   }
   if (worst != nullptr && worst->tier < kPart) return std::nullopt;
-  return part_likeness(wanted_name_, name_);
+  return part_likeness();
 }
 
 std::optional<Rank> SymbolMatch::likeness(std::string_view name, const Rank* worst) {

@@ -6,7 +6,7 @@
 //   the same name except for case;
 //   the same name except for case and separators (snake, camel, kebab);
 //   the same words in another order;
-//   a name with edits, at most a third of the letters of the longer name;
+//   a name with edits, at most a third of the letters of the longer name and at most 64;
 //   the wanted name as a prefix, then as another part of the name, from four letters on.
 // Within a class the order is: fewer edits, more shared qualifiers, more shared letters, a smaller difference
 // in length. Shared letters count because a missing letter or a swap is likelier than one particular wrong
@@ -23,6 +23,7 @@
 #include "vantrex/workers/folded_name.h"
 #include "vantrex/workers/name_parts.h"
 #include "vantrex/workers/nearest_few.h"
+#include "vantrex/workers/part_finder.h"
 
 namespace vantrex::workers {
 
@@ -40,12 +41,14 @@ class SymbolMatch {
  private:
   std::optional<Rank> likeness(std::string_view name, const Rank* worst);
   std::optional<Rank> folded_likeness(const Rank* worst) const;
+  std::optional<Rank> part_likeness() const noexcept;
 
   std::string_view wanted_;
   Parted parted_wanted_;
   OuterParts qualifiers_;
   FoldedName wanted_name_;
   EditDistanceFrom edits_;
+  PartFinder part_;
   FoldedName name_;
 };
 

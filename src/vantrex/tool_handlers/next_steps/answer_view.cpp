@@ -15,27 +15,6 @@ namespace {
 
 constinit const JsonObject kNoArguments;
 
-using HitLists = std::array<const JsonList*, _HIT_LISTS.size()>;
-
-HitLists find_hit_lists(const JsonObject& response) noexcept {
-  HitLists lists{};
-  for (const auto& [key, value] : response) {
-    const JsonList* list = value.list();
-    if (list == nullptr) continue;
-    const auto* name = std::find(_HIT_LISTS.begin(), _HIT_LISTS.end(), key.view());
-    if (name != _HIT_LISTS.end()) lists[static_cast<std::size_t>(name - _HIT_LISTS.begin())] = list;
-  }
-  return lists;
-}
-
-std::optional<Integer> _hit_count(const JsonObject& response, const HitLists& lists) {
-  if (auto count = stated_integer(response["total_count"])) return count;
-  if (auto count = stated_integer(response["total"])) return count;
-  const auto* first =
-      std::find_if(lists.begin(), lists.end(), [](const JsonList* list) { return list != nullptr; });
-  return first == lists.end() ? std::nullopt : std::optional<Integer>((*first)->size());
-}
-
 }  // namespace
 
 std::optional<Integer> stated_integer(const JsonValue& value) noexcept {
@@ -43,11 +22,39 @@ std::optional<Integer> stated_integer(const JsonValue& value) noexcept {
   return value.integer();
 }
 
-AnswerView::AnswerView(const JsonObject& answer, const JsonObject* request_arguments)
+AnswerView::AnswerView(const JsonObject& answer, const JsonObject* request_arguments, const Tables& tables)
     : response(answer),
       arguments(request_arguments == nullptr ? kNoArguments : *request_arguments),
-      hit_lists_(find_hit_lists(answer)),
-      hit_count_(_hit_count(answer, hit_lists_)) {}
+      tables_(tables) {
+  const std::size_t count = tables.hit_lists.size();
+  if (count > few_lists_.size()) many_lists_.resize(count);
+  hit_lists_ = {count > few_lists_.size() ? many_lists_.data() : few_lists_.data(), count};
+  find_hit_lists();
+  hit_count_ = _hit_count();
+}
+
+void AnswerView::find_hit_lists() noexcept {
+  const std::span<const KeyPath> paths = tables_.hit_lists;
+  const bool nested = tables_.has_nested_hits;
+  for (const auto& [key, value] : response) {
+    if (value.list() == nullptr && !(nested && value.object() != nullptr)) continue;
+    const std::string_view name = key.view();
+    for (std::size_t place = 0; place < paths.size(); ++place) {
+      const KeyPath path = paths[place];
+      if (path.front() == name) hit_lists_[place] = value_at(value, path.subspan(1)).list();
+    }
+  }
+}
+
+std::optional<Integer> AnswerView::_hit_count() const {
+  for (const KeyPath path : tables_.counts) {
+    if (auto count = stated_integer(value_at(response, path))) return count;
+  }
+  for (const JsonList* list : hit_lists_) {
+    if (list != nullptr) return Integer(list->size());
+  }
+  return std::nullopt;
+}
 
 const JsonValue& AnswerView::requested_or_answered(std::string_view key) const noexcept {
   const JsonValue& requested = arguments[key];

@@ -8,8 +8,12 @@
 
 #include <array>
 #include <optional>
+#include <span>
 #include <string_view>
+#include <vector>
 
+#include "vantrex/tool_handlers/next_steps/rules.h"
+#include "vantrex/tool_handlers/next_steps/tables.h"
 #include "vantrex/values/json_value.h"
 
 namespace vantrex::tool_handlers::next_steps {
@@ -22,19 +26,23 @@ inline constexpr std::array<std::string_view, 10> _HIT_LISTS = {
 // The integer that `value` states. A boolean counts as one: true is 1, false is 0.
 std::optional<values::Integer> stated_integer(const values::JsonValue& value) noexcept;
 
-// A borrowed answer and request. The hits are looked up once.
+// A borrowed answer and request, and the tables that apply to them. The hits are looked up once.
 class AnswerView {
  public:
-  // Null `request_arguments` count as an empty object.
-  AnswerView(const values::JsonObject& answer, const values::JsonObject* request_arguments);
+  // Null `request_arguments` count as an empty object. `tables` must outlive the view.
+  AnswerView(const values::JsonObject& answer, const values::JsonObject* request_arguments,
+             const Tables& tables = module_tables());
+  AnswerView(const AnswerView&) = delete;
+  AnswerView& operator=(const AnswerView&) = delete;
+  ~AnswerView() = default;
 
   const values::JsonObject& response;
   const values::JsonObject& arguments;
 
-  // The hit lists in the order of _HIT_LISTS; null where the answer has none.
-  const std::array<const values::JsonList*, _HIT_LISTS.size()>& hit_lists() const noexcept {
-    return hit_lists_;
-  }
+  const Tables& tables() const noexcept { return tables_; }
+
+  // The hit lists in the order of the tables; null where the answer has none.
+  std::span<const values::JsonList* const> hit_lists() const noexcept { return hit_lists_; }
 
   // The number of hits: the stated count, otherwise the length of the first hit list; nothing without either.
   const std::optional<values::Integer>& hit_count() const noexcept { return hit_count_; }
@@ -45,9 +53,30 @@ class AnswerView {
   const values::JsonValue& requested_or_answered(std::string_view key) const noexcept;
 
  private:
-  std::array<const values::JsonList*, _HIT_LISTS.size()> hit_lists_;
+  void find_hit_lists() noexcept;
+  std::optional<values::Integer> _hit_count() const;
+
+  const Tables& tables_;
+  std::array<const values::JsonList*, _HIT_LISTS.size()> few_lists_{};
+  std::vector<const values::JsonList*> many_lists_;  // used for more hit lists than the module has
+  std::span<const values::JsonList*> hit_lists_;
   std::optional<values::Integer> hit_count_;
 };
+
+// The value that `path` leads to; null when there is none.
+inline const values::JsonValue& value_at(const values::JsonValue& value, KeyPath path) noexcept {
+  static constinit const values::JsonValue nothing(nullptr);
+  const values::JsonValue* reached = &value;
+  for (const std::string_view key : path) {
+    const values::JsonObject* object = reached->object();
+    reached = object == nullptr ? &nothing : &(*object)[key];
+  }
+  return *reached;
+}
+// The same for an object and a path of at least one key.
+inline const values::JsonValue& value_at(const values::JsonObject& object, KeyPath path) noexcept {
+  return value_at(object[path[0]], path.subspan(1));
+}
 
 // Whether the hit `item` is a code symbol.
 bool _is_code_hit(const values::JsonObject& item) noexcept;

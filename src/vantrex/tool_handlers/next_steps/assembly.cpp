@@ -1,13 +1,11 @@
 #include "vantrex/tool_handlers/next_steps/assembly.h"
 
 #include <algorithm>
-#include <array>
-#include <optional>
-#include <unordered_set>
 #include <utility>
 
 #include "vantrex/tool_handlers/freshness.h"
 #include "vantrex/tool_handlers/next_steps/answer_view.h"
+#include "vantrex/tool_handlers/next_steps/limits.h"
 #include "vantrex/tool_handlers/next_steps/signals.h"
 #include "vantrex/tool_handlers/next_steps/usual.h"
 #include "vantrex/values/null_fields.h"
@@ -23,61 +21,73 @@ using values::JsonValue;
 
 namespace {
 
-std::string malformed(std::size_t position, std::string_view field) {
-  const std::string entry = "steps[" + std::to_string(position) + "]";
-  return field.empty() ? entry + " is no object" : entry + " has no field \"" + std::string(field) + "\"";
+constinit const JsonObject kNothing;
+
+// `value` if it is an object, otherwise the empty one.
+const JsonObject& fields_of(const JsonValue& value) noexcept {
+  return value.object() == nullptr ? kNothing : *value.object();
 }
 
-const JsonValue& required(const JsonObject& step, std::string_view field, std::size_t position) {
-  const JsonValue* value = step.find(field);
-  if (value == nullptr) throw MalformedStep(position, field);
-  return *value;
+// Texts are made only when the tools and the sizes of the arguments leave it open.
+bool make_same_call(const JsonValue& a, const JsonValue& b) {
+  if (fields_of(a)["tool"] != fields_of(b)["tool"]) return false;
+  const JsonValue& args_of_a = fields_of(a)["args"];
+  const JsonValue& args_of_b = fields_of(b)["args"];
+  return compact_size(args_of_a) == compact_size(args_of_b) &&
+         canonical_text(args_of_a) == canonical_text(args_of_b);
 }
 
-// The call of a step.
-struct Call {
-  Call(const JsonValue& step, std::size_t position) {
-    const JsonObject* object = step.object();
-    if (object == nullptr) throw MalformedStep(position, "");
-    tool = &required(*object, "tool", position);
-    args = &required(*object, "args", position);
+// Decides on each step with `decide(position, kept)`, where the first `kept` steps are those that were kept
+// before. Removes the others. `decisions` is as for _deduplicated.
+template <typename Decide>
+void filter(JsonList& steps, Decisions* decisions, Decide decide) {
+  std::size_t kept = 0;
+  std::size_t place = 0;  // in `decisions`
+  for (std::size_t position = 0; position < steps.size(); ++position, ++place) {
+    while (decisions != nullptr && (*decisions)[place].verdict != Verdict::kept) ++place;
+    const Decision decision = decide(position, kept);
+    if (decisions != nullptr) (*decisions)[place] = decision;
+    if (decision.verdict != Verdict::kept) continue;
+    if (kept < position) *steps.item(kept) = std::move(*steps.item(position));
+    ++kept;
   }
-
-  std::string text() const { return canonical_text(*tool) + ',' + canonical_text(*args); }
-
-  const JsonValue* tool;
-  const JsonValue* args;
-};
-
-// Whether there are only a few steps and their arguments all have different sizes, so that no call repeats.
-bool all_differ_in_size(const JsonList& steps) {
-  constexpr std::size_t kFew = 2 * MAX_STEPS;
-  if (steps.size() > kFew) return false;
-  std::array<std::size_t, kFew> sizes;
-  auto* end = sizes.begin();
-  for (std::size_t position = 0; position < steps.size(); ++position) {
-    const std::size_t size = compact_size(*Call(steps[position], position).args);
-    if (std::find(sizes.begin(), end, size) != end) return false;
-    *end++ = size;
-  }
-  return true;
+  steps.truncate(kept);
 }
 
-// The steps for which `keeps(step, position)` is true.
-template <typename Keeps>
-JsonList filtered(JsonList steps, Keeps keeps) {
-  JsonList kept;
-  for (std::size_t position = 0; position < steps.size(); ++position) {
-    JsonValue& step = *steps.item(position);
-    if (keeps(std::as_const(step), position)) kept.push_back(std::move(step));
-  }
-  return kept;
+void drop_unserved(JsonList& steps, const ServedTools* serves, Decisions* decisions) {
+  if (serves == nullptr) return;
+  filter(steps, decisions, [&](std::size_t position, std::size_t /*kept*/) -> Decision {
+    return {is_served(std::as_const(steps)[position], serves) ? Verdict::kept : Verdict::not_served};
+  });
 }
 
-JsonList served(JsonList steps, const ServedTools* serves) {
-  if (serves == nullptr) return steps;
-  return filtered(std::move(steps),
-                  [serves](const JsonValue& step, std::size_t) { return is_served(step, serves); });
+void drop_over_cap(JsonList& steps, Decisions* decisions) {
+  if (steps.size() <= MAX_STEPS) return;
+  filter(steps, decisions, [](std::size_t position, std::size_t /*kept*/) -> Decision {
+    return {position < MAX_STEPS ? Verdict::kept : Verdict::over_cap};
+  });
+}
+
+// The number of signals that are served.
+std::size_t served_signals(const Candidates& candidates, const ServedTools* serves) noexcept {
+  const JsonValue* first = candidates.steps.begin();
+  return static_cast<std::size_t>(std::count_if(
+      first, first + candidates.signals, [&](const JsonValue& step) { return is_served(step, serves); }));
+}
+
+// The place in `decisions` of the kept step at `position`; 0 for null.
+std::size_t place_of(std::size_t position, const Decisions* decisions) noexcept {
+  std::size_t place = 0;
+  for (; decisions != nullptr; ++place) {
+    if ((*decisions)[place].verdict == Verdict::kept && position-- == 0) break;
+  }
+  return place;
+}
+
+// Whether `response` is the answer to a miss, and it is known what the server has.
+bool is_known_miss(const JsonObject& response, const FinishOptions& options) noexcept {
+  return (options.serves != nullptr || options.catalogue != nullptr) &&
+         response["found"].boolean() == false && response["did_you_mean"].list() != nullptr;
 }
 
 // Removes the tool's own steps from its answer. Empty if it gave none.
@@ -89,19 +99,16 @@ JsonList take_own_steps(JsonObject& response) {
 
 }  // namespace
 
-MalformedStep::MalformedStep(std::size_t position, std::string_view field)
-    : std::invalid_argument(malformed(position, field)) {}
-
-std::string call_text(const JsonValue& step, std::size_t position) {
-  return Call(step, position).text();
-}
-
-JsonList _deduplicated(JsonList steps) {
-  if (all_differ_in_size(steps)) return steps;
-  std::unordered_set<std::string> seen;
-  return filtered(std::move(steps), [&seen](const JsonValue& step, std::size_t position) {
-    return seen.insert(call_text(step, position)).second;
+JsonList _deduplicated(JsonList steps, Decisions* decisions) {
+  filter(steps, decisions, [&](std::size_t position, std::size_t kept) -> Decision {
+    const JsonValue* first = steps.begin();
+    const JsonValue* same = std::find_if(first, first + kept, [&](const JsonValue& earlier) {
+      return make_same_call(earlier, first[position]);
+    });
+    if (same == first + kept) return {};
+    return {Verdict::repeat, place_of(static_cast<std::size_t>(same - first), decisions)};
   });
+  return steps;
 }
 
 bool is_served(std::string_view tool, std::optional<std::string_view> action,
@@ -110,22 +117,21 @@ bool is_served(std::string_view tool, std::optional<std::string_view> action,
 }
 
 bool is_served(const JsonValue& step, const ServedTools* serves) noexcept {
-  const JsonObject& call = *step.object();
-  return is_served(call["tool"].string().value_or(""), (*call["args"].object())["action"].string(), serves);
+  if (serves == nullptr) return true;
+  const JsonObject& call = fields_of(step);
+  return serves->contains(call["tool"].string().value_or(""), fields_of(call["args"])["action"].string());
 }
 
-Choice choose_steps(Candidates candidates, const ServedTools* serves) {
-  if (!candidates.own.empty()) return {std::move(candidates.own), Keep{1}};
-  JsonList steps = served(std::move(candidates.signals), serves);
-  JsonList usual = served(std::move(candidates.usual), serves);
-  const Keep keep{std::clamp(steps.size(), std::size_t{1}, MAX_STEPS)};
-  if (steps.empty()) std::swap(steps, usual);
-  for (std::size_t position = 0; position < usual.size(); ++position) {
-    steps.push_back(std::move(*usual.item(position)));
+Choice choose_steps(Candidates candidates, const ServedTools* serves, Decisions* decisions) {
+  if (decisions != nullptr) decisions->resize(candidates.steps.size());
+  Choice choice{{}, Keep{std::clamp(served_signals(candidates, serves), std::size_t{1}, MAX_STEPS)}};
+  choice.steps = std::move(candidates.steps);
+  if (candidates.giver != Giver::tool) drop_unserved(choice.steps, serves, decisions);
+  if (candidates.giver == Giver::tables) {
+    choice.steps = _deduplicated(std::move(choice.steps), decisions);
+    drop_over_cap(choice.steps, decisions);
   }
-  steps = _deduplicated(std::move(steps));
-  steps.truncate(MAX_STEPS);
-  return {std::move(steps), keep};
+  return choice;
 }
 
 void prepare(JsonObject& response, JsonValue freshness) {
@@ -134,11 +140,21 @@ void prepare(JsonObject& response, JsonValue freshness) {
 }
 
 Candidates candidate_steps(JsonObject& response, std::string_view tool_name, const FinishOptions& options) {
-  Candidates candidates{.own = take_own_steps(response)};
-  if (!candidates.own.empty()) return candidates;
-  const AnswerView answer(response, options.arguments);
-  candidates.signals = _signals(answer, tool_name, options.action);
-  candidates.usual = _usual(answer, tool_name, options.action);
+  Candidates candidates{.steps = take_own_steps(response)};
+  if (is_known_miss(response, options)) {
+    candidates.giver = Giver::miss;
+  } else if (!candidates.steps.empty()) {
+    candidates.giver = Giver::tool;
+  } else {
+    const AnswerView answer(response, options.arguments, tables_of(options.catalogue));
+    candidates.steps = _signals(answer, tool_name, options.action);
+    candidates.signals = candidates.steps.size();
+    JsonList usual = _usual(answer, tool_name, options.action);
+    if (candidates.signals == 0) std::swap(candidates.steps, usual);
+    for (std::size_t position = 0; position < usual.size(); ++position) {
+      candidates.steps.push_back(std::move(*usual.item(position)));
+    }
+  }
   return candidates;
 }
 

@@ -7,38 +7,40 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
-#include <stdexcept>
-#include <string>
 #include <string_view>
+#include <vector>
 
 #include "vantrex/tool_handlers/next_steps/budget.h"
+#include "vantrex/tool_handlers/next_steps/candidate.h"
 #include "vantrex/tool_handlers/next_steps/finishing.h"
 #include "vantrex/values/json_value.h"
 
 namespace vantrex::tool_handlers::next_steps {
 
-// Thrown for a step without a call: it is no object, or lacks the field "tool" or "args". what() names the
-// position and the field.
-class MalformedStep : public std::invalid_argument {
- public:
-  // `field` is the missing field, or empty if the step is no object.
-  MalformedStep(std::size_t position, std::string_view field);
-};
-
-// The call of `step` as text. Two steps make the same call if and only if their texts are equal. `position`
-// is the step's position in its list, for the error. Throws MalformedStep and std::bad_alloc.
-std::string call_text(const values::JsonValue& step, std::size_t position);
+// The decision on each step of a list.
+using Decisions = std::vector<Decision>;
 
 // `steps` without repeated calls. Of the steps with the same tool and the same arguments, in any order of
-// fields, the first stays. Throws MalformedStep and std::bad_alloc.
-values::JsonList _deduplicated(values::JsonList steps);
+// fields, the first stays. `decisions` may be null, or has an entry for each step; of these, the kept ones
+// are the steps of the list, and those of repeats are changed. Throws std::bad_alloc.
+values::JsonList _deduplicated(values::JsonList steps, Decisions* decisions = nullptr);
 
-// The candidate steps of an answer. `signals` and `usual` are empty if there are own steps.
+// Whether the server has the call. A null `serves` has every call.
+bool is_served(std::string_view tool, std::optional<std::string_view> action,
+               const ServedTools* serves) noexcept;
+// The same for a step, which may be any value.
+bool is_served(const values::JsonValue& step, const ServedTools* serves) noexcept;
+
+// Who gives the candidate steps: the tables, the tool, or the answer to a miss, whose steps must be served.
+enum class Giver : std::uint8_t { tables, tool, miss };
+
+// The candidate steps of an answer.
 struct Candidates {
-  values::JsonList own = {};
-  values::JsonList signals = {};
-  values::JsonList usual = {};
+  values::JsonList steps;   // signals first
+  std::size_t signals = 0;  // the number of signals
+  Giver giver = Giver::tables;
 };
 
 // The steps of an answer before the budget applies, and how many of them always stay.
@@ -47,22 +49,19 @@ struct Choice {
   Keep keep;
 };
 
-// Whether the server has the call. A null `serves` has every call.
-bool is_served(std::string_view tool, std::optional<std::string_view> action,
-               const ServedTools* serves) noexcept;
-// The same for a step that the module made.
-bool is_served(const values::JsonValue& step, const ServedTools* serves) noexcept;
-
-// Chooses from the candidates. Drops the signals and usual follow-ups that `serves` does not contain. Throws
-// what _deduplicated throws.
-Choice choose_steps(Candidates candidates, const ServedTools* serves);
+// Chooses from the candidates. Drops those that `serves` does not contain and, of those from the tables,
+// repeats and what is over MAX_STEPS. Adds a decision on each to `decisions`, which is empty or null. Throws
+// std::bad_alloc.
+Choice choose_steps(Candidates candidates, const ServedTools* serves, Decisions* decisions = nullptr);
 
 // Prepares `response` for the choice of its steps: drops its null fields and adds the freshness block. Throws
 // std::bad_alloc; `response` may then be changed in part.
 void prepare(values::JsonObject& response, values::JsonValue freshness);
 
-// The candidate steps of `response`. Removes its field "next_steps". The tool's name and `options.arguments`
-// must not lie in `response`. Throws std::bad_alloc; the field may then be lost.
+// The candidate steps of `response`. Removes its field "next_steps". The tables are asked if there are no own
+// steps, except for a miss when it is known what the server has: they would only repeat the missing name. The
+// tool's name and `options.arguments` must not lie in `response`. Throws std::bad_alloc; the field may then
+// be lost.
 Candidates candidate_steps(values::JsonObject& response, std::string_view tool_name,
                            const FinishOptions& options);
 

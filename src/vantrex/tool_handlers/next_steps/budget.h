@@ -9,11 +9,9 @@
 #pragma once
 
 #include <cstddef>
-#include <functional>
-#include <string>
 #include <string_view>
 
-#include "vantrex/tool_handlers/next_steps/catalogue.h"
+#include "vantrex/tool_handlers/next_steps/limits.h"
 #include "vantrex/values/json_value.h"
 
 namespace vantrex::tool_handlers::next_steps {
@@ -30,12 +28,6 @@ std::size_t _encoded_size(const values::JsonValue& value);
 std::size_t _hint_size(const values::JsonValue& value);
 // The same for an object.
 std::size_t _hint_size(const values::JsonObject& object);
-
-// Called for each hint field that _hint_size counts, with its path, such as "results[3].note", and its value.
-using HintVisitor = std::function<void(const std::string& path, const values::JsonValue& value)>;
-
-// Visits the hint fields in `object` in order. Throws std::bad_alloc and what `visit` throws.
-void visit_hints(const values::JsonObject& object, const HintVisitor& visit);
 
 // The room: the bytes that the hints of an answer may take.
 struct HintRoom {

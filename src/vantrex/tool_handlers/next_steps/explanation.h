@@ -5,20 +5,19 @@
 // answer lacks for further ones.
 //
 // Ownership: as finish_answer. The tool's name and the arguments must not lie in the answer. An explanation
-// owns its values and refers only to constant tables. Threads: no state; safe for concurrent calls, also with
+// owns its values. Threads: no state; safe for concurrent calls, also with
 // the same lvalue.
 //
 // Cost: several times the cost of finish_answer. All sizes are bytes of the compact JSON text.
 #pragma once
 
 #include <cstddef>
-#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "vantrex/export.h"
-#include "vantrex/tool_handlers/next_steps/catalogue.h"
+#include "vantrex/tool_handlers/next_steps/candidate.h"
 #include "vantrex/tool_handlers/next_steps/finishing.h"
 #include "vantrex/values/json_value.h"
 
@@ -30,26 +29,12 @@ struct HintField {
   std::size_t bytes;  ///< of its value
 };
 
-/// Where a step comes from: the tool itself, or a row of a table.
-enum class Source : std::uint8_t { own, signal, usual };
-
-/// The verdict on a candidate step.
-enum class Verdict : std::uint8_t {
-  kept,        ///< the answer gets it
-  not_served,  ///< the server does not have the call
-  repeat,      ///< makes the same call as an earlier step
-  over_cap,    ///< comes after MAX_STEPS other steps
-  over_room    ///< with it, the hints are larger than their room
-};
-
-/// A candidate step.
-struct NEXT_STEPS_API CandidateStep {
-  values::JsonValue step;    ///< {"tool", "args", "reason"}; an own step may be any value
-  Source source;             ///< where it comes from
-  std::string_view row;      ///< the key of its row; empty for an own step
-  std::size_t bytes;         ///< of the step
-  Verdict verdict;           ///< kept, or why it is dropped
-  std::size_t repeated = 0;  ///< of a repeat: the position of the first step with its call, from 0
+/// A candidate step, the decision on it, and its size.
+struct NEXT_STEPS_API CandidateStep : Decision {
+  values::JsonValue step;  ///< {"tool", "args", "reason"}; an own step may be any value
+  Source source;           ///< where it comes from
+  std::string row;         ///< the key of its row; empty for an own step
+  std::size_t bytes;       ///< of the step
   /// By how many bytes the hints up to and including this step exceed their room; 0 or less if they fit. 0
   /// for a step that is dropped before the budget applies.
   double over_room = 0;
@@ -60,23 +45,23 @@ struct NEXT_STEPS_API CandidateStep {
   std::string why() const;
 };
 
-/// A hint of the usual row, to a tool that the server has, for which the answer lacks the argument.
+/// A call of the usual row, to a tool that the server has, for which the answer lacks an argument.
 struct AbsentHint {
-  const Hint* hint;  ///< in a constant table; never null
-  std::string why;   ///< "no hits", "no files and no base branch"
+  values::JsonObject hint;  ///< the call in the format of a catalogue: {"tool", "args", "takes", "reason"}
+  std::string why;          ///< "no hits", "no files and no base branch"
 };
 
 /// A signal that gives no step.
 struct SilentSignal {
-  std::string_view row;  ///< the key of its row
-  std::string why;       ///< "12 hits, not 0"
+  std::string row;  ///< the key of its row
+  std::string why;  ///< "12 hits, not 0"
 };
 
 /// The keys of the table rows that apply to an answer; empty if there is none.
 struct TableRows {
-  std::string_view usual = {};   ///< "search"
-  bool usual_of_tool = false;    ///< whether that is the row of the tool, because the action has none
-  std::string_view signal = {};  ///< "search:symbols"
+  std::string usual = {};      ///< "search"
+  bool usual_of_tool = false;  ///< whether that is the row of the tool, because the action has none
+  std::string signal = {};     ///< "search:symbols"
 };
 
 /// Everything that decides on the steps of one answer.
@@ -84,7 +69,10 @@ struct NEXT_STEPS_API Explanation {
   /// The bytes of the answer with its freshness block, before steps are added.
   std::size_t bytes = 0;
   std::size_t hint_bytes = 0;          ///< of the hints among them
-  std::vector<HintField> hint_fields;  ///< the largest first
+  std::vector<HintField> hint_fields;  ///< the largest first, at most kMaxHintFields
+  std::size_t more_hint_fields = 0;    ///< the number of the others
+
+  static constexpr std::size_t kMaxHintFields = 100;  ///< the maximum number of listed hint fields
 
   /// The bytes that the kept steps add, with their key; 0 if there are none.
   std::size_t step_bytes = 0;
@@ -106,15 +94,15 @@ struct NEXT_STEPS_API Explanation {
   std::string room_text() const;
 
   /// The explanation as JSON:
-  ///   {"answer": {"bytes", "hint_bytes", "hint_fields": [{"path", "bytes"}],
+  ///   {"answer": {"bytes", "hint_bytes", "hint_fields": [{"path", "bytes"}], "more_hint_fields",
   ///               "step_bytes", "room", "room_from", "room_text"},
   ///    "rows": {"usual", "usual_of_tool", "signal"},
   ///    "candidates": [{"step", "from", "bytes", "kept", "why"}],
-  ///    "absent": [{"hint": {"tool", "reason", "action", "takes"}, "why"}],
+  ///    "absent": [{"hint": {"tool", "args", "takes", "reason"}, "why"}],
   ///    "silent": [{"signal", "why"}],
   ///    "remarks": [string]}
-  /// "room_from" is "share" or "floor". A missing row is null. An absent action or argument is left out of a
-  /// hint. Throws std::bad_alloc.
+  /// "room_from" is "share" or "floor". A missing row is null. A hint without constant or taken arguments has
+  /// no "args" or "takes". Throws std::bad_alloc.
   values::JsonObject to_dict() const;
 };
 

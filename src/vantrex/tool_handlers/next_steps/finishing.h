@@ -9,6 +9,7 @@
 #include <string_view>
 
 #include "vantrex/export.h"
+#include "vantrex/tool_handlers/next_steps/catalogue.h"
 #include "vantrex/tool_handlers/next_steps/optional_text.h"
 #include "vantrex/tool_handlers/next_steps/served_tools.h"
 #include "vantrex/values/json_value.h"
@@ -30,9 +31,11 @@ struct FinishOptions {
   const values::JsonObject* arguments = nullptr;
   /// The index's freshness block; null while the index is current.
   values::JsonValue freshness = nullptr;
-  /// The tools that the server has, borrowed for the call; null if it has every tool. Signals and usual
-  /// follow-ups that call another tool are left out. Own steps and the step of a miss stay.
+  /// The tools that the server has, borrowed for the call; null if it has every tool. Signals, usual
+  /// follow-ups and the step of a miss are left out if they call another tool. Other own steps stay.
   const ServedTools* serves = nullptr;
+  /// The server's own catalogue, borrowed for the call; null for the module's tables.
+  const Catalogue* catalogue = nullptr;
 };
 
 /// The finished answer to a request: `response` without null fields, with the freshness block, and with

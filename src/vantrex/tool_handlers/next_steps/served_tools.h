@@ -6,13 +6,12 @@
 // Ownership: owns its texts, which may be any bytes. Threads: safe for concurrent reads.
 #pragma once
 
-#include <functional>
 #include <initializer_list>
-#include <map>
 #include <optional>
-#include <set>
+#include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "vantrex/export.h"
 #include "vantrex/tool_handlers/next_steps/optional_text.h"
@@ -31,24 +30,24 @@ class NEXT_STEPS_API ServedTools {
   /// The empty set: a server without tools.
   ServedTools() = default;
   /// The set of `tools`: {{"search"}, {"symbol", "detail"}, {"symbol", "callers"}}. Throws std::bad_alloc.
-  ServedTools(std::initializer_list<ServedTool> tools);
+  ServedTools(std::initializer_list<ServedTool> tools) : ServedTools(std::vector(tools)) {}
+  /// The same. Sorts the entries.
+  explicit ServedTools(std::vector<ServedTool> tools);
 
-  /// Adds a tool or an action. Throws std::bad_alloc.
+  /// Adds a tool or an action, in time linear in the number of entries. Throws std::bad_alloc.
   void add(const ServedTool& served);
 
   /// Whether the server has the action, or, without an action, the tool itself.
   bool contains(std::string_view tool, std::optional<std::string_view> action) const noexcept;
 
   /// Whether the server has the tool or any of its actions.
-  bool contains_any_of(std::string_view tool) const noexcept { return tools_.contains(tool); }
+  bool contains_any_of(std::string_view tool) const noexcept;
+
+  /// The tools and actions, sorted; a tool comes before its actions.
+  std::span<const ServedTool> entries() const noexcept { return entries_; }
 
  private:
-  struct Actions {
-    bool all = false;
-    std::set<std::string, std::less<>> some = {};
-  };
-
-  std::map<std::string, Actions, std::less<>> tools_;
+  std::vector<ServedTool> entries_;
 };
 
 }  // namespace vantrex::tool_handlers::next_steps

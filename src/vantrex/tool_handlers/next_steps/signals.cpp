@@ -2,74 +2,63 @@
 
 #include <string>
 #include <utility>
+#include <variant>
+
+#include "vantrex/tool_handlers/next_steps/step.h"
+#include "vantrex/tool_handlers/next_steps/tables.h"
+#include "vantrex/tool_handlers/next_steps/usual.h"
 
 namespace vantrex::tool_handlers::next_steps {
 
 using values::Integer;
 using values::JsonList;
 using values::JsonObject;
-using values::Text;
-using values::TextLiteral;
 
 namespace {
 
-constexpr TextLiteral kSemantic = "semantic";
-constexpr TextLiteral kImpact = "impact";
-constexpr TextLiteral kRecommended = "recommended";
+constinit const JsonObject kNoAnswer;
 
-bool counts_no_hits(const JsonObject& known) {
-  return stated_integer(known["hits"]) == 0;
+// `reason` with "{hits}" and "{action}" replaced. Inserted text is not searched.
+std::string filled_in(std::string_view reason, const Integer& hits, std::string_view action) {
+  std::string text;
+  for (std::size_t brace = 0; (brace = reason.find('{')) != std::string_view::npos;) {
+    text += reason.substr(0, brace);
+    reason.remove_prefix(brace);
+    const bool is_hits = reason.starts_with("{hits}");
+    const bool is_action = reason.starts_with("{action}");
+    if (is_hits) text += hits.digits();
+    if (is_action) text += action;
+    if (!is_hits && !is_action) text += '{';
+    reason.remove_prefix(is_hits ? 6 : is_action ? 8 : 1);
+  }
+  return text.append(reason);
 }
 
-bool found_nothing_for_query(const JsonObject& known) {
-  return counts_no_hits(known) && !known["query"].is_empty();
+// The step of `signal` for an answer with `hits` hits, or nothing.
+std::optional<JsonObject> signal_step(const Signal& signal, const std::optional<Integer>& hits,
+                                      std::string_view action, const AnswerView& answer) {
+  if (!hits || !signal.condition.holds(*hits)) return std::nullopt;
+  auto given = call_arguments(signal.call, answer);
+  auto* args = std::get_if<JsonObject>(&given);
+  if (args == nullptr) return std::nullopt;
+  return step(signal.call.tool, filled_in(signal.call.reason.view(), *hits, action), std::move(*args));
 }
 
 }  // namespace
 
-std::optional<JsonObject> _search_by_meaning(const JsonObject& known) {
-  if (!found_nothing_for_query(known)) return std::nullopt;
-  return step("search", "No hits: search by meaning", {{"action", kSemantic}, {"query", known["query"]}});
-}
-
-std::optional<JsonObject> _ask_explore(const JsonObject& known) {
-  if (!found_nothing_for_query(known)) return std::nullopt;
-  return step("explore", "No close match: ask explore", {{"query", known["query"]}});
-}
-
-std::optional<JsonObject> _blast_radius(const JsonObject& known) {
-  const std::optional<Integer> hits = stated_integer(known["hits"]);
-  if (!hits || *hits < FAN_IN_FOR_IMPACT || known["fqn"].is_empty()) return std::nullopt;
-  std::string reason = hits->digits();
-  reason += ' ';
-  reason += known["what"].string().value_or("");
-  reason += ": check the blast radius";
-  return step("quality", reason, {{"action", kImpact}, {"fqn", known["fqn"]}});
-}
-
-std::optional<JsonObject> _untested(const JsonObject& known) {
-  if (!counts_no_hits(known) || !known["path"].string()) return std::nullopt;
-  return step("tests", "No test covers it: tests for a change of it",
-              {{"action", kRecommended}, {"changed_files", JsonList::of(known["path"])}});
-}
-
-const SignalRow* signal_row(std::string_view tool, std::optional<std::string_view> action) noexcept {
-  return detail::find_joined(_SIGNALS, tool, action);
-}
-
-JsonObject known_to_signals(const AnswerView& answer, std::optional<std::string_view> action) {
-  return {{"hits", answer.hit_count()},
-          {"query", answer.requested_or_answered("query")},
-          {"fqn", answer.requested_or_answered("fqn")},
-          {"path", answer.arguments["path"]},
-          {"what", Text::lossy(action.value_or(""))}};
+// What is known has the names of a request's arguments.
+std::optional<JsonObject> Signal::operator()(const JsonObject& known) const {
+  return signal_step(*this, stated_integer(known["hits"]), known["what"].string().value_or(""),
+                     AnswerView(kNoAnswer, &known));
 }
 
 JsonList _signals(const AnswerView& answer, std::string_view tool, std::optional<std::string_view> action) {
   JsonList steps;
-  const SignalRow* row = signal_row(tool, action);
-  if (row == nullptr) return steps;
-  if (auto found = row->signal(known_to_signals(answer, action))) steps.push_back(*std::move(found));
+  const SignalRow* row = answer.tables().signal_row(tool, action);
+  if (row == nullptr || row->signal == nullptr) return steps;
+  if (auto found = signal_step(*row->signal, answer.hit_count(), action.value_or(""), answer)) {
+    steps.push_back(*std::move(found));
+  }
   return steps;
 }
 

@@ -15,21 +15,25 @@
 
 #include "vantrex/export.h"
 #include "vantrex/models/repository.h"
+#include "vantrex/tool_handlers/next_steps/catalogue.h"
 #include "vantrex/values/json_value.h"
 
 namespace vantrex::tool_handlers::next_steps {
 
 /// Answers a symbol request. `wanted` is the name or fqn that matched nothing, any bytes. `action` is the
 /// action that the step repeats on the best candidate, such as "callers". Sets "found", "did_you_mean"
-/// (objects, best first) and "next_steps"; a field that `response` already holds keeps its position. Returns
-/// `response`. Throws std::bad_alloc.
+/// (objects, best first) and "next_steps"; a field that `response` already holds keeps its position. The step
+/// is a call of `catalogue`, borrowed for the call, or of the module's tables if it is null; when the
+/// catalogue has no call for the miss, "next_steps" is removed. Returns `response`. Throws std::bad_alloc.
 NEXT_STEPS_API values::JsonObject& suggest_symbols(values::JsonObject& response,
                                                    const models::Repository& repository,
-                                                   std::string_view wanted, std::string_view action);
+                                                   std::string_view wanted, std::string_view action,
+                                                   const Catalogue* catalogue = nullptr);
 
 /// The same for a file request and a path. "did_you_mean" holds strings.
 NEXT_STEPS_API values::JsonObject& suggest_paths(values::JsonObject& response,
                                                  const models::Repository& repository,
-                                                 std::string_view wanted, std::string_view action);
+                                                 std::string_view wanted, std::string_view action,
+                                                 const Catalogue* catalogue = nullptr);
 
 }  // namespace vantrex::tool_handlers::next_steps

@@ -1,11 +1,13 @@
 #include "vantrex/tool_handlers/next_steps/test_scope.h"
 
+#include <cstddef>
 #include <string_view>
-#include <unordered_set>
 #include <utility>
+#include <vector>
 
+#include "vantrex/models/first_positions.h"
 #include "vantrex/tool_handlers/next_steps/answer_view.h"
-#include "vantrex/tool_handlers/next_steps/catalogue.h"
+#include "vantrex/tool_handlers/next_steps/limits.h"
 
 namespace vantrex::tool_handlers::next_steps {
 
@@ -15,44 +17,35 @@ using values::JsonValue;
 
 namespace {
 
-// A list of paths without repeats, in the order of their first addition.
-class UniquePaths {
- public:
-  void add(const JsonValue& path) {
-    if (seen_.insert(*path.string()).second) paths_.push_back(path);
-  }
-  bool empty() const noexcept { return paths_.empty(); }
-  JsonList take() && { return std::move(paths_); }
+using Paths = std::vector<const JsonValue*>;
 
- private:
-  std::unordered_set<std::string_view> seen_;  // views into the answer
-  JsonList paths_;
-};
-
-// Adds the paths of `items`. Returns whether there are any.
-bool add_listed(UniquePaths& found, const JsonList& items) {
-  bool any = false;
+// Appends the paths of `items`. Returns whether there are any.
+bool append_listed(Paths& found, const JsonList& items) {
+  const std::size_t size = found.size();
   for (const JsonValue& item : items) {
-    if (const JsonValue* path = item_path(item, PlainStrings::are_paths)) {
-      found.add(*path);
-      any = true;
-    }
+    if (const JsonValue* path = item_path(item, PlainStrings::are_paths)) found.push_back(path);
   }
-  return any;
+  return found.size() > size;
 }
 
 }  // namespace
 
 JsonList _answer_files(const JsonObject& response, const JsonObject& arguments) {
-  UniquePaths found;
-  if (const JsonValue& own = response["file"]; own.string()) found.add(own);
+  Paths found;
+  if (const JsonValue& own = response["file"]; own.string()) found.push_back(&own);
   for (const std::string_view key : {"affected_files", "files"}) {
     const JsonList* items = response[key].list();
-    if (items != nullptr && add_listed(found, *items)) break;
+    if (items != nullptr && append_listed(found, *items)) break;
   }
   const JsonValue& requested = arguments["path"];
-  if (found.empty() && requested.string()) found.add(requested);
-  return std::move(found).take();
+  if (found.empty() && requested.string()) found.push_back(&requested);
+  JsonList files;
+  files.reserve(found.size());
+  for (const std::size_t position :
+       models::first_positions(found.size(), [&](std::size_t at) { return *found[at]->string(); })) {
+    files.push_back(*found[position]);
+  }
+  return files;
 }
 
 JsonObject _tests_scope(const JsonObject& response, const JsonObject& arguments) {

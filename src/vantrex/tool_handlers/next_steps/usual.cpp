@@ -1,7 +1,9 @@
 #include "vantrex/tool_handlers/next_steps/usual.h"
 
+#include <algorithm>
 #include <utility>
 
+#include "vantrex/tool_handlers/next_steps/step.h"
 #include "vantrex/tool_handlers/next_steps/test_scope.h"
 
 namespace vantrex::tool_handlers::next_steps {
@@ -9,32 +11,79 @@ namespace vantrex::tool_handlers::next_steps {
 using values::JsonList;
 using values::JsonObject;
 using values::JsonValue;
+using values::Kind;
 
 namespace {
 
 constinit const JsonValue kNothing(nullptr);
 
-// The value that `takes` finds in `item` of the hit list `list_name`, or null.
-const JsonValue* taken_from_hit(const JsonValue& item, std::string_view list_name, Takes takes) {
-  if (takes == Takes::path) {
-    return item_path(item, list_name == "files" ? PlainStrings::are_paths : PlainStrings::ignored);
+// The first value that `take(item, strings)` finds in a hit, over all hit lists in order, or null. Only the
+// items of a top-level list "files" may be plain paths.
+template <typename Take>
+const JsonValue* first_in_hits(const AnswerView& answer, Take take) {
+  for (std::size_t place = 0; place < answer.hit_lists().size(); ++place) {
+    const JsonList* list = answer.hit_lists()[place];
+    if (list == nullptr) continue;
+    const KeyPath path = answer.tables().hit_lists[place];
+    const auto strings =
+        path.size() == 1 && path[0] == "files" ? PlainStrings::are_paths : PlainStrings::ignored;
+    for (const JsonValue& item : *list) {
+      if (const JsonValue* value = take(item, strings)) return value;
+    }
   }
+  return nullptr;
+}
+
+// The value that `takes` finds in a hit, or null.
+const JsonValue* taken_from_hit(const JsonValue& item, PlainStrings strings, Takes takes) {
+  if (takes == Takes::path) return item_path(item, strings);
   const JsonObject* hit = item.object();
   if (hit == nullptr) return nullptr;
   if (takes == Takes::component) return if_string((*hit)["name"]);
   return _is_code_hit(*hit) ? if_string((*hit)["fqn"]) : nullptr;
 }
 
-// The value that `takes` finds in the first hit that has it, or null.
-const JsonValue* taken_from_hits(const AnswerView& answer, Takes takes) {
-  for (std::size_t place = 0; place < _HIT_LISTS.size(); ++place) {
-    const JsonList* list = answer.hit_lists()[place];
-    if (list == nullptr) continue;
-    for (const JsonValue& item : *list) {
-      if (const JsonValue* value = taken_from_hit(item, _HIT_LISTS[place], takes)) return value;
-    }
+const JsonValue* if_string_or_integer(const JsonValue& value) noexcept {
+  return value.kind() == Kind::string || value.kind() == Kind::integer ? &value : nullptr;
+}
+
+// The value of an own kind in one of its sources, or null.
+const JsonValue* own_value(const AnswerView& answer, const ArgumentSource& source) {
+  switch (source.in) {
+    case ArgumentSource::In::answer:
+      return if_string_or_integer(value_at(answer.response, source.path));
+    case ArgumentSource::In::request:
+      return if_string_or_integer(value_at(answer.arguments, source.path));
+    case ArgumentSource::In::hit:
+      break;
   }
-  return nullptr;
+  return first_in_hits(answer, [&source](const JsonValue& item, PlainStrings) {
+    return if_string_or_integer(value_at(item, source.path));
+  });
+}
+
+const JsonValue* if_not_empty(const JsonValue& value) noexcept {
+  return value.is_empty() ? nullptr : &value;
+}
+
+// The value of an argument that is not `changed_files`, or null.
+const JsonValue* value_of(const Argument& argument, const AnswerView& answer) {
+  switch (argument.kind) {
+    case ArgumentKind::asked_fqn:
+      return if_not_empty(answer.requested_or_answered("fqn"));
+    case ArgumentKind::asked_query:
+      return if_not_empty(answer.requested_or_answered("query"));
+    case ArgumentKind::asked_path:
+      return if_string(answer.arguments["path"]);
+    case ArgumentKind::own:
+      for (const ArgumentSource& source : argument.own->sources) {
+        if (const JsonValue* value = own_value(answer, source)) return value;
+      }
+      return nullptr;
+    default:
+      const JsonValue& value = _taken(answer, static_cast<Takes>(argument.kind));
+      return value.is_null() ? nullptr : &value;
+  }
 }
 
 }  // namespace
@@ -46,7 +95,10 @@ const JsonValue& _taken(const AnswerView& answer, Takes takes) {
     const JsonValue& own = answer.response[is_path ? "file" : "fqn"];
     if (own.text() != nullptr) return own;
   }
-  if (const JsonValue* value = taken_from_hits(answer, takes)) return *value;
+  const auto take = [takes](const JsonValue& item, PlainStrings strings) {
+    return taken_from_hit(item, strings, takes);
+  };
+  if (const JsonValue* value = first_in_hits(answer, take)) return *value;
   if (is_path || takes == Takes::fqn) {
     const JsonValue& requested = answer.arguments[text(takes)];
     if (requested.text() != nullptr) return requested;
@@ -54,37 +106,38 @@ const JsonValue& _taken(const AnswerView& answer, Takes takes) {
   return kNothing;
 }
 
-const FollowUps* usual_row(std::string_view tool, std::optional<std::string_view> action) noexcept {
-  const FollowUps* row = detail::find_joined(NEXT_STEPS, tool, action);
-  return row != nullptr ? row : NEXT_STEPS.find(tool);
-}
-
-std::variant<JsonObject, Lack> hint_arguments(const Hint& hint, const AnswerView& answer) {
-  JsonObject args;
-  args.reserve(2);
-  if (hint.action) args.append("action", *hint.action);
-  if (hint.takes == Takes::changed_files) {
-    const JsonObject scope = _tests_scope(answer.response, answer.arguments);
-    if (scope.empty()) return Lack::scope;
-    for (const auto& [key, value] : scope) args.append(key, value);
-  } else if (hint.takes) {
-    if (answer.has_no_hits()) return Lack::hits;
-    const JsonValue& value = _taken(answer, *hint.takes);
-    if (value.is_null()) return Lack::argument;
-    args.append(text(*hint.takes), value);
+std::variant<JsonObject, Lack> call_arguments(const Call& call, const AnswerView& answer) {
+  JsonObject args = constant_arguments(call);
+  for (const Argument& each : call.takes) {
+    if (each.kind == ArgumentKind::changed_files) {
+      const JsonObject scope = _tests_scope(answer.response, answer.arguments);
+      if (scope.empty()) return Lack{&each};
+      for (const auto& [key, value] : scope) args.append(key, value);
+      continue;
+    }
+    const JsonValue* value = value_of(each, answer);
+    if (value == nullptr) return Lack{&each};
+    args.append(each.name, each.in_list ? JsonList::of(*value) : *value);
   }
   return args;
 }
 
+std::variant<JsonObject, Lack> follow_up_arguments(const Call& call, const AnswerView& answer) {
+  if (answer.has_no_hits() && std::any_of(call.takes.begin(), call.takes.end(), takes_from_hits)) {
+    return Lack{nullptr};
+  }
+  return call_arguments(call, answer);
+}
+
 JsonList _usual(const AnswerView& answer, std::string_view tool, std::optional<std::string_view> action) {
   JsonList steps;
-  const FollowUps* row = usual_row(tool, action);
+  const UsualRow* row = answer.tables().usual_row(tool, action);
   if (row == nullptr) return steps;
-  steps.reserve(row->hints().size());
-  for (const Hint* hint : row->hints()) {
-    auto given = hint_arguments(*hint, answer);
+  steps.reserve(row->calls.size());
+  for (const Call& call : row->calls) {
+    auto given = follow_up_arguments(call, answer);
     if (auto* args = std::get_if<JsonObject>(&given)) {
-      steps.push_back(step(hint->tool, hint->reason, std::move(*args)));
+      steps.push_back(step(call.tool, call.reason, std::move(*args)));
     }
   }
   return steps;

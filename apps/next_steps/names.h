@@ -1,0 +1,16 @@
+// Short names of the namespaces that the program uses.
+#pragma once
+
+namespace next_steps_requests {}
+namespace vantrex::models {}
+namespace vantrex::tool_handlers::next_steps {}
+namespace vantrex::values {}
+
+namespace next_steps_program {
+
+namespace models = vantrex::models;
+namespace module = vantrex::tool_handlers::next_steps;
+namespace requests = next_steps_requests;
+namespace values = vantrex::values;
+
+}  // namespace next_steps_program

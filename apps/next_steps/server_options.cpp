@@ -1,0 +1,54 @@
+#include "next_steps/server_options.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <stdexcept>
+
+#include <CLI/CLI.hpp>
+
+#include "next_steps/usage.h"
+#include "requests/catalogue_file.h"
+#include "requests/served_tool_text.h"
+
+namespace next_steps_program {
+
+namespace {
+
+// Returns the entries of a list such as "search,symbol:detail,files".
+std::vector<module::ServedTool> read_served_tools(std::string_view text) {
+  std::vector<module::ServedTool> tools;
+  for (std::size_t begin = 0; begin <= text.size();) {
+    const std::size_t end = std::min(text.find(',', begin), text.size());
+    tools.push_back(requests::read_served_tool(text.substr(begin, end - begin)));
+    begin = end + 1;
+  }
+  return tools;
+}
+
+}  // namespace
+
+void ServerOptions::add_to(CLI::App& parser) {
+  const auto parse = [this](const std::string& text) {
+    try {
+      tools_ = read_served_tools(text);
+    } catch (const std::invalid_argument& error) {
+      throw CLI::ValidationError("--serves", error.what());
+    }
+    serves_.emplace(tools_);
+  };
+  parser
+      .add_option_function<std::string>("--serves", parse,
+                                        "What the server has: whole tools, and single actions")
+      ->type_name("TOOL[:ACTION],...");
+  parser
+      .add_option("--catalogue", catalogue_file_, "The server's own catalogue, instead of the built-in one")
+      ->check(refuse_empty)
+      ->type_name("FILE");
+}
+
+const module::Catalogue* ServerOptions::catalogue() {
+  if (!catalogue_ && !catalogue_file_.empty()) catalogue_ = requests::read_catalogue(catalogue_file_);
+  return catalogue_ ? &*catalogue_ : nullptr;
+}
+
+}  // namespace next_steps_program

@@ -1,0 +1,26 @@
+// The program's command line: what CLI11 does not do as users expect.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace CLI {
+class App;
+class Error;
+}  // namespace CLI
+
+namespace next_steps_program {
+
+// Returns the arguments as CLI::App::parse takes them, the last one first. "--action=" becomes two arguments,
+// because CLI11 would take the next argument as its value. Throws std::bad_alloc.
+std::vector<std::string> reversed_arguments(const CLI::App& program, int count, char** arguments);
+
+// Returns the message about a command line that `program` could not parse. It names the first word that is
+// unknown and the nearest known one, or an option that is given twice. Throws std::bad_alloc.
+std::string usage_message(const CLI::App* program, const CLI::Error& error);
+
+// Checks of values, as CLI::Option::check takes them: return what is wrong, or "".
+std::string refuse_empty(const std::string& value);
+std::string refuse_unknown_subcommand(const CLI::App& program, const std::string& name);
+
+}  // namespace next_steps_program

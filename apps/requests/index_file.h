@@ -1,0 +1,36 @@
+// An index file that may be replaced while the program runs.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+
+#include "requests/names.h"
+#include "vantrex/models/repository.h"
+
+namespace next_steps_requests {
+
+class IndexFile {
+ public:
+  // Reads the index; `file` may be a pipe. Throws like read_ctags_index.
+  explicit IndexFile(std::string file);
+
+  // Returns the index, and reads the file again first if it was replaced, which only a regular
+  // file can be: others may make the reader wait. If that fails, the index that was read last
+  // stays in use, and a warning goes to the log. The reference is valid until the next
+  // call. Throws std::bad_alloc.
+  const models::Repository& current();
+
+ private:
+  // What changes with the file: inode, size, and the seconds and nanoseconds of the last
+  // change of its contents or its attributes. All are 0 when there is no regular file.
+  using State = std::array<std::int64_t, 4>;
+
+  static State state_of(const std::string& file);
+
+  std::string file_;
+  State seen_;  // before the file was read last
+  models::InMemoryRepository index_;
+};
+
+}  // namespace next_steps_requests

@@ -1,0 +1,284 @@
+#include "requests/json_reader.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <cstdint>
+#include <cstdlib>
+#include <new>
+#include <stdexcept>
+#include <utility>
+
+// Sizes have 64 bits, and a string may be longer than the parser's assertions allow.
+#define RAPIDJSON_NO_SIZETYPEDEFINE
+#define RAPIDJSON_ASSERT(condition) static_cast<void>(0)
+namespace rapidjson {
+using SizeType = std::size_t;
+}
+#include <rapidjson/error/en.h>
+#include <rapidjson/reader.h>
+
+#include "requests/number_text.h"
+#include "requests/text_faults.h"
+#include "vantrex/values/text_forms.h"
+
+namespace next_steps_requests {
+
+using values::Integer;
+using values::JsonList;
+using values::JsonObject;
+using values::JsonValue;
+using values::Text;
+
+namespace {
+
+// Memory for the parser's stack. The parser's own allocator does not report failure.
+class ThrowingAllocator {
+ public:
+  static void* Malloc(std::size_t size) { return Realloc(nullptr, 0, size); }
+  static void* Realloc(void* memory, std::size_t /*size*/, std::size_t new_size) {
+    if (new_size == 0) {
+      Free(memory);
+      return nullptr;
+    }
+    void* const grown = std::realloc(memory, new_size);  // NOLINT(cppcoreguidelines-no-malloc)
+    return grown == nullptr ? throw std::bad_alloc() : grown;
+  }
+  static void Free(void* memory) noexcept { std::free(memory); }  // NOLINT(cppcoreguidelines-no-malloc)
+};
+
+using Stream = rapidjson::InsituStringStream;
+using Reader = rapidjson::GenericReader<rapidjson::UTF8<>, rapidjson::UTF8<>, ThrowingAllocator>;
+constexpr unsigned kFlags = rapidjson::kParseInsituFlag | rapidjson::kParseIterativeFlag;
+
+// Builds the value from the parser's events. Uses no recursion.
+class TreeBuilder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, TreeBuilder> {
+ public:
+  // `members`, which may be null, receives the fields of the outermost object.
+  TreeBuilder(std::string_view text, Encoding encoding, std::vector<MemberOffset>* members,
+              RepeatedKeys repeated = RepeatedKeys::replace)
+      : text_(text),
+        copy_(text),
+        stream_(copy_.data()),
+        encoding_(encoding),
+        members_(members),
+        repeated_(repeated) {
+    if (encoding == Encoding::lossy) replace_lone_surrogates(copy_);
+  }
+
+  // Throws JsonError and std::bad_alloc.
+  JsonValue build();
+
+  // After a failure of build(): the fields of the outermost object that end before the error.
+  JsonObject unfinished() &&;
+
+  // The parser's events. During an event the stream is at the first byte of its token.
+  bool Null() { return add(nullptr); }
+  bool Bool(bool value) { return add(value); }
+  bool String(const char* bytes, std::size_t size, bool /*copy*/) { return add(text({bytes, size})); }
+  bool StartObject() { return open(JsonObject()); }
+  bool StartArray() { return open(JsonList()); }
+  bool EndObject(std::size_t /*count*/) { return close(); }
+  bool EndArray(std::size_t /*count*/) { return close(); }
+  bool Key(const char* bytes, std::size_t size, bool /*copy*/) {
+    open_.back().key = text({bytes, size});
+    if (repeated_ == RepeatedKeys::are_errors &&
+        std::as_const(open_.back().container).object()->contains(open_.back().key.view())) {
+      reject(stream_.Tell(), "repeated key " + values::compact_text(open_.back().key));
+    }
+    if (members_ != nullptr && open_.size() == 1) {
+      members_->push_back({open_.back().key, stream_.Tell()});
+    }
+    return true;
+  }
+
+  // Adds the number at the place of the stream, and returns its size.
+  std::size_t add_number() {
+    const std::size_t offset = stream_.Tell();
+    const NumberScan scan = scan_number(stream_.src_);
+    if (scan.error != nullptr) reject(offset + scan.size, scan.error);
+    add(number({stream_.src_, scan.size}, scan.is_integer));
+    return scan.size;
+  }
+
+ private:
+  struct Open {
+    JsonValue container;
+    Text key;  // of the field that is being read
+  };
+
+  // Returns the text of the current token.
+  Text text(std::string_view unescaped) {
+    try {
+      return encoding_ == Encoding::strict ? Text(unescaped) : Text::lossy(unescaped);
+    } catch (const values::InvalidUtf8&) {
+      reject(text_.size(), "");  // a fault of the encoding comes first
+    } catch (const std::length_error& error) {
+      reject(stream_.Tell(), error.what());
+    }
+  }
+
+  // Returns the number of the current token.
+  JsonValue number(std::string_view digits, bool is_integer) {
+    std::int64_t small = 0;
+    if (is_integer &&
+        std::from_chars(digits.data(), digits.data() + digits.size(), small).ec == std::errc()) {
+      return small;
+    }
+    const double value = nearest_double(digits);
+    if (std::isinf(value)) reject(stream_.Tell(), "Number too big to be stored in double.");
+    if (is_integer) return *Integer::parse(digits);
+    return value;
+  }
+
+  bool add(JsonValue value) {
+    if (open_.empty()) {
+      root_ = std::move(value);
+      return true;
+    }
+    Open& parent = open_.back();
+    if (JsonList* list = parent.container.list()) {
+      list->push_back(std::move(value));
+    } else {
+      parent.container.object()->set(parent.key, std::move(value));
+    }
+    return true;
+  }
+  bool open(JsonValue container) {
+    open_.push_back({std::move(container), {}});
+    return true;
+  }
+  bool close() {
+    JsonValue finished = std::move(open_.back().container);
+    open_.pop_back();
+    return add(std::move(finished));
+  }
+
+  [[noreturn]] void reject(const TextFault& parsed) const {
+    const TextFault fault = first_fault(text_, parsed, encoding_ == Encoding::strict);
+    throw JsonError(place_of(text_, fault.offset), std::string(fault.message), fault.concerns_encoding);
+  }
+  [[noreturn]] void reject(std::size_t offset, std::string_view message) const {
+    reject(TextFault{offset, message, false});
+  }
+  // Rejects what the parser reports.
+  [[noreturn]] void reject_token(rapidjson::ParseErrorCode code, std::size_t offset) const {
+    const bool in_string = code >= rapidjson::kParseErrorStringUnicodeEscapeInvalidHex &&
+                           code <= rapidjson::kParseErrorStringEscapeInvalid;
+    if (!in_string) reject(offset, rapidjson::GetParseError_En(code));
+    if (text_[offset] != '\\') reject(offset, "Control character in string.");
+    reject(escape_fault(text_, offset));
+  }
+
+  std::string_view text_;
+  std::string copy_;  // the parser unescapes its strings in place
+  Stream stream_;
+  Encoding encoding_;
+  std::vector<MemberOffset>* members_;
+  RepeatedKeys repeated_;
+  std::vector<Open> open_;
+  JsonValue root_;
+  bool is_cut_ = false;  // the field that was read last may go on: neither a comma nor a brace follows it
+};
+
+}  // namespace
+}  // namespace next_steps_requests
+
+// The parser's own function rejects a number whose digits alone, without the exponent, are out of range, and
+// counts in an int.
+template <>
+template <>
+void rapidjson::GenericReader<rapidjson::UTF8<>, rapidjson::UTF8<>, next_steps_requests::ThrowingAllocator>::
+    ParseNumber<next_steps_requests::kFlags>(next_steps_requests::Stream& stream,
+                                             next_steps_requests::TreeBuilder& builder) {
+  stream.src_ += builder.add_number();
+}
+
+namespace next_steps_requests {
+namespace {
+
+JsonValue TreeBuilder::build() {
+  Reader reader;
+  try {
+    const rapidjson::ParseResult result = reader.Parse<kFlags>(stream_, *this);
+    is_cut_ = result.Code() == rapidjson::kParseErrorObjectMissCommaOrCurlyBracket;
+    if (result.IsError()) reject_token(result.Code(), result.Offset());
+  } catch (const std::length_error& error) {  // of a list or an object
+    reject(stream_.Tell(), error.what());
+  }
+  if (stream_.Tell() < text_.size()) reject(stream_.Tell(), "NUL byte");  // where the parser ends
+  return std::move(root_);
+}
+
+JsonObject TreeBuilder::unfinished() && {
+  JsonObject* object = (open_.empty() ? root_ : open_.front().container).object();
+  if (object == nullptr) return {};
+  if (is_cut_ && open_.size() == 1) object->remove(open_.front().key.view());
+  return std::move(*object);
+}
+
+// Returns the object that `value`, read from `text`, must be.
+JsonObject object_of(JsonValue value, std::string_view text, std::string_view what) {
+  if (JsonObject* object = value.object()) return std::move(*object);
+  std::string message(what);
+  message += " must be an object, not ";
+  message += kind_name(value.kind());
+  throw JsonError(place_of(text, text.find_first_not_of(" \t\n\r")), message);
+}
+
+}  // namespace
+
+Place place_of(std::string_view text, std::size_t offset) {
+  const std::string_view before = text.substr(0, offset);
+  const std::size_t line_start = before.rfind('\n') + 1;  // 0 when there is none
+  return {.line = static_cast<std::size_t>(std::count(before.begin(), before.end(), '\n')) + 1,
+          .column = offset - line_start + 1};
+}
+
+InputRejected in_source(const std::string& source, const JsonError& error, std::size_t first_line) {
+  return {source, first_line + error.place().line - 1, error.place().column, error.what()};
+}
+
+JsonValue read_json(std::string_view text) {
+  return TreeBuilder(text, Encoding::strict, nullptr).build();
+}
+
+JsonObject read_json_object(std::string_view text, std::string_view what, RepeatedKeys repeated) {
+  return object_of(TreeBuilder(text, Encoding::strict, nullptr, repeated).build(), text, what);
+}
+
+ObjectReading read_members(std::string_view text, std::string_view what, Encoding encoding) {
+  ObjectReading reading;
+  TreeBuilder builder(text, encoding, &reading.offsets);
+  try {
+    reading.object = object_of(builder.build(), text, what);
+  } catch (const JsonError& error) {
+    reading.error = error;
+    reading.object = std::move(builder).unfinished();
+  }
+  return reading;
+}
+
+std::string_view kind_name(values::Kind kind) {
+  switch (kind) {
+    case values::Kind::null:
+      return "null";
+    case values::Kind::boolean:
+      return "a boolean";
+    case values::Kind::integer:
+      return "an integer";
+    case values::Kind::floating:
+      return "a float";
+    case values::Kind::string:
+      return "a string";
+    case values::Kind::list:
+      return "a list";
+    case values::Kind::object:
+      return "an object";
+    case values::Kind::foreign:
+      break;
+  }
+  return "a foreign value";
+}
+
+}  // namespace next_steps_requests

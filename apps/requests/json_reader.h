@@ -1,0 +1,93 @@
+// Reads JSON text into values.
+//
+// The text must be one document in well-formed UTF-8, without NUL bytes, byte-order mark or
+// lone surrogates. An integer is exact. A float is rounded to the nearest double; a number
+// whose nearest double is infinite (from about 1.8e308) is rejected. A repeated key keeps its
+// first position and its last value. Rejected are also texts of 2^32 bytes and lists and
+// objects of more than 2^31 items. Depth is limited by memory only.
+//
+// Pure functions: any number of threads may call them.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "requests/failures.h"
+#include "requests/names.h"
+#include "vantrex/values/json_value.h"
+
+namespace next_steps_requests {
+
+// A place in a text. Lines and columns count from 1, columns in bytes.
+struct Place {
+  std::size_t line = 1;
+  std::size_t column = 1;
+};
+
+// The place of the byte at `offset`, which may be the end of `text`.
+Place place_of(std::string_view text, std::size_t offset);
+
+// An error in a text, with the place of the first byte or token that is wrong.
+class JsonError : public std::runtime_error {
+ public:
+  JsonError(Place place, const std::string& message, bool concerns_encoding = false)
+      : std::runtime_error(message), place_(place), concerns_encoding_(concerns_encoding) {}
+
+  Place place() const noexcept { return place_; }
+  // Whether it is ill-formed UTF-8 or a lone surrogate.
+  bool concerns_encoding() const noexcept { return concerns_encoding_; }
+
+ private:
+  Place place_;
+  bool concerns_encoding_;
+};
+
+// Returns the error as one of the input `source`, where the text begins at line `first_line`.
+InputRejected in_source(const std::string& source, const JsonError& error, std::size_t first_line = 1);
+
+// What becomes of ill-formed UTF-8 and of lone surrogates in texts.
+enum class Encoding : std::uint8_t {
+  strict,  // they are errors
+  lossy,   // each maximal ill-formed piece and each lone surrogate is read as U+FFFD
+};
+
+// Returns the value that `text` holds. Throws JsonError and std::bad_alloc.
+values::JsonValue read_json(std::string_view text);
+
+// What becomes of a key that an object already has.
+enum class RepeatedKeys : std::uint8_t {
+  replace,  // it keeps its first position and gets its last value
+  are_errors,
+};
+
+// The same for a text that must hold an object. `what` names the object in the error, for
+// example "an answer".
+values::JsonObject read_json_object(std::string_view text, std::string_view what,
+                                    RepeatedKeys repeated = RepeatedKeys::replace);
+
+// A field of the outermost object, and the offset of its key in the text.
+struct MemberOffset {
+  values::Text key;
+  std::size_t offset;
+};
+
+// A text that should hold an object, as far as it could be read.
+struct ObjectReading {
+  values::JsonObject object;          // after an error, the fields that end before it
+  std::vector<MemberOffset> offsets;  // of all fields, in the order of the text and with repetitions
+  std::optional<JsonError> error;
+};
+
+// Reads an object like read_json_object, with the places of its fields. Throws std::bad_alloc.
+ObjectReading read_members(std::string_view text, std::string_view what,
+                           Encoding encoding = Encoding::strict);
+
+// The kind for a message: "an object", "null", "a string".
+std::string_view kind_name(values::Kind kind);
+
+}  // namespace next_steps_requests

@@ -1,0 +1,70 @@
+#include "requests/members.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "vantrex/values/text_forms.h"
+
+namespace next_steps_requests {
+
+using values::JsonValue;
+using values::Kind;
+
+namespace {
+
+std::string quoted(std::string_view key) {
+  return values::compact_text(JsonValue(key));
+}
+
+}  // namespace
+
+Members::Members(std::string_view line, std::string_view what, ObjectReading reading)
+    : line_(line), what_(what), read_(std::move(reading)) {
+  if (read_.error) throw JsonError(*read_.error);
+}
+
+void Members::reject_others(std::span<const std::string_view> known) const {
+  for (const MemberOffset& member : read_.offsets) {
+    const std::string_view key = member.key.view();
+    if (std::find(known.begin(), known.end(), key) == known.end()) {
+      reject_at(member.offset, quoted(key) + " is no member of " + std::string(what_));
+    }
+  }
+}
+
+JsonValue& Members::required(std::string_view key, Kind kind) {
+  JsonValue* value = read_.object.find(key);
+  if (value == nullptr) reject_at(line_.find('{'), quoted(key) + " is missing");
+  check(key, kind, "");
+  return *value;
+}
+
+JsonValue* Members::optional(std::string_view key, Kind kind) {
+  check_optional(key, kind);
+  JsonValue* value = read_.object.find(key);
+  return value == nullptr || value->is_null() ? nullptr : value;
+}
+
+void Members::check_optional(std::string_view key, Kind kind) const {
+  if (!read_.object[key].is_null()) check(key, kind, " or null");
+}
+
+void Members::check(std::string_view key, Kind kind, std::string_view or_null) const {
+  const Kind found = read_.object[key].kind();
+  if (found == kind) return;
+  std::string message = "must be ";
+  message.append(kind_name(kind)).append(or_null).append(", not ").append(kind_name(found));
+  reject(key, message);
+}
+
+void Members::reject(std::string_view key, std::string_view message) const {
+  const auto is_it = [&](const MemberOffset& member) { return member.key.view() == key; };
+  const std::size_t offset = std::find_if(read_.offsets.rbegin(), read_.offsets.rend(), is_it)->offset;
+  reject_at(offset, quoted(key) + " " + std::string(message));
+}
+
+void Members::reject_at(std::size_t offset, const std::string& message) const {
+  throw JsonError(place_of(line_, offset), message);
+}
+
+}  // namespace next_steps_requests

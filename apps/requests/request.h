@@ -1,0 +1,35 @@
+// A request, and the answer to it.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "requests/miss.h"
+#include "requests/names.h"
+#include "vantrex/tool_handlers/next_steps/explanation.h"
+#include "vantrex/values/json_value.h"
+
+namespace next_steps_requests {
+
+// Asks for the finished answer of a tool or to a miss.
+struct Request {
+  values::JsonObject response;        // the answer so far
+  std::string tool;                   // the tool that answered; of no meaning for a miss
+  std::optional<std::string> action;  // of the call
+  std::optional<values::JsonObject> arguments;
+  values::JsonValue freshness;                         // an object or null
+  const module::ServedTools* serves = nullptr;         // borrowed
+  std::optional<module::ServedTools> own_serves = {};  // replaces `serves` if the request itself has a set
+  const module::Catalogue* catalogue = nullptr;        // borrowed; null for the module's tables
+  std::optional<Miss> miss = {};
+  bool explain = false;  // asks for the explanation instead
+};
+
+// Returns the finished answer, or its explanation as an object. A miss needs an index. Throws NoMiss and
+// std::bad_alloc.
+values::JsonObject answer_to(Request request, const models::Repository* index = nullptr);
+
+// Returns why the answer, not to a miss, gets its steps. Throws std::bad_alloc.
+module::Explanation explanation_of(Request request);
+
+}  // namespace next_steps_requests

@@ -1,0 +1,95 @@
+#include "requests/request_text.h"
+
+#include <array>
+#include <stdexcept>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "requests/served_tool_text.h"
+
+namespace next_steps_requests {
+
+using values::JsonList;
+using values::JsonValue;
+using values::Kind;
+
+namespace {
+
+std::string string_of(const JsonValue& value) {
+  return std::string(*value.string());
+}
+
+// Returns the set that the list "serves" names.
+module::ServedTools served_tools(const JsonList& names, const Members& members) {
+  std::vector<module::ServedTool> served;
+  for (const JsonValue& each : names) {
+    if (!each.string()) members.reject("serves", "must be a list of strings");
+    try {
+      served.push_back(read_served_tool(*each.string()));
+    } catch (const std::invalid_argument& error) {
+      members.reject("serves", std::string("is wrong: ") + error.what());
+    }
+  }
+  return module::ServedTools(std::move(served));
+}
+
+// Rejects members that are neither common to all requests nor among `own`.
+void reject_others(const Members& members, const std::array<std::string_view, 2>& own) {
+  const std::array<std::string_view, 9> known = {"id",     "response", "action", "arguments", "freshness",
+                                                 "serves", "lossy",    own[0],   own[1]};
+  members.reject_others(known);
+}
+
+// Reads the members of a request for a tool's answer.
+Request tool_request(Members& members) {
+  reject_others(members, {"tool", "explain"});
+  Request request;
+  request.response = std::move(*members.required("response", Kind::object).object());
+  request.tool = string_of(members.required("tool", Kind::string));
+  const JsonValue* explain = members.optional("explain", Kind::boolean);
+  request.explain = explain != nullptr && *explain->boolean();
+  return request;
+}
+
+// Reads the members of a request for the answer to a miss.
+Request miss_request(Members& members) {
+  reject_others(members, {"suggest", "wanted"});
+  Request request;
+  const auto wanted = wanted_named(string_of(members.required("suggest", Kind::string)));
+  if (!wanted) members.reject("suggest", R"(must be "symbol" or "path")");
+  request.miss = {*wanted, string_of(members.required("wanted", Kind::string))};
+  if (request.miss->name.empty()) members.reject("wanted", "must not be empty");
+  if (JsonValue* response = members.optional("response", Kind::object)) {
+    request.response = std::move(*response->object());
+  }
+  return request;
+}
+
+}  // namespace
+
+ObjectReading read_request_members(std::string_view line, bool lossy) {
+  ObjectReading strict = read_members(line, kRequest);
+  if (!strict.error || !strict.error->concerns_encoding()) return strict;
+  ObjectReading replaced = read_members(line, kRequest, Encoding::lossy);
+  return replaced.object["lossy"].boolean().value_or(lossy) ? std::move(replaced) : std::move(strict);
+}
+
+Request request_of(Members& members, const module::ServedTools* serves) {
+  Request request = members.has("suggest") ? miss_request(members) : tool_request(members);
+  request.serves = serves;
+  if (const JsonValue* action = members.optional("action", Kind::string)) request.action = string_of(*action);
+  if (JsonValue* arguments = members.optional("arguments", Kind::object)) {
+    request.arguments = std::move(*arguments->object());
+  }
+  if (JsonValue* freshness = members.optional("freshness", Kind::object)) {
+    request.freshness = std::move(*freshness);
+  }
+  if (const JsonValue* own = members.optional("serves", Kind::list)) {
+    request.own_serves = served_tools(*own->list(), members);
+  }
+  members.check_optional("lossy", Kind::boolean);  // read_request_members() has followed it
+  return request;
+}
+
+}  // namespace next_steps_requests

@@ -1,0 +1,49 @@
+// OwnTables: the tables of a server's own catalogue, read from JSON.
+#pragma once
+
+#include <deque>
+#include <span>
+#include <string_view>
+#include <tuple>
+#include <utility>
+#include <vector>
+
+#include "vantrex/tool_handlers/next_steps/rules.h"
+#include "vantrex/values/json_value.h"
+
+namespace vantrex::tool_handlers::next_steps {
+
+// Owns all that its tables refer to. Not movable: the tables refer into it.
+class OwnTables {
+ public:
+  // Reads `catalogue`. Throws CatalogueError and std::bad_alloc.
+  explicit OwnTables(values::JsonObject catalogue);
+  OwnTables(const OwnTables&) = delete;
+  OwnTables& operator=(const OwnTables&) = delete;
+  ~OwnTables() = default;
+
+  const values::JsonObject& json() const noexcept { return *json_.object(); }
+  const Tables& tables() const noexcept { return tables_; }
+
+  // Stores `items`. The result is valid as long as this object.
+  template <typename Item>
+  std::span<const Item> store(std::vector<Item> items) {
+    auto& stored = std::get<std::deque<std::vector<Item>>>(stored_);
+    return stored.emplace_back(std::move(items));
+  }
+  template <typename Item>
+  const Item* store_one(Item item) {
+    return store(std::vector<Item>{std::move(item)}).data();
+  }
+
+ private:
+  template <typename... Items>
+  using Lists = std::tuple<std::deque<std::vector<Items>>...>;
+
+  const values::JsonValue json_;  // the texts of the tables lie in it
+  Lists<std::string_view, KeyPath, ArgumentSource, OwnKind, Argument, Call, Signal, UsualRow, SignalRow>
+      stored_;
+  Tables tables_;
+};
+
+}  // namespace vantrex::tool_handlers::next_steps

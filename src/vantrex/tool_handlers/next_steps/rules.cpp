@@ -1,0 +1,110 @@
+#include "vantrex/tool_handlers/next_steps/rules.h"
+
+#include <algorithm>
+#include <array>
+
+namespace vantrex::tool_handlers::next_steps {
+
+using values::JsonList;
+using values::JsonObject;
+using values::JsonValue;
+
+namespace {
+
+constexpr std::array<std::string_view, 8> kKindNames = {
+    "fqn", "path", "query", "component", "changed_files", "asked_fqn", "asked_query", "asked_path"};
+static_assert(kKindNames.size() == static_cast<std::size_t>(ArgumentKind::own));
+
+// Whether `key` equals `tool`, a colon and `action`, which may be any bytes.
+bool is_joined_key(std::string_view key, std::string_view tool, std::string_view action) noexcept {
+  return key.size() == tool.size() + 1 + action.size() && key.starts_with(tool) && key[tool.size()] == ':' &&
+         key.ends_with(action);
+}
+
+template <typename Row, typename Matches>
+const Row* first_row(std::span<const Row> rows, Matches matches) noexcept {
+  const auto row = std::find_if(rows.begin(), rows.end(), [&](const Row& each) { return matches(each.key); });
+  return row == rows.end() ? nullptr : &*row;
+}
+
+// The row of `tool` and `action`, or null. An answer without an action has none.
+template <typename Row>
+const Row* joined_row(std::span<const Row> rows, std::string_view tool,
+                      std::optional<std::string_view> action) noexcept {
+  if (!action) return nullptr;
+  return first_row(rows, [&](std::string_view key) { return is_joined_key(key, tool, *action); });
+}
+
+template <typename Row>
+const Row* tool_row(std::span<const Row> rows, std::string_view tool) noexcept {
+  return first_row(rows, [&](std::string_view key) { return key == tool; });
+}
+
+// Whether a call takes one kind under the name of the kind. The names of asked kinds do not serve for that.
+bool is_plain(std::span<const Argument> takes) noexcept {
+  return takes.size() == 1 && !takes[0].in_list && !is_asked(takes[0].kind) &&
+         takes[0].name.view() == kind_name(takes[0]);
+}
+
+JsonValue taken_arguments(std::span<const Argument> takes) {
+  if (is_plain(takes)) return kind_name(takes[0]);
+  JsonObject arguments;
+  for (const Argument& each : takes) {
+    const JsonValue kind = kind_name(each);
+    arguments.append(each.name, each.in_list ? JsonList::of(kind) : kind);
+  }
+  return arguments;
+}
+
+}  // namespace
+
+std::span<const std::string_view> predefined_kinds() noexcept {
+  return kKindNames;
+}
+
+std::string_view kind_name(const Argument& argument) noexcept {
+  return argument.own != nullptr ? argument.own->name : kKindNames[static_cast<std::size_t>(argument.kind)];
+}
+
+bool takes_from_hits(const Argument& argument) noexcept {
+  if (argument.own == nullptr) return argument.kind < ArgumentKind::changed_files;
+  const auto& sources = argument.own->sources;
+  return std::any_of(sources.begin(), sources.end(),
+                     [](const ArgumentSource& each) { return each.in == ArgumentSource::In::hit; });
+}
+
+JsonObject constant_arguments(const Call& call) {
+  JsonObject args;
+  if (call.args != nullptr) args = *call.args;
+  args.reserve(args.size() + 1 + call.takes.size());
+  if (call.action) args.append("action", *call.action);
+  return args;
+}
+
+std::optional<std::string_view> action_of(const Call& call) noexcept {
+  if (call.action) return call.action->view();
+  return call.args == nullptr ? std::nullopt : (*call.args)["action"].string();
+}
+
+JsonObject to_dict(const Call& call) {
+  JsonObject dict{{"tool", call.tool.text()}};
+  if (JsonObject args = constant_arguments(call); !args.empty()) dict.append("args", std::move(args));
+  if (!call.takes.empty()) dict.append("takes", taken_arguments(call.takes));
+  if (!call.reason.view().empty()) dict.append("reason", call.reason.text());
+  return dict;
+}
+
+const UsualRow* Tables::usual_row(std::string_view tool,
+                                  std::optional<std::string_view> action) const noexcept {
+  const UsualRow* row = joined_row(usual, tool, action);
+  return row != nullptr ? row : tool_row(usual, tool);
+}
+
+const SignalRow* Tables::signal_row(std::string_view tool,
+                                    std::optional<std::string_view> action) const noexcept {
+  const SignalRow* row = joined_row(signals, tool, action);
+  if (row != nullptr || tool.find(':') != std::string_view::npos) return row;
+  return tool_row(signals, tool);
+}
+
+}  // namespace vantrex::tool_handlers::next_steps

@@ -1,0 +1,96 @@
+#include "vantrex/tool_handlers/next_steps/tables.h"
+
+#include <array>
+#include <cstddef>
+#include <utility>
+
+#include "vantrex/tool_handlers/next_steps/answer_view.h"
+#include "vantrex/tool_handlers/next_steps/follow_ups.h"
+#include "vantrex/tool_handlers/next_steps/signals.h"
+
+namespace vantrex::tool_handlers::next_steps {
+
+namespace {
+
+static_assert(has_unique_keys(NEXT_STEPS) && has_unique_keys(_SIGNALS));
+
+constexpr std::array<std::string_view, 2> kCounts = {"total_count", "total"};
+
+// Each of `keys` as a path of one key.
+template <std::size_t kCount>
+constexpr std::array<KeyPath, kCount> paths_of(const std::array<std::string_view, kCount>& keys) {
+  std::array<KeyPath, kCount> paths;
+  for (std::size_t place = 0; place < kCount; ++place) paths[place] = {&keys[place], 1};
+  return paths;
+}
+constexpr auto kHitListPaths = paths_of(_HIT_LISTS);
+constexpr auto kCountPaths = paths_of(kCounts);
+
+// The argument that a hint takes, indexed by Takes.
+template <std::size_t... kTakes>
+constexpr std::array<Argument, sizeof...(kTakes)> arguments_of_hints(std::index_sequence<kTakes...> /*all*/) {
+  return {Argument{text(static_cast<Takes>(kTakes)), static_cast<ArgumentKind>(kTakes)}...};
+}
+constexpr auto kHintArguments = arguments_of_hints(
+    std::make_index_sequence<std::size_t{1} + static_cast<std::size_t>(Takes::changed_files)>());
+
+constexpr std::size_t kHints = [] {
+  std::size_t count = 0;
+  for (const FollowUps& row : NEXT_STEPS) count += row.hints().size();
+  return count;
+}();
+
+// The hint at `position`, counted over all rows.
+constexpr const Hint& hint_at(std::size_t position) {
+  const auto* row = NEXT_STEPS.begin();
+  for (; position >= row->hints().size(); ++row) position -= row->hints().size();
+  return *row->hints()[position];
+}
+
+constexpr Call call_of(const Hint& hint) {
+  Call call{.tool = hint.tool, .reason = hint.reason, .action = hint.action};
+  if (hint.takes) call.takes = {&kHintArguments[static_cast<std::size_t>(*hint.takes)], 1};
+  return call;
+}
+
+template <std::size_t... kPlaces>
+constexpr std::array<Call, kHints> calls_of_hints(std::index_sequence<kPlaces...> /*all*/) {
+  return {call_of(hint_at(kPlaces))...};
+}
+constexpr auto kCalls = calls_of_hints(std::make_index_sequence<kHints>());
+
+constexpr auto kUsual = [] {
+  std::array<UsualRow, FollowUpTable::kRows> rows;
+  std::size_t first = 0;
+  std::size_t place = 0;
+  for (const FollowUps& row : NEXT_STEPS) {
+    rows[place++] = {row.key, {kCalls.data() + first, row.hints().size()}};
+    first += row.hints().size();
+  }
+  return rows;
+}();
+
+constexpr Argument kBestSymbol{"fqn", ArgumentKind::fqn};
+constexpr Argument kBestPath{"path", ArgumentKind::path};
+constexpr Argument kNameToSearch{"query", ArgumentKind::query};
+constexpr Call kNearSymbol{
+    .tool = "symbol", .action = values::TextLiteral("{action}"), .takes = {&kBestSymbol, 1}};
+constexpr Call kNoSymbol{
+    .tool = "search", .action = values::TextLiteral("symbols"), .takes = {&kNameToSearch, 1}};
+constexpr Call kNearPath{.tool = "file", .action = values::TextLiteral("{action}"), .takes = {&kBestPath, 1}};
+constexpr Call kNoPath{.tool = "files"};
+
+constexpr Tables kModuleTables{.hit_lists = kHitListPaths,
+                               .counts = kCountPaths,
+                               .usual = kUsual,
+                               .signals = _SIGNALS,
+                               .symbol_miss = {&kNearSymbol, &kNoSymbol},
+                               .path_miss = {&kNearPath, &kNoPath}};
+
+}  // namespace
+
+const Tables& module_tables() noexcept {
+  return kModuleTables;
+}
+
+}  // namespace vantrex::tool_handlers::next_steps

@@ -1,0 +1,39 @@
+#include "vantrex/workers/unknown_name.h"
+
+#include <utility>
+
+#include "vantrex/models/repository.h"
+#include "vantrex/values/text_forms.h"
+#include "vantrex/workers/name_lookup.h"
+
+namespace vantrex::workers {
+
+std::string unknown_name(std::string_view what, std::string_view name,
+                         std::span<const std::string_view> known) {
+  const auto nearest = nearest_name(name, known);
+  return "unknown " + std::string(what) + ' ' + quoted(name) + "; " +
+         (nearest ? "did you mean " + quoted(*nearest) + "?" : "known are " + listed(known));
+}
+
+std::optional<std::string> nearest_name(std::string_view name, std::span<const std::string_view> known) {
+  models::InMemoryRepository index;
+  for (const std::string_view each : known) index.add_symbol({.fqn = std::string(each)});
+  auto nearest = nearest_symbols(index, name);
+  if (nearest.empty()) return std::nullopt;
+  return std::move(nearest.front().fqn);
+}
+
+std::string quoted(std::string_view text) {
+  return values::compact_text(values::JsonValue(values::Text::lossy(text)));
+}
+
+std::string listed(std::span<const std::string_view> names) {
+  std::string list;
+  for (const std::string_view each : names) {
+    if (!list.empty()) list += ", ";
+    list += each;
+  }
+  return list;
+}
+
+}  // namespace vantrex::workers
