@@ -156,7 +156,7 @@ JsonObject row(const std::vector<std::string>& tags, const std::optional<Access>
 }
 
 std::string tag(const JsonObject& row, unsigned position) {
-  return std::string(row.at_path("tags", position).string().value_or("none"));
+  return std::string(row["tags"][position].string().value_or("none"));
 }
 // [values]
 
