@@ -38,7 +38,7 @@ read_file | a.read_file_before a.read_file_and_cache_it a.must_read_file a.must_
 # the qualifiers: spelling, one too many, edits, one too few
 pkg.Thing.run | pkg.Thing.run pkg.thing.run a.pkg.Thing.run pkg.Theng.run pkg.a.Thing.b.run | Thing.run pkg.run
 pkg.Thing.run | Thing.run pkg.run other.Thing.run else.run a.b.c.d.e.run | a.b.c.d.e.f.g.h.run
-a.bcd.run | a.run a.xyz.run
+a.bcd.run | a.run a.dbc.run
 # the sum of both
 std::vectr::push_back | std::vector::push_back std::vectr::push_bak vectr::push_back push_back | std::deque::push
 std::vektor::push_back | std::vector::push_back std::deque::push_back std::list::push_back push_back
@@ -50,7 +50,7 @@ operator.add | operator.add | operator.multiply
 f<a->b>->c | f::c c | ff::cc
 a_é | m.éA
 HTTP~xy | m.HTTP~xyz
-a.b.c.d.e.f.g.h.i.j.k.l.m.n.o.p.q.run | a.b.c.d.e.f.g.h.i.j.k.l.m.n.o.p.q.run b.run z.z.z.z.z.z.z.z.z.z.z.z.z.z.z.z.z.run
+z.b.c.d.e.f.g.h.i.j.k.l.m.n.o.p.q.run | z.b.c.d.e.f.g.h.i.j.k.l.m.n.o.p.q.run a.b.c.d.e.f.g.h.i.j.k.l.m.n.o.p.q.run b.run
 XMLParser | x.xml_parser x.parser_xml
 userRowCount | x.count_user_row | x.countuser_row
 # capitals and code points, not bytes
@@ -70,6 +70,7 @@ TEST(NameLookup, PathsInOrderOfLikeness) {
   expect_rows(R"(
 src/app/main.py | src/app/main.py src/app/main.js src/app/mains.py lib/app/main.py main.py | x/main.py
 src/app/man.py | src/app/main.py src/app/main.js lib/main.py | src/app/other.py
+src/man.py | src/main.py src/main.PY
 src/db.py | src/bd.py | src/xy.py
 /home/ann/tree/src/app.py | src/app.py other/app.py | src/apparatus.py
 ./src//app.py/ | src/app.py

@@ -23,8 +23,8 @@ namespace vantrex::models {
 /// The symbols and paths of a repository at one time, arranged by name.
 class NEXT_STEPS_API NameIndex {
  public:
-  /// Visits `repository`. Takes about a second for two million symbols, and a few hundred bytes for each of
-  /// them. Throws std::bad_alloc and what the visit throws.
+  /// Visits `repository`. Takes half a second and 100 MB for a million symbols. Throws std::bad_alloc and
+  /// what the visit throws.
   explicit NameIndex(const Repository& repository);
   ~NameIndex();
   /// Shared, not copied.

@@ -53,7 +53,7 @@ std::size_t Measure::letters_cost(FoldedView name, std::size_t max) const noexce
   if (cost <= kPrefix || !reach.has_longer_name(name.mask)) return cost;
   const std::size_t place = part_.find_in(name.letters);
   if (place == std::u32string_view::npos) return cost;
-  return std::min(cost, place == 0 ? kPrefix : kPart);
+  return place == 0 ? kPrefix : kPart;
 }
 
 std::size_t Measure::name_cost(std::string_view name, std::size_t max) {
