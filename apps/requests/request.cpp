@@ -14,7 +14,8 @@ module::FinishOptions options_of(Request& request) {
   return {.action = std::move(request.action),
           .arguments = request.arguments ? &*request.arguments : nullptr,
           .freshness = std::move(request.freshness),
-          .serves = request.own_serves ? &*request.own_serves : request.serves};
+          .serves = request.own_serves ? &*request.own_serves : request.serves,
+          .catalogue = request.catalogue};
 }
 
 }  // namespace

@@ -19,6 +19,7 @@ struct Request {
   std::optional<values::JsonObject> arguments;
   values::JsonValue freshness;                         // an object or null
   const module::ServedTools* serves = nullptr;         // borrowed
+  const module::Catalogue* catalogue = nullptr;        // borrowed; null for the module's tables
   std::optional<module::ServedTools> own_serves = {};  // replaces `serves` if the request itself has a set
   std::optional<Miss> miss = {};
   bool explain = false;  // asks for the explanation instead

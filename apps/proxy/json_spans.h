@@ -1,0 +1,33 @@
+// Finds values in JSON text without reading them.
+//
+// A span is the text of one value, a part of the text that was searched. Linear time, no recursion. In a text
+// that is no valid JSON, any of its bytes may be found.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <span>
+#include <string_view>
+#include <vector>
+
+namespace next_steps_proxy {
+
+// Sets each of `values` to the value of its key in the object `text`. As for the reader, the last one of a
+// repeated key counts. Leaves the others as they are. Throws std::bad_alloc, and JsonError for a key with a
+// wrong escape.
+void find_members(std::string_view text, std::span<const std::string_view> keys,
+                  std::span<std::string_view> values);
+
+// The same; an absent value is empty.
+template <std::size_t kCount>
+std::array<std::string_view, kCount> members_of(std::string_view text,
+                                                const std::string_view (&keys)[kCount]) {
+  std::array<std::string_view, kCount> values;
+  find_members(text, keys, values);
+  return values;
+}
+
+// The items of the list `text`; none if it is no list. Throws std::bad_alloc.
+std::vector<std::string_view> items_of(std::string_view text);
+
+}  // namespace next_steps_proxy
