@@ -1,8 +1,6 @@
 #include "proxy/child_process.h"
 
-#include <array>
 #include <cerrno>
-#include <csignal>
 #include <fcntl.h>
 #include <spawn.h>
 #include <unistd.h>
@@ -14,63 +12,46 @@
 
 namespace next_steps_proxy {
 
-namespace {
-
-// Returns the end for reading and the end for writing, of which `own` does not wait.
-std::array<int, 2> opened_pipe(std::size_t own) {
-  std::array<int, 2> ends{};
-  if (::pipe2(ends.data(), O_CLOEXEC) != 0) throw requests::IoFailed("a pipe");
-  ::fcntl(ends[own], F_SETFL, O_NONBLOCK);  // NOLINT(*-vararg)
-  return ends;
+Pipe::Pipe() {
+  if (::pipe2(ends_.data(), O_CLOEXEC) != 0) throw requests::IoFailed("a pipe");
 }
 
-}  // namespace
+Pipe::~Pipe() {
+  close_source();
+  close_sink();
+}
+
+void Pipe::close(std::size_t end) noexcept {
+  if (ends_[end] >= 0) ::close(ends_[end]);
+  ends_[end] = -1;
+}
 
 ChildProcess::ChildProcess(const std::vector<std::string>& command, const sigset_t& mask) {
   std::vector<char*> words;
   for (const std::string& word : command)
     words.push_back(const_cast<char*>(word.c_str()));  // NOLINT(*-const-cast)
   words.push_back(nullptr);
-  const std::array<int, 2> to_server = opened_pipe(1);
-  const std::array<int, 2> from_server = opened_pipe(0);
-  input_ = to_server[1];
-  output_ = from_server[0];
-
+  sigset_t broken_pipe;
+  ::sigemptyset(&broken_pipe);
+  ::sigaddset(&broken_pipe, SIGPIPE);
   posix_spawn_file_actions_t files;
   ::posix_spawn_file_actions_init(&files);
-  ::posix_spawn_file_actions_adddup2(&files, to_server[0], STDIN_FILENO);
-  ::posix_spawn_file_actions_adddup2(&files, from_server[1], STDOUT_FILENO);
+  ::posix_spawn_file_actions_adddup2(&files, input_.source(), STDIN_FILENO);
+  ::posix_spawn_file_actions_adddup2(&files, output_.sink(), STDOUT_FILENO);
   posix_spawnattr_t attributes;
   ::posix_spawnattr_init(&attributes);
   ::posix_spawnattr_setflags(&attributes,
                              POSIX_SPAWN_SETPGROUP | POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
   ::posix_spawnattr_setsigmask(&attributes, &mask);
-  sigset_t broken_pipe;
-  ::sigemptyset(&broken_pipe);
-  ::sigaddset(&broken_pipe, SIGPIPE);
   ::posix_spawnattr_setsigdefault(&attributes, &broken_pipe);
-  errno = ::posix_spawnp(&process_, words.front(), &files, &attributes, words.data(), environ);
-  const bool has_started = errno == 0;
-  const requests::IoFailed failure(command.front());
+  const int error = ::posix_spawnp(&process_, words.front(), &files, &attributes, words.data(), environ);
   ::posix_spawnattr_destroy(&attributes);
   ::posix_spawn_file_actions_destroy(&files);
-  ::close(to_server[0]);
-  ::close(from_server[1]);
-  if (!has_started) throw failure;
-}
-
-ChildProcess::~ChildProcess() {
-  close_input();
-  ::close(output_);
-}
-
-void ChildProcess::close_input() noexcept {
-  if (input_ >= 0) ::close(input_);
-  input_ = -1;
-}
-
-void ChildProcess::send_signal(int signal) const noexcept {
-  ::kill(-process_, signal);
+  errno = error;
+  if (error != 0) throw requests::IoFailed(command.front());
+  input_.close_source();
+  output_.close_sink();
+  ::fcntl(input_.sink(), F_SETFL, O_NONBLOCK);  // NOLINT(*-vararg)
 }
 
 std::optional<int> ChildProcess::exit_status() const noexcept {

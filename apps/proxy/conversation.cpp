@@ -4,6 +4,7 @@
 
 #include "proxy/finished_result.h"
 #include "proxy/json_spans.h"
+#include "proxy/names.h"
 #include "requests/json_reader.h"
 #include "vantrex/values/text_forms.h"
 

@@ -6,7 +6,6 @@
 
 #include "proxy/json_spans.h"
 #include "proxy/names.h"
-#include "proxy/spliced_line.h"
 #include "requests/json_reader.h"
 #include "vantrex/values/text_forms.h"
 
@@ -75,7 +74,7 @@ std::optional<std::string> finished_result(std::string_view line, requests::Requ
     const std::string_view item = items_of(spans[1])[*text];
     changes.push_back({members_of(item, {"text"})[0], values::compact_text(JsonValue(finished))});
   }
-  return spliced_line(line, std::move(changes));
+  return spliced(line, std::move(changes));
 }
 
 }  // namespace next_steps_proxy

@@ -1,7 +1,7 @@
 #include "proxy/json_spans.h"
 
-#include <cstdint>
-#include <cstring>
+#include <algorithm>
+#include <cstddef>
 
 #include "proxy/names.h"
 #include "requests/json_reader.h"
@@ -10,73 +10,69 @@ namespace next_steps_proxy {
 
 namespace {
 
-enum class Byte : std::uint8_t { other, separator, structure };
+constexpr std::string_view kSpace = " \t\r\n";
 
-constexpr std::array<Byte, 256> kBytes = [] {
-  std::array<Byte, 256> bytes{};
-  for (const char each : {' ', '\t', '\r', '\n', ',', ':'})
-    bytes[static_cast<unsigned char>(each)] = Byte::separator;
-  for (const char each : {'"', '{', '}', '[', ']'}) bytes[static_cast<unsigned char>(each)] = Byte::structure;
-  return bytes;
+// Which bytes end the search for the end of a number or a literal, and of a list or an object.
+constexpr auto kEnds = [] {
+  std::array<std::array<bool, 256>, 2> ends{};
+  for (const char each : {' ', '\t', '\r', '\n', ',', ':'}) ends[0][static_cast<unsigned char>(each)] = true;
+  for (const char each : {'"', '{', '}', '[', ']'}) {
+    ends[0][static_cast<unsigned char>(each)] = ends[1][static_cast<unsigned char>(each)] = true;
+  }
+  return ends;
 }();
 
-// Walks over the values of one list or object.
-class Walk {
+// Takes items off the front of a text.
+class Rest {
  public:
-  explicit Walk(std::string_view text) : at_(text.data()), end_(at_ + text.size()) {}
+  explicit Rest(std::string_view text) : text_(text) {}
 
-  // Passes white space, and then `byte` if it is there; returns whether it was.
-  bool pass(char byte) {
-    pass_space();
-    if (at_ == end_ || *at_ != byte) return false;
-    ++at_;
-    return true;
+  // Takes `byte` if that comes next, and returns whether it does.
+  bool take(char byte) {
+    text_.remove_prefix(std::min(text_.find_first_not_of(kSpace), text_.size()));
+    const bool is_next = text_.starts_with(byte);
+    text_.remove_prefix(is_next ? 1 : 0);
+    return is_next;
   }
 
-  // Passes a value and returns its text, which is empty if there is none.
-  std::string_view value() {
-    pass_space();
-    const char* const begin = at_;
+  // Takes a value; returns an empty span if none comes next.
+  std::string_view take_value() {
+    text_.remove_prefix(std::min(text_.find_first_not_of(kSpace), text_.size()));
     std::size_t depth = 0;
+    std::size_t at = 0;
     do {
-      if (at_ == end_) break;
-      if (*at_ == '"') {
-        pass_string();
-      } else if (*at_ == '{' || *at_ == '[') {
-        ++at_;
+      if (at == text_.size()) break;
+      const char first = text_[at];
+      if (first == '"') {
+        at = string_end(at);
+      } else if (first == '{' || first == '[') {
         ++depth;
-      } else if (*at_ == '}' || *at_ == ']') {
+        ++at;
+      } else if (first == '}' || first == ']') {
         if (depth == 0) break;
-        ++at_;
         --depth;
+        ++at;
       } else {
-        pass_up_to(depth == 0 ? Byte::separator : Byte::structure);
+        const auto& ends = kEnds[depth == 0 ? 0 : 1];
+        while (at != text_.size() && !ends[static_cast<unsigned char>(text_[at])]) ++at;
       }
     } while (depth > 0);
-    return {begin, static_cast<std::size_t>(at_ - begin)};
+    const std::string_view value = text_.substr(0, at);
+    text_.remove_prefix(at);
+    return value;
   }
 
  private:
-  void pass_space() {
-    while (at_ != end_ && (*at_ == ' ' || *at_ == '\t' || *at_ == '\n' || *at_ == '\r')) ++at_;
-  }
-  void pass_up_to(Byte kind) {
-    while (at_ != end_ && kBytes[static_cast<unsigned char>(*at_)] < kind) ++at_;
-  }
-  void pass_string() {
-    const char* begin = ++at_;
-    while (const void* found = std::memchr(begin, '"', static_cast<std::size_t>(end_ - begin))) {
-      const char* const quote = static_cast<const char*>(found);
-      const char* escapes = quote;
-      while (escapes != begin && escapes[-1] == '\\') --escapes;
-      begin = at_ = quote + 1;
-      if ((quote - escapes) % 2 == 0) return;
+  // The end of the string at `begin`.
+  std::size_t string_end(std::size_t begin) const {
+    while ((begin = text_.find('"', begin + 1)) != std::string_view::npos) {
+      const std::size_t last = text_.find_last_not_of('\\', begin - 1);
+      if ((begin - last) % 2 == 1) return begin + 1;
     }
-    at_ = end_;
+    return text_.size();
   }
 
-  const char* at_;
-  const char* end_;
+  std::string_view text_;
 };
 
 bool is_key(std::string_view text, std::string_view key) {
@@ -88,27 +84,38 @@ bool is_key(std::string_view text, std::string_view key) {
 
 void find_members(std::string_view text, std::span<const std::string_view> keys,
                   std::span<std::string_view> values) {
-  Walk walk(text);
-  if (!walk.pass('{')) return;
+  Rest rest(text);
+  if (!rest.take('{')) return;
   do {
-    const std::string_view key = walk.value();
-    if (!walk.pass(':')) return;
-    const std::string_view value = walk.value();
+    const std::string_view key = rest.take_value();
+    if (!rest.take(':')) return;
+    const std::string_view value = rest.take_value();
     for (std::size_t i = 0; i < keys.size(); ++i) {
       if (is_key(key, keys[i])) values[i] = value;
     }
-  } while (walk.pass(','));
+  } while (rest.take(','));
 }
 
 std::vector<std::string_view> items_of(std::string_view text) {
   std::vector<std::string_view> items;
-  Walk walk(text);
-  if (!walk.pass('[')) return items;
+  Rest rest(text);
+  if (!rest.take('[')) return items;
   do {
-    const std::string_view item = walk.value();
-    if (!item.empty()) items.push_back(item);
-  } while (walk.pass(','));
+    items.push_back(rest.take_value());
+  } while (rest.take(','));
   return items;
+}
+
+std::string spliced(std::string_view line, std::vector<NewValue> values) {
+  const auto is_before = [](const NewValue& a, const NewValue& b) { return a.old.data() < b.old.data(); };
+  std::sort(values.begin(), values.end(), is_before);
+  std::string text;
+  const char* at = line.data();
+  for (const NewValue& value : values) {
+    text.append(at, value.old.data()).append(value.text);
+    at = value.old.data() + value.old.size();
+  }
+  return text.append(at, line.data() + line.size());
 }
 
 }  // namespace next_steps_proxy

@@ -1,57 +1,75 @@
 #include "proxy/line_pump.h"
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
-#include <climits>
-#include <exception>
-#include <fcntl.h>
 #include <iostream>
+#include <new>
+#include <poll.h>
 #include <unistd.h>
-
-#include <sys/socket.h>
-#include <sys/stat.h>
+#include <utility>
 
 #include "proxy/names.h"
 #include "requests/json_reader.h"
 
 namespace next_steps_proxy {
 
-Sink::Sink(int descriptor) : descriptor_(descriptor) {
-  struct stat found = {};
-  ::fstat(descriptor, &found);
-  is_socket_ = S_ISSOCK(found.st_mode);
-  may_wait_ = (::fcntl(descriptor, F_GETFL) & O_NONBLOCK) == 0;  // NOLINT(*-vararg)
-  if (!may_wait_ || !S_ISFIFO(found.st_mode)) return;
-  // A pipe that is opened again has flags of its own.
-  const std::string name = "/proc/self/fd/" + std::to_string(descriptor);
-  const int own = ::open(name.c_str(), O_WRONLY | O_NONBLOCK | O_CLOEXEC);  // NOLINT(*-vararg)
-  if (own < 0) return;
-  descriptor_ = own;
-  may_wait_ = false;
+namespace {
+
+constexpr std::size_t kReadSize = std::size_t{128} << 10;
+constexpr std::size_t kKeptSize = std::size_t{1} << 20;
+
+bool is_temporary(int error) noexcept {
+  return error == EAGAIN || error == EINTR;
 }
 
-std::ptrdiff_t Sink::write_some(std::string_view bytes) const noexcept {
-  if (is_socket_) return ::send(descriptor_, bytes.data(), bytes.size(), MSG_DONTWAIT | MSG_NOSIGNAL);
-  // When there is room at all, there is room for so much.
-  return ::write(descriptor_, bytes.data(),
-                 may_wait_ ? std::min<std::size_t>(bytes.size(), PIPE_BUF) : bytes.size());
+}  // namespace
+
+void LinePump::run(const std::function<void()>& on_break) {
+  bool is_broken = false;
+  while (read()) {
+    if (!is_broken) rewrite_lines();
+    if (is_broken || !write(ready_)) {
+      if (!std::exchange(is_broken, true)) on_break();
+      buffer_.clear();
+    }
+    ready_ = 0;
+    searched_ = buffer_.size();
+  }
+  if (!is_broken) write(buffer_.size());
 }
 
-void LinePump::read() {
+// Returns false if the stream is not ready and the pump is to stop.
+bool LinePump::wait_for(int stream, short events) const noexcept {
+  std::array<pollfd, 2> awaited{{{stream, events, 0}, {streams_.stop, POLLIN, 0}}};
+  if (streams_.drains && events == POLLOUT) awaited[1].fd = -1;
+  while (::poll(awaited.data(), awaited.size(), -1) < 0 && is_temporary(errno)) {
+  }
+  return awaited[1].revents == 0 || (streams_.drains && awaited[0].revents != 0);
+}
+
+// Returns false at the end.
+bool LinePump::read() {
   const std::size_t size = buffer_.size();
-  buffer_.resize(size + kReadSize);
-  const ssize_t count = ::read(source_, buffer_.data() + size, kReadSize);
+  try {
+    buffer_.resize(size + kReadSize);
+  } catch (const std::bad_alloc&) {  // the part of the line that is there passes
+    searched_ = 0;
+    return size > 0 && write(size) && read();
+  }
+  ssize_t count = 0;
+  do {
+    count = wait_for(streams_.source, POLLIN) ? ::read(streams_.source, buffer_.data() + size, kReadSize) : 0;
+  } while (count < 0 && is_temporary(errno));
   buffer_.resize(size + static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
-  if (count == 0 || (count < 0 && errno != EAGAIN && errno != EINTR)) return end();
-  is_broken_ ? buffer_.clear() : pass_lines();
+  return count > 0;
 }
 
-void LinePump::pass_lines() {
+void LinePump::rewrite_lines() {
   std::size_t end = 0;
   while ((end = buffer_.find('\n', std::max(ready_, searched_))) != std::string::npos) {
     ready_ += rewrite_line(end - ready_) + 1;
   }
-  searched_ = buffer_.size();
 }
 
 // Rewrites the line of `size` bytes at ready_, and returns its new size.
@@ -63,38 +81,24 @@ std::size_t LinePump::rewrite_line(std::size_t size) {
     return changed->size();
   } catch (const requests::JsonError&) {  // it is no message
   } catch (const std::exception& error) {
-    if (!has_warned_) std::cerr << "next-steps: an answer is passed on as it came: " << error.what() << '\n';
-    has_warned_ = true;
+    if (!std::exchange(has_warned_, true)) {
+      std::cerr << "next-steps: an answer is passed on as it came: " << error.what() << '\n';
+    }
   }
   return size;
 }
 
-void LinePump::write() {
-  const ssize_t count = sink_.write_some({buffer_.data() + written_, ready_ - written_});
-  if (count < 0 && errno != EAGAIN && errno != EINTR) return break_off();
-  written_ += static_cast<std::size_t>(std::max<ssize_t>(count, 0));
-  forget_written();
-}
-
-// Frees the written bytes once they are the larger part, so that no byte is moved often.
-void LinePump::forget_written() noexcept {
-  if (written_ < buffer_.size() - written_) return;
-  buffer_.erase(0, written_);
-  ready_ -= written_;
-  searched_ -= std::min(searched_, written_);
-  written_ = 0;
-  if (buffer_.empty() && buffer_.capacity() > 4 * kMaxReady) buffer_ = std::string();
-}
-
-void LinePump::end() noexcept {
-  has_ended_ = true;
-  ready_ = buffer_.size();
-}
-
-void LinePump::break_off() noexcept {
-  is_broken_ = true;
-  buffer_.clear();
-  written_ = ready_ = searched_ = 0;
+// Writes and forgets the first `size` bytes. Returns false if nobody reads them.
+bool LinePump::write(std::size_t size) {
+  std::string_view rest = std::string_view(buffer_).substr(0, size);
+  while (!rest.empty()) {
+    const ssize_t count = ::write(streams_.sink, rest.data(), rest.size());
+    if (count < 0 && !(is_temporary(errno) && wait_for(streams_.sink, POLLOUT))) return false;
+    rest.remove_prefix(static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
+  }
+  buffer_.erase(0, size);
+  if (buffer_.empty() && buffer_.capacity() > kKeptSize) buffer_ = std::string();
+  return true;
 }
 
 }  // namespace next_steps_proxy

@@ -1,23 +1,17 @@
 #include "proxy/proxy.h"
 
-#include <algorithm>
-#include <array>
-#include <cerrno>
 #include <chrono>
 #include <csignal>
-#include <cstdint>
 #include <fcntl.h>
+#include <mutex>
 #include <optional>
-#include <poll.h>
 #include <string_view>
+#include <thread>
 #include <unistd.h>
-
-#include <sys/signalfd.h>
 
 #include "proxy/child_process.h"
 #include "proxy/conversation.h"
 #include "proxy/line_pump.h"
-#include "requests/failures.h"
 
 namespace next_steps_proxy {
 
@@ -28,144 +22,63 @@ using Clock = std::chrono::steady_clock;
 // How long the server has after the end of its input, and again after SIGTERM.
 constexpr std::chrono::seconds kPatience{1};
 
-// The signals that are read from a descriptor instead of interrupting.
+// The threads send it to the process when one side has ended. Users do not send it.
+int side_ended() noexcept {
+  return SIGRTMIN;
+}
+void report_end() noexcept {
+  ::kill(::getpid(), side_ended());
+}
+
+// Signals that wait until they are asked for, in all threads.
 class Signals {
  public:
   Signals() {
     ::signal(SIGPIPE, SIG_IGN);
     ::signal(SIGCHLD, SIG_DFL);
-    sigset_t awaited;
-    ::sigemptyset(&awaited);
-    for (const int each : {SIGINT, SIGTERM, SIGCHLD}) ::sigaddset(&awaited, each);
-    ::sigprocmask(SIG_BLOCK, &awaited, &before_);
-    descriptor_ = ::signalfd(-1, &awaited, SFD_CLOEXEC | SFD_NONBLOCK);
-    if (descriptor_ < 0) throw requests::IoFailed("signals");
+    ::sigemptyset(&awaited_);
+    for (const int each : {SIGINT, SIGTERM, SIGCHLD, side_ended()}) ::sigaddset(&awaited_, each);
+    ::pthread_sigmask(SIG_BLOCK, &awaited_, &before_);
   }
 
   const sigset_t& before() const noexcept { return before_; }
-  int descriptor() const noexcept { return descriptor_; }
-  // The next signal that has arrived, or 0.
-  int next() const noexcept {
-    signalfd_siginfo arrived = {};
-    return ::read(descriptor_, &arrived, sizeof(arrived)) > 0 ? static_cast<int>(arrived.ssi_signo) : 0;
+
+  // Waits for the next signal. Returns -1 at the deadline, and sometimes earlier.
+  int next(std::optional<Clock::time_point> deadline) const noexcept {
+    if (!deadline) return ::sigwaitinfo(&awaited_, nullptr);
+    const auto left = std::max<Clock::duration>(*deadline - Clock::now(), Clock::duration::zero());
+    const auto seconds = std::chrono::floor<std::chrono::seconds>(left);
+    const timespec time{seconds.count(), std::chrono::nanoseconds(left - seconds).count()};
+    return ::sigtimedwait(&awaited_, nullptr, &time);
   }
 
  private:
+  sigset_t awaited_ = {};
   sigset_t before_ = {};
-  int descriptor_ = -1;
 };
 
-class Proxy {
- public:
-  Proxy(const std::vector<std::string>& command, const ProxyOptions& options)
-      : server_(command, signals_.before()),
-        conversation_(options),
-        to_server_(STDIN_FILENO, Sink(server_.input()),
-                   [this](std::string_view line) {
-                     conversation_.from_client(line);
-                     return std::nullopt;
-                   }),
-        to_client_(server_.output(), Sink(STDOUT_FILENO),
-                   [this](std::string_view line) { return conversation_.from_server(line); }) {}
-
-  int run() {
-    while (!status_ || !to_client_.is_done()) {
-      wait();
-      if (has(signals) != 0) follow_signals();
-      serve_client();
-      serve_server();
-      if (Clock::now() >= deadline_) force();
-    }
-    if (next_signal_ == SIGKILL)
-      server_.send_signal(SIGKILL);  // to processes that the server has left behind
-    return *status_;
-  }
-
- private:
-  enum Stream : std::size_t { from_client, to_server, from_server, to_client, signals };
-  static constexpr short kGone = POLLERR | POLLHUP | POLLNVAL;
-
-  // What was waited for and is there.
-  int has(Stream stream) const noexcept { return streams_[stream].revents; }
-  int has_gone(Stream stream) const noexcept { return has(stream) & (kGone | POLLRDHUP); }
-
-  static short output_of(const LinePump& pump) noexcept { return pump.has_output() ? POLLOUT : 0; }
-
-  void wait() {
-    const auto set = [this](Stream stream, int descriptor, bool is_wanted, int events) {
-      streams_[stream] = {is_wanted ? descriptor : -1, static_cast<short>(events), 0};
-    };
-    const bool reads_client = to_server_.wants_input();
-    set(from_client, STDIN_FILENO, reads_client || !is_ending_, reads_client ? POLLIN : POLLRDHUP);
-    set(to_server, server_.input(), !to_server_.is_broken(), output_of(to_server_));
-    set(from_server, server_.output(), to_client_.wants_input(), POLLIN);
-    set(to_client, to_client_.sink(), !to_client_.is_broken(), output_of(to_client_));
-    set(signals, signals_.descriptor(), true, POLLIN);
-    while (::poll(streams_.data(), streams_.size(), timeout()) < 0) {
-      if (errno != EINTR) throw requests::IoFailed("poll");
+// Waits until the server ends, and returns its status. Passes signals on. After the end of a side it sends
+// signals of its own.
+int wait_for_end(const ChildProcess& server, const Signals& signals) {
+  std::optional<Clock::time_point> deadline;
+  int next_signal = SIGTERM;
+  std::optional<int> status;
+  while (!(status = server.exit_status())) {
+    const int signal = signals.next(deadline);
+    if (signal == side_ended()) {
+      if (!deadline && next_signal == SIGTERM) deadline = Clock::now() + kPatience;
+    } else if (signal > 0 && signal != SIGCHLD) {
+      server.send_signal(signal);
+    } else if (deadline && Clock::now() >= *deadline) {
+      server.send_signal(next_signal);
+      deadline = next_signal == SIGTERM ? std::optional(*deadline + kPatience) : std::nullopt;
+      next_signal = SIGKILL;
     }
   }
-
-  // In milliseconds. What a server that has ended has left in its pipe is there at once.
-  int timeout() const {
-    if (status_ && to_client_.wants_input()) return 0;
-    if (deadline_ == Clock::time_point::max()) return -1;
-    const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline_ - Clock::now());
-    return static_cast<int>(std::max<std::int64_t>(left.count(), 0));
-  }
-
-  void follow_signals() {
-    for (int signal = signals_.next(); signal != 0; signal = signals_.next()) {
-      if (signal != SIGCHLD) server_.send_signal(signal);
-    }
-    status_ = server_.exit_status();
-  }
-
-  void serve_client() {
-    if (to_server_.wants_input() && has(from_client) != 0) to_server_.read();
-    if ((has(to_client) & POLLOUT) != 0) to_client_.write();
-    if (has_gone(to_client) != 0) to_client_.break_off();
-    if (has_gone(from_client) != 0 || to_server_.has_ended() || to_client_.is_broken()) start_ending();
-  }
-
-  void serve_server() {
-    if ((has(to_server) & POLLOUT) != 0) to_server_.write();
-    if (has_gone(to_server) != 0) to_server_.break_off();
-    if (to_server_.is_done()) server_.close_input();
-    if (has(from_server) != 0) {
-      to_client_.read();
-    } else if (status_ && to_client_.wants_input()) {
-      to_client_.end();
-    }
-    if (!to_client_.has_ended()) return;
-    to_server_.break_off();
-    server_.close_input();
-    start_ending();
-  }
-
-  void start_ending() {
-    if (!is_ending_) deadline_ = Clock::now() + kPatience;
-    is_ending_ = true;
-  }
-
-  // Sends the next signal to a server that has not ended in time.
-  void force() {
-    server_.send_signal(next_signal_);
-    deadline_ = next_signal_ == SIGTERM ? deadline_ + kPatience : Clock::time_point::max();
-    next_signal_ = SIGKILL;
-  }
-
-  Signals signals_;
-  ChildProcess server_;
-  Conversation conversation_;
-  LinePump to_server_;
-  LinePump to_client_;
-  std::array<pollfd, 5> streams_{};
-  std::optional<int> status_;  // of the server that has ended
-  bool is_ending_ = false;
-  Clock::time_point deadline_ = Clock::time_point::max();  // when to send the next signal
-  int next_signal_ = SIGTERM;
-};
+  // Processes that the server has left behind had their signal, too.
+  if (next_signal == SIGKILL) server.send_signal(SIGKILL);
+  return *status;
+}
 
 }  // namespace
 
@@ -174,7 +87,33 @@ int run_proxy(const std::vector<std::string>& command, const ProxyOptions& optio
   for (int stream = STDIN_FILENO; stream <= STDERR_FILENO; ++stream) {
     if (::fcntl(stream, F_GETFD) < 0) ::open("/dev/null", O_RDWR);  // NOLINT(*-vararg, android-*)
   }
-  return Proxy(command, options).run();
+  const Signals signals;
+  ChildProcess server(command, signals.before());
+  Pipe ended;  // its sink is closed when the server has ended
+  Conversation conversation(options);
+  std::mutex mutex;  // for the conversation
+  std::jthread to_server([&] {
+    LinePump pump({STDIN_FILENO, server.input(), ended.source(), false},
+                  [&](std::string_view line) -> std::optional<std::string> {
+                    const std::lock_guard lock(mutex);
+                    conversation.from_client(line);
+                    return std::nullopt;
+                  });
+    pump.run([] {});
+    server.close_input();
+    report_end();
+  });
+  std::jthread to_client([&] {
+    LinePump pump({server.output(), STDOUT_FILENO, ended.source(), true}, [&](std::string_view line) {
+      const std::lock_guard lock(mutex);
+      return conversation.from_server(line);
+    });
+    pump.run(report_end);
+    report_end();
+  });
+  const int status = wait_for_end(server, signals);
+  ended.close_sink();
+  return status;
 }
 
 }  // namespace next_steps_proxy

@@ -4,7 +4,7 @@
 #include <cstddef>
 
 #include "proxy/json_spans.h"
-#include "proxy/spliced_line.h"
+#include "proxy/names.h"
 #include "proxy/widened_schema.h"
 #include "requests/json_reader.h"
 #include "vantrex/tool_handlers/next_steps/tables.h"
@@ -66,7 +66,7 @@ std::optional<std::string> ToolList::add_page(std::string_view line, std::option
   const std::string_view next = result.at_path("nextCursor").string().value_or("");
   if (before && !next.empty()) unfinished_.emplace(next, *std::move(before));
   if (before && next.empty()) listed_ = module::ServedTools(*std::move(before));
-  return changes.empty() ? std::nullopt : std::optional(spliced_line(line, std::move(changes)));
+  return changes.empty() ? std::nullopt : std::optional(spliced(line, std::move(changes)));
 }
 
 }  // namespace next_steps_proxy

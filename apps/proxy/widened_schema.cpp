@@ -1,14 +1,8 @@
 #include "proxy/widened_schema.h"
 
-#include <algorithm>
-#include <array>
-#include <charconv>
-#include <cstddef>
-#include <optional>
-#include <span>
+#include <set>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 #include "proxy/names.h"
@@ -22,156 +16,139 @@ using values::JsonValue;
 
 namespace {
 
-using Keywords = std::span<const std::string_view>;
+// What a dropped null field may break, and what depends on that.
+constexpr std::string_view kDropped[] = {"required",
+                                         "minProperties",
+                                         "dependentRequired",
+                                         "dependentSchemas",
+                                         "dependencies",
+                                         "not",
+                                         "if",
+                                         "then",
+                                         "else",
+                                         "unevaluatedProperties",
+                                         "unevaluatedItems",
+                                         "uniqueItems",
+                                         "maxContains"};
+// What "next_steps" may break.
+constexpr std::string_view kDroppedAtRoot[] = {
+    "additionalProperties", "patternProperties", "propertyNames", "maxProperties", "enum", "const"};
 
-// A null field that is dropped may break these, and so may the loss of another one of them.
-constexpr std::array kDropped = std::to_array<std::string_view>(
-    {"required", "minProperties", "dependentRequired", "dependentSchemas", "dependencies", "not", "if",
-     "then", "else", "unevaluatedProperties", "unevaluatedItems", "uniqueItems", "maxContains"});
-// At the root, "next_steps" may break these.
-constexpr std::array kDroppedAtRoot = std::to_array<std::string_view>(
-    {"additionalProperties", "patternProperties", "propertyNames", "maxProperties", "enum", "const"});
-// Their values are no schemas.
-constexpr std::array kValues = std::to_array<std::string_view>({"enum", "const", "default", "examples"});
-// Their values are objects of schemas.
-constexpr std::array kNames =
-    std::to_array<std::string_view>({"properties", "patternProperties", "$defs", "definitions"});
-// References that are not followed.
-constexpr std::array kForeign = std::to_array<std::string_view>({"$dynamicRef", "$recursiveRef"});
-
-constexpr std::size_t kMaxPlaces = 256;
-
-bool holds(Keywords keywords, std::string_view key) {
-  return std::find(keywords.begin(), keywords.end(), key) != keywords.end();
+template <typename... Keys>
+bool is_one_of(std::string_view key, const Keys&... keys) {
+  return ((key == keys) || ...);
 }
 
-// The name in a part of a JSON pointer.
-std::string unescaped(std::string_view part) {
-  std::string name;
-  for (std::size_t i = 0; i < part.size(); ++i) {
-    const bool is_escape = part[i] == '~' && i + 1 < part.size();
-    name += !is_escape ? part[i] : part[++i] == '1' ? '/' : '~';
+JsonObject* object_at(JsonObject& parent, std::string_view key) {
+  JsonValue* const value = parent.find_mutable(key);
+  return value == nullptr ? nullptr : value->object();
+}
+
+// A value in a schema.
+struct Part {
+  JsonValue* value;
+  std::string_view key;  // of the field that it is, or is in
+  bool is_schema;        // or a list of schemas; otherwise an object of them
+  bool is_root;          // whether the answer itself must fit it
+};
+
+class Widening {
+ public:
+  explicit Widening(JsonObject schema) : root_(std::move(schema)) {}
+
+  JsonObject result() && {
+    std::size_t known = 0;
+    do {
+      known = opened_.size();
+      relax_parts();
+    } while (opened_.size() != known);
+    if (is_lost_) root_ = JsonObject{{"type", "object"}};
+    JsonObject& schema = *root_.object();
+    if (object_at(schema, "properties") == nullptr) schema.set("properties", JsonObject());
+    const JsonObject steps{{"description", "Calls that may be made next: a list of {tool, args, reason}"}};
+    object_at(schema, "properties")->set("next_steps", steps);
+    return std::move(schema);
   }
-  return name;
-}
 
-JsonValue* child_of(JsonValue& parent, std::string_view part) {
-  if (JsonObject* const object = parent.object()) return object->find_mutable(unescaped(part));
-  JsonList* const list = parent.list();
-  std::size_t position = 0;
-  const auto read = std::from_chars(part.data(), part.data() + part.size(), position);
-  if (list == nullptr || read.ec != std::errc() || position >= list->size()) return nullptr;
-  return &list->mutable_item(position);
-}
-
-// The value at "#" or "#/a/b", or null.
-JsonValue* at_pointer(JsonValue& root, std::string_view pointer) {
-  JsonValue* at = &root;
-  if (!pointer.starts_with('#')) return nullptr;
-  pointer.remove_prefix(1);
-  while (at != nullptr && !pointer.empty()) {
-    if (pointer.front() != '/') return nullptr;
-    const std::size_t end = std::min(pointer.find('/', 1), pointer.size());
-    at = child_of(*at, pointer.substr(1, end - 1));
-    pointer.remove_prefix(end);
-  }
-  return at;
-}
-
-// "oneOf" becomes "anyOf", as relaxed schemas may fit several times.
-void relax_one_of(JsonObject& schema) {
-  std::optional<JsonValue> one_of = schema.remove("oneOf");
-  if (!one_of) return;
-  if (!schema.contains("anyOf")) return schema.set("anyOf", *std::move(one_of));
-  if (!schema.contains("allOf")) schema.set("allOf", JsonList());
-  JsonList* const all_of = schema.find_mutable("allOf")->list();
-  if (all_of != nullptr) all_of->push_back(JsonObject{{"anyOf", *std::move(one_of)}});
-}
-
-void relax(JsonObject& schema) {
-  for (const std::string_view key : kDropped) schema.remove(key);
-  relax_one_of(schema);
-  for (const std::string_view key : {"enum", "const"}) {
-    JsonValue* const value = schema.find_mutable(key);
-    if (value != nullptr) *value = module::without_null_fields(std::move(*value));
-  }
-}
-
-// Relaxes every subschema and returns the references; nothing if there are any that are no JSON pointers.
-std::optional<std::vector<std::string>> relax_all(JsonValue& root) {
-  std::vector<std::string> references;
-  std::vector<std::pair<JsonValue*, bool>> waiting = {{&root, true}};  // with: whether it is a schema
-  while (!waiting.empty()) {
-    const auto [value, is_schema] = waiting.back();
-    waiting.pop_back();
-    JsonObject* const object = value->object();
-    if (JsonList* const list = value->list()) {
-      for (std::size_t i = 0; i < list->size(); ++i) waiting.push_back({&list->mutable_item(i), true});
+ private:
+  void relax_parts() {
+    std::vector<Part> waiting = {{&root_, "", true, true}};
+    while (!waiting.empty()) {
+      const Part part = waiting.back();
+      waiting.pop_back();
+      if (JsonList* const list = part.value->list()) {
+        for (std::size_t i = 0; i < list->size(); ++i) {
+          waiting.push_back({&list->mutable_item(i), part.key, part.is_schema, part.is_root});
+        }
+      }
+      if (part.value->object() != nullptr) relax(part, *part.value->object(), waiting);
     }
-    if (object == nullptr) continue;
-    if (is_schema) relax(*object);
-    for (const values::JsonField& field : *object) {
+  }
+
+  // Relaxes a schema but not what is in it, which is to wait.
+  void relax(const Part& part, JsonObject& object, std::vector<Part>& waiting) {
+    const bool is_root = part.is_root || (part.is_schema && is_opened(part.key));
+    if (part.is_schema) relax_keywords(object, is_root);
+    for (const values::JsonField& field : object) {
       const std::string_view key = field.key.view();
-      if (is_schema && (holds(kForeign, key) || (key == "$id" && value != &root))) return std::nullopt;
-      if (is_schema && key == "$ref") references.emplace_back(field.value.string().value_or(""));
-      if (!is_schema || !holds(kValues, key)) {
-        waiting.push_back({object->find_mutable(key), !is_schema || !holds(kNames, key)});
-      }
+      if (part.is_schema && is_one_of(key, "$ref", "$dynamicRef", "$recursiveRef"))
+        follow(field.value, is_root);
+      if (part.is_schema && is_one_of(key, "enum", "const", "default", "examples")) continue;
+      const bool has_names = is_one_of(key, "properties", "patternProperties", "$defs", "definitions");
+      waiting.push_back({object.find_mutable(key), key, !part.is_schema || !has_names,
+                         part.is_schema && is_root && is_one_of(key, "allOf", "anyOf")});
     }
   }
-  return references;
-}
 
-// Allows "next_steps" at the root and wherever that leads. Returns false if there are too many places.
-bool open_root(JsonValue& root) {
-  std::vector<std::string> places = {"#"};
-  for (std::size_t i = 0; i < places.size(); ++i) {
-    if (places.size() > kMaxPlaces) return false;
-    const std::string place = places[i];
-    JsonValue* const value = at_pointer(root, place);
-    JsonObject* const schema = value == nullptr ? nullptr : value->object();
-    if (schema == nullptr) continue;
-    const auto lead_to = [&](std::string next) {
-      if (std::find(places.begin(), places.end(), next) == places.end()) places.push_back(std::move(next));
+  static void relax_keywords(JsonObject& schema, bool is_root) {
+    for (const std::string_view key : kDropped) schema.remove(key);
+    if (auto one_of = schema.remove("oneOf")) {  // several of the relaxed schemas may fit
+      JsonList all_of;
+      if (auto any_of = schema.remove("anyOf")) all_of.push_back(JsonObject{{"anyOf", *std::move(any_of)}});
+      if (auto others = schema.remove("allOf")) all_of.push_back(JsonObject{{"allOf", *std::move(others)}});
+      schema.set("anyOf", *std::move(one_of));
+      if (!all_of.empty()) schema.set("allOf", std::move(all_of));
+    }
+    for (const std::string_view key : {"enum", "const"}) {
+      if (JsonValue* value = schema.find_mutable(key))
+        *value = module::without_null_fields(std::move(*value));
+    }
+    if (!is_root) return;
+    for (const std::string_view key : kDroppedAtRoot) schema.remove(key);
+    if (JsonObject* const properties = object_at(schema, "properties")) properties->remove("next_steps");
+  }
+
+  // Notes where a reference leads.
+  void follow(const JsonValue& reference, bool is_root) {
+    const std::string pointer = std::string(reference.string().value_or("")) + "/";
+    const auto passes = [&](std::string_view key) {
+      return pointer.find("/" + std::string(key) + "/") != std::string::npos;
     };
-    for (const std::string_view key : kDroppedAtRoot) schema->remove(key);
-    if (JsonValue* names = schema->find_mutable("properties"); names != nullptr && names->object() != nullptr)
-      names->object()->remove("next_steps");
-    if (const auto reference = std::as_const(*schema)["$ref"].string()) lead_to(std::string(*reference));
-    for (const char* const key : {"allOf", "anyOf"}) {
-      const JsonList* const list = std::as_const(*schema)[key].list();
-      for (std::size_t item = 0; list != nullptr && item < list->size(); ++item) {
-        lead_to(place + "/" + key + "/" + std::to_string(item));
-      }
-    }
+    for (const std::string_view key : kDropped) is_lost_ |= passes(key);
+    is_lost_ |=
+        passes("oneOf") || pointer.starts_with("#/additionalProp") || pointer.starts_with("#/patternProp");
+    if (!is_root || pointer == "#/") return;
+    const std::size_t name = pointer.rfind('/', pointer.size() - 2) + 1;
+    const bool is_name = pointer.starts_with("#/") && pointer.find_first_of("~%") == std::string::npos &&
+                         pointer.find_first_not_of("0123456789/", name) != std::string::npos;
+    opened_.insert(is_name && opened_.size() < kMaxOpened ? pointer.substr(name, pointer.size() - name - 1)
+                                                          : "");
   }
-  return true;
-}
 
-// Returns false if the schema refers to what it has not.
-bool widen(JsonValue& root) {
-  const std::optional<std::vector<std::string>> references = relax_all(root);
-  if (!references || !open_root(root)) return false;
-  const auto leads = [&](const std::string& each) { return at_pointer(root, each) != nullptr; };
-  return std::all_of(references->begin(), references->end(), leads);
-}
+  // Whether a reference from the root leads to the schema under this key, or may do so.
+  bool is_opened(std::string_view key) const { return opened_.contains("") || opened_.contains(key); }
 
-void describe_next_steps(JsonObject& schema) {
-  JsonValue* properties = schema.find_mutable("properties");
-  if (properties == nullptr || properties->object() == nullptr) schema.set("properties", JsonObject());
-  schema.find_mutable("properties")
-      ->object()
-      ->set("next_steps",
-            JsonObject{{"description", "Calls that may be made next: a list of {tool, args, reason}"}});
-}
+  static constexpr std::size_t kMaxOpened = 16;
+
+  JsonValue root_;
+  std::set<std::string, std::less<>> opened_;  // "" for everything
+  bool is_lost_ = false;                       // a reference may lead to what is dropped
+};
 
 }  // namespace
 
 JsonObject widened_schema(JsonObject schema) {
-  JsonValue root(std::move(schema));
-  if (!widen(root)) root = JsonObject{{"type", "object"}};
-  describe_next_steps(*root.object());
-  return std::move(*root.object());
+  return Widening(std::move(schema)).result();
 }
 
 }  // namespace next_steps_proxy
