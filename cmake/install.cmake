@@ -28,7 +28,8 @@ endif()
 configure_file(cmake/next_steps.pc.in next_steps.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/next_steps.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT dev)
 
-install(FILES schemas/finished_answer.schema.json DESTINATION ${CMAKE_INSTALL_DATADIR}/next_steps COMPONENT dev)
+install(FILES schemas/catalogue.schema.json schemas/finished_answer.schema.json
+  DESTINATION ${CMAKE_INSTALL_DATADIR}/next_steps COMPONENT dev)
 
 if(TARGET next-steps)
   install(TARGETS next-steps RUNTIME COMPONENT program)

@@ -71,6 +71,57 @@ class OwnIndex final : public models::Repository {
 };
 // [index]
 
+// [catalogue]
+constexpr const char* kTracker = R"({
+  "hit_lists": ["issues"],
+  "counts": [["page", "total"]],
+  "arguments": {
+    "number": {"answer": "number", "hit": "number"},
+    "label": {"hit": ["label", "name"], "request": "label"}
+  },
+  "next_steps": {
+    "issues": [
+      {"tool": "issue", "args": {"view": "detail"}, "takes": "number", "reason": "The first issue in full"},
+      {"tool": "issues", "takes": {"labels": ["label"]}, "reason": "All issues with its label"}
+    ],
+    "issue": [
+      {"tool": "comments", "takes": {"issue_number": "number"}, "reason": "What was said about it"}
+    ]
+  },
+  "signals": {
+    "issues": {"hits_at_least": 50, "tool": "labels", "reason": "{hits} issues: choose a label"}
+  },
+  "misses": {
+    "symbol": {
+      "near": {"tool": "issues", "takes": {"labels": ["fqn"]}},
+      "none": {"tool": "labels"}
+    }
+  }
+}
+)";
+// [catalogue]
+
+// [tracker]
+next_steps::Catalogue catalogue_of(const char* json) {
+  const JsonValue value = vantrex::adapters::from_nlohmann(nlohmann::ordered_json::parse(json));
+  return next_steps::Catalogue::from_json(*value.object());
+}
+
+JsonObject issues(const JsonObject& request, const next_steps::Catalogue& catalogue) {
+  const JsonObject first{{"number", 7}, {"label", JsonObject{{"name", "crash"}}}};
+  JsonObject answer{{"issues", JsonList::of(first)}, {"page", JsonObject{{"total", 61}}}};
+  return next_steps::finish_answer(std::move(answer), "issues",
+                                   {.arguments = &request, .catalogue = &catalogue});
+}
+
+JsonObject unknown_label(std::string_view wanted, const models::Repository& labels,
+                         const next_steps::Catalogue& catalogue) {
+  JsonObject answer;
+  next_steps::suggest_symbols(answer, labels, wanted, "", &catalogue);
+  return next_steps::finish_answer(std::move(answer), "issues", {.catalogue = &catalogue});
+}
+// [tracker]
+
 // [budget]
 JsonList verdicts(const JsonObject& answer) {
   const auto explained = next_steps::explain_answer(answer, "symbol", {.action = "detail"});
@@ -151,6 +202,11 @@ int main() {
   print(ready({{"status"}, {"symbol", "detail"}}));
   print(explore("how is a file read?"));
   print(not_found({{"fqn", "pkg.parser"}}, index));
+  const next_steps::Catalogue tracker = catalogue_of(kTracker);
+  print(issues({{"label", "crash"}}, tracker));
+  models::InMemoryRepository labels;
+  labels.add_symbol({.fqn = "crash", .name = "crash"});
+  print(unknown_label("crush", labels, tracker));
   print({{"why",
           verdicts({{"fqn", "pkg.mod.parse"}, {"file", "pkg/mod.py"}, {"note", std::string(150, '.')}})}});
   print({{"row", row({"io", "text"}, Access::open)}, {"second tag", tag(row({"io"}, std::nullopt), 1)}});

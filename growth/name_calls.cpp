@@ -12,6 +12,7 @@
 #include "requests/json_reader.h"
 #include "requests/served_tool_text.h"
 #include "vantrex/logging/quoted_literal.h"
+#include "vantrex/tool_handlers/next_steps/explanation.h"
 #include "vantrex/values/text_forms.h"
 #include "vantrex/workers/name_lookup.h"
 #include "vantrex/workers/name_parts.h"
@@ -64,8 +65,13 @@ Miss long_in_index(const std::string& text) {
 Miss almost_part(const std::string& text) {
   return {text + "!", index_of({"!" + text + text})};
 }
+// The wanted name is a part of the other up to its first letter.
+Miss almost_tail(const std::string& text) {
+  return {"!" + text, index_of({text + text + "!"})};
+}
+// A few edits lead from one to the other.
 Miss alike(const std::string& text) {
-  return {text + "!", index_of({text + "?", "?" + text, "!" + text + "!!"})};
+  return {text + "!", index_of({"?" + text})};
 }
 
 template <auto nearest, Miss (*miss_of)(const std::string&)>
@@ -132,6 +138,13 @@ Work suggest(const std::string& lines, std::string_view wanted) {
   };
 }
 
+// Asks for an answer in which the text stands as it is.
+Work reply_to_lossy(const std::string& text) {
+  return [line = R"({"id":1,"lossy":true,"tool":"git","response":{"x":")" + text + R"("}})"] {
+    keep(next_steps_requests::reply_to(line, 1, {}));
+  };
+}
+
 template <Miss (*miss_of)(const std::string&)>
 Work suggest(const std::string& text) {
   const Miss miss = miss_of(text);
@@ -169,15 +182,20 @@ constexpr std::array kCalls = {
     Call{Kind::name, "nearest_symbols of a long name", look_up<workers::nearest_symbols, long_wanted>},
     Call{Kind::name, "nearest_symbols in long names", look_up<workers::nearest_symbols, long_in_index>},
     Call{Kind::name, "nearest_symbols of almost a part", look_up<workers::nearest_symbols, almost_part>},
+    Call{Kind::name, "nearest_symbols of almost a tail", look_up<workers::nearest_symbols, almost_tail>},
     Call{Kind::name, "nearest_symbols of a name alike", look_up<workers::nearest_symbols, alike>},
     Call{Kind::name, "nearest_paths of a long path", look_up<workers::nearest_paths, long_wanted>},
     Call{Kind::name, "nearest_paths in long paths", look_up<workers::nearest_paths, long_in_index>},
-    Call{Kind::name, "nearest_paths of almost a part", look_up<workers::nearest_paths, almost_part>},
     Call{Kind::name, "nearest_paths of a path alike", look_up<workers::nearest_paths, alike>},
+    Call{Kind::name, "explain_answer of a long tool", of_text<[](std::string_view text) {
+           return tool_handlers::next_steps::explain_answer(JsonObject(), text, {.action = text});
+         }>},
+    Call{Kind::name, "reply_to, lossy", reply_to_lossy},
     Call{Kind::name, "reply_to, a long name wanted", suggest<long_wanted>},
     Call{Kind::name, "reply_to, long names in the index", suggest<long_in_index>},
     Call{Kind::name, "code_index, a long name wanted", serve<long_wanted>},
     Call{Kind::name, "code_index, almost a part wanted", serve<almost_part>},
+    Call{Kind::name, "code_index, almost a tail wanted", serve<almost_tail>},
 
     Call{Kind::index, "read_ctags_index",
          [](const std::string& lines) -> Work {

@@ -29,13 +29,14 @@ void RequestOptions::add_to(CLI::App& parser, const std::string& action_help) {
   parser.add_option("--action", action_, action_help)->type_name("ACTION");
   parser.add_option("--arguments", arguments_, "The request's arguments, an object")->type_name("JSON");
   parser.add_option("--freshness", freshness_, "The freshness block, an object")->type_name("JSON");
-  serves_.add_to(parser);
+  server_.add_to(parser);
 }
 
-requests::Request RequestOptions::read() const {
+requests::Request RequestOptions::read() {
   requests::Request request;
   request.action = action_;
-  request.serves = serves_.set();
+  request.serves = server_.serves();
+  request.catalogue = server_.catalogue();
   request.arguments = option_object("--arguments", arguments_);
   request.freshness = option_object("--freshness", freshness_);
   return request;
@@ -66,7 +67,7 @@ void AnswerOptions::add_to(CLI::App& parser) {
       ->type_name("");
 }
 
-requests::Request AnswerOptions::read() const {
+requests::Request AnswerOptions::read() {
   requests::Request request = request_.read();
   request.tool = tool_;
   request.response = read_answer(file_);

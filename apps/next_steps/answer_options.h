@@ -9,7 +9,7 @@
 #include <string_view>
 
 #include "next_steps/names.h"
-#include "next_steps/serves_option.h"
+#include "next_steps/server_options.h"
 #include "requests/input.h"
 #include "requests/request.h"
 
@@ -19,20 +19,20 @@ class App;
 
 namespace next_steps_program {
 
-// --action, --arguments, --freshness and --serves.
+// --action, --arguments, --freshness, --serves and --catalogue.
 class RequestOptions {
  public:
   // `action_help` describes --action.
   void add_to(CLI::App& parser, const std::string& action_help);
 
   // Returns a request without a tool and an answer. It refers to this object.
-  requests::Request read() const;
+  requests::Request read();
 
  private:
   std::optional<std::string> action_;
   std::string arguments_ = "null";
   std::string freshness_ = "null";
-  ServesOption serves_;
+  ServerOptions server_;
 };
 
 // Returns the answer in `file`; "-" and "" are standard input.
@@ -47,7 +47,7 @@ class AnswerOptions {
   void add_to(CLI::App& parser);
 
   // Returns the request with the answer, which is read now. It refers to this object.
-  requests::Request read() const;
+  requests::Request read();
 
  private:
   std::string tool_;

@@ -22,14 +22,15 @@ namespace {
 struct BatchOptions {
   std::string file;
   std::string index;
-  ServesOption serves;
+  ServerOptions server;
   bool lossy = false;
 };
 
-ExitStatus batch(const BatchOptions& options) {
+ExitStatus batch(BatchOptions& options) {
   std::optional<requests::IndexFile> index;
   if (!options.index.empty()) index.emplace(options.index);
-  const requests::ReplyContext context{options.serves.set(), index ? &*index : nullptr, options.lossy};
+  const requests::ReplyContext context{options.server.serves(), index ? &*index : nullptr, options.lossy,
+                                       options.server.catalogue()};
   requests::Output output;
   requests::Input input(options.file);
   announce(input, "requests, one per line,");
@@ -62,7 +63,7 @@ Command add_batch(CLI::App& program) {
                    "The index for misses; it is read again when the file is replaced")
       ->check([](const std::string& file) { return file.empty() || file == "-" ? "must be a file" : ""; })
       ->type_name("INDEX");
-  options->serves.add_to(*parser);
+  options->server.add_to(*parser);
   parser->add_flag("--lossy", options->lossy,
                    "Replace ill-formed UTF-8 and lone surrogates, as \"lossy\": true does");
   parser->footer(std::string(requests::kRequestForms) +

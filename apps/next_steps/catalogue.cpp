@@ -9,9 +9,11 @@
 
 #include "next_steps/catalogue_graph.h"
 #include "next_steps/command.h"
+#include "next_steps/print_answer.h"
+#include "next_steps/server_options.h"
 #include "next_steps/server_tables.h"
-#include "next_steps/serves_option.h"
 #include "requests/output.h"
+#include "vantrex/logging/quoted_literal.h"
 #include "vantrex/tool_handlers/next_steps.h"
 #include "vantrex/tool_handlers/next_steps/tables.h"
 #include "vantrex/values/text_forms.h"
@@ -26,9 +28,17 @@ namespace {
 
 using Cells = std::vector<std::string>;
 
+// Returns `cell` on one line, with escaped "|".
+std::string cell_text(const std::string& cell) {
+  std::string text;
+  for (const char byte : vantrex::logging::printable(cell))
+    text += byte == '|' ? "\\|" : std::string(1, byte);
+  return text;
+}
+
 std::string table_row(const Cells& cells) {
   std::string row = "|";
-  for (const std::string& cell : cells) row += ' ' + cell + " |";
+  for (const std::string& cell : cells) row += ' ' + cell_text(cell) + " |";
   return row + '\n';
 }
 
@@ -60,8 +70,8 @@ std::string takes_cell(const module::Call& call) {
   for (const module::Argument& each : call.takes) {
     const std::string_view kind = kind_name(each);
     if (!cell.empty()) cell += ", ";
-    if (each.name.view() != kind) cell += code(each.name.view()) + " from ";
-    cell += code(kind);
+    if (each.in_list || each.name.view() != kind) cell += code(each.name.view()) + " from ";
+    cell += code(each.in_list ? '[' + std::string(kind) + ']' : std::string(kind));
   }
   return cell.empty() ? "nothing" : cell;
 }
@@ -115,12 +125,18 @@ std::string limits() {
 }
 
 struct CatalogueOptions {
-  ServesOption serves;
+  ServerOptions server;
   bool graph = false;
+  bool json = false;
 };
 
-ExitStatus catalogue(const CatalogueOptions& options) {
-  const ServerTables tables(options.serves, module::tables_of(nullptr));
+ExitStatus catalogue(CatalogueOptions& options) {
+  const module::Catalogue* own = options.server.catalogue();
+  if (options.json) {
+    print_answer((own == nullptr ? module::Catalogue() : *own).to_json(), true);
+    return ExitStatus::done;
+  }
+  const ServerTables tables(options.server, module::tables_of(own));
   requests::Output output;
   if (options.graph) {
     output.write(catalogue_graph(tables));
@@ -131,7 +147,7 @@ ExitStatus catalogue(const CatalogueOptions& options) {
                "\n## Signals\n\nA kind that begins with `asked_` is taken from the request or, if that has "
                "none, from the answer.\n\n" +
                signals(tables));
-  if (options.serves.set() != nullptr) output.write("\n## Without a follow-up\n\n" + dead_ends(tables));
+  if (options.server.serves() != nullptr) output.write("\n## Without a follow-up\n\n" + dead_ends(tables));
   output.write("\n## Limits\n\n" + limits());
   output.flush();
   return ExitStatus::done;
@@ -142,8 +158,10 @@ ExitStatus catalogue(const CatalogueOptions& options) {
 Command add_catalogue(CLI::App& program) {
   auto options = std::make_shared<CatalogueOptions>();
   CLI::App* parser = program.add_subcommand("catalogue", "Print the tables of steps as Markdown");
-  options->serves.add_to(*parser);
+  options->server.add_to(*parser);
   parser->add_flag("--graph", options->graph, "Print them as an SVG picture instead");
+  parser->add_flag("--json", options->json, "Print them in the format of --catalogue instead")
+      ->excludes("--graph");
   parser->footer(
       "With --serves, prints only the answers that the server gives and the steps that it has,\n"
       "and lists the answers that never get a step.");

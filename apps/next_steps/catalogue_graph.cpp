@@ -7,6 +7,8 @@
 #include <utility>
 #include <vector>
 
+#include "vantrex/logging/quoted_literal.h"
+
 namespace next_steps_program {
 
 namespace {
@@ -133,11 +135,21 @@ class Graph {
     return ' ' + std::string(name) + "=\"" + value + '"';
   }
 
+  // Returns `name` as XML text on one line.
+  static std::string xml_text(const std::string& name) {
+    std::string text;
+    for (const char byte : vantrex::logging::printable(name)) {
+      text += byte == '<' ? "&lt;" : byte == '&' ? "&amp;" : std::string(1, byte);
+    }
+    return text;
+  }
+
   static std::string box(std::size_t x, std::size_t y, const std::string& name, bool leads_on) {
     return "  <rect" + attribute("x", number(x)) + attribute("y", number(y)) +
            attribute("width", number(kBoxWidth)) + attribute("height", number(kBoxHeight)) +
            attribute("rx", "4") + (leads_on ? "" : attribute("class", "end")) + "/><text" +
-           attribute("x", number(x + 8)) + attribute("y", number(y + 14)) + ">" + name + "</text>\n";
+           attribute("x", number(x + 8)) + attribute("y", number(y + 14)) + ">" + xml_text(name) +
+           "</text>\n";
   }
 
   static std::string path(std::size_t from, std::size_t to, bool is_signal) {

@@ -30,7 +30,7 @@ Colour wanted_colour() {
   return !refused && !is_dumb && ::isatty(STDOUT_FILENO) == 1 ? Colour::verdicts : Colour::none;
 }
 
-ExitStatus explain(const ExplainOptions& options) {
+ExitStatus explain(ExplainOptions& options) {
   const module::Explanation explained = explanation_of(options.answer.read());
   if (options.json || options.pretty) {
     print_answer(explained.to_dict(), options.pretty);

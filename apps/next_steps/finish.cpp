@@ -16,7 +16,7 @@ struct FinishOptions {
   bool pretty = false;
 };
 
-ExitStatus finish(const FinishOptions& options) {
+ExitStatus finish(FinishOptions& options) {
   print_answer(answer_to(options.answer.read()), options.pretty);
   return ExitStatus::done;
 }

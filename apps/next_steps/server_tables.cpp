@@ -34,8 +34,8 @@ bool contains(const std::vector<AnswerOf>& answers, const AnswerOf& wanted) {
 
 }  // namespace
 
-ServerTables::ServerTables(const ServesOption& serves, const module::Tables& tables)
-    : tables_(tables), serves_(serves.set()), answers_(answers_of(tables, serves.tools())) {
+ServerTables::ServerTables(const ServerOptions& server, const module::Tables& tables)
+    : tables_(tables), serves_(server.serves()), answers_(answers_of(tables, server.tools())) {
   for (const AnswerOf& each : answers_) {
     used_rows_.insert(tables.usual_row(each.tool, each.action));
     used_signals_.insert(tables.signal_row(each.tool, each.action));

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "next_steps/names.h"
-#include "next_steps/serves_option.h"
+#include "next_steps/server_options.h"
 #include "vantrex/tool_handlers/next_steps/rules.h"
 
 namespace next_steps_program {
@@ -27,7 +27,7 @@ struct AnswerOf {
 class ServerTables {
  public:
   // `tables` must outlive this object.
-  ServerTables(const ServesOption& serves, const module::Tables& tables);
+  ServerTables(const ServerOptions& server, const module::Tables& tables);
 
   // The rows in the order of the tables, and the calls of a row.
   std::vector<const module::UsualRow*> rows() const;

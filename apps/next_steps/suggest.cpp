@@ -33,7 +33,7 @@ models::InMemoryRepository read_index(const std::string& file) {
   return requests::read_ctags_index(input);
 }
 
-ExitStatus suggest(const SuggestOptions& options) {
+ExitStatus suggest(SuggestOptions& options) {
   requests::Request request = options.request.read();
   request.miss = {*requests::wanted_named(options.what), options.name};
   const models::InMemoryRepository index = read_index(options.index);
@@ -71,10 +71,7 @@ Command add_suggest(CLI::App& program) {
                    "The answer, an object; standard input if FILE is -, {} if it is missing")
       ->type_name("");
   parser->add_flag("--pretty", options->pretty, "Indent the finished answer");
-  parser->footer(
-      "--serves and --arguments do not change the step: a miss always offers its own.\n"
-      "Universal Ctags makes the index:\n  " +
-      std::string(requests::kCtagsCommand));
+  parser->footer("Universal Ctags makes the index:\n  " + std::string(requests::kCtagsCommand));
   parser->callback([options] {
     if (options->index == "-" && options->file == "-") {
       throw CLI::ValidationError("--index", "the index and the answer cannot both be standard input");

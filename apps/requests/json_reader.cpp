@@ -20,6 +20,7 @@ using SizeType = std::size_t;
 
 #include "requests/number_text.h"
 #include "requests/text_faults.h"
+#include "vantrex/values/text_forms.h"
 
 namespace next_steps_requests {
 
@@ -54,8 +55,14 @@ constexpr unsigned kFlags = rapidjson::kParseInsituFlag | rapidjson::kParseItera
 class TreeBuilder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, TreeBuilder> {
  public:
   // `members`, which may be null, receives the fields of the outermost object.
-  TreeBuilder(std::string_view text, Encoding encoding, std::vector<MemberOffset>* members)
-      : text_(text), copy_(text), stream_(copy_.data()), encoding_(encoding), members_(members) {
+  TreeBuilder(std::string_view text, Encoding encoding, std::vector<MemberOffset>* members,
+              RepeatedKeys repeated = RepeatedKeys::replace)
+      : text_(text),
+        copy_(text),
+        stream_(copy_.data()),
+        encoding_(encoding),
+        members_(members),
+        repeated_(repeated) {
     if (encoding == Encoding::lossy) replace_lone_surrogates(copy_);
   }
 
@@ -75,6 +82,10 @@ class TreeBuilder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, TreeB
   bool EndArray(std::size_t /*count*/) { return close(); }
   bool Key(const char* bytes, std::size_t size, bool /*copy*/) {
     open_.back().key = text({bytes, size});
+    if (repeated_ == RepeatedKeys::are_errors &&
+        std::as_const(open_.back().container).object()->contains(open_.back().key.view())) {
+      reject(stream_.Tell(), "repeated key " + values::compact_text(open_.back().key));
+    }
     if (members_ != nullptr && open_.size() == 1) {
       members_->push_back({open_.back().key, stream_.Tell()});
     }
@@ -164,6 +175,7 @@ class TreeBuilder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, TreeB
   Stream stream_;
   Encoding encoding_;
   std::vector<MemberOffset>* members_;
+  RepeatedKeys repeated_;
   std::vector<Open> open_;
   JsonValue root_;
   bool is_cut_ = false;  // the field that was read last may go on: neither a comma nor a brace follows it
@@ -231,8 +243,8 @@ JsonValue read_json(std::string_view text) {
   return TreeBuilder(text, Encoding::strict, nullptr).build();
 }
 
-JsonObject read_json_object(std::string_view text, std::string_view what) {
-  return object_of(read_json(text), text, what);
+JsonObject read_json_object(std::string_view text, std::string_view what, RepeatedKeys repeated) {
+  return object_of(TreeBuilder(text, Encoding::strict, nullptr, repeated).build(), text, what);
 }
 
 ObjectReading read_members(std::string_view text, std::string_view what, Encoding encoding) {

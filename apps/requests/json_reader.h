@@ -59,9 +59,16 @@ enum class Encoding : std::uint8_t {
 // Returns the value that `text` holds. Throws JsonError and std::bad_alloc.
 values::JsonValue read_json(std::string_view text);
 
+// What becomes of a key that an object already has.
+enum class RepeatedKeys : std::uint8_t {
+  replace,  // it keeps its first position and gets its last value
+  are_errors,
+};
+
 // The same for a text that must hold an object. `what` names the object in the error, for
 // example "an answer".
-values::JsonObject read_json_object(std::string_view text, std::string_view what);
+values::JsonObject read_json_object(std::string_view text, std::string_view what,
+                                    RepeatedKeys repeated = RepeatedKeys::replace);
 
 // A field of the outermost object, and the offset of its key in the text.
 struct MemberOffset {

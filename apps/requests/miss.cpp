@@ -58,10 +58,10 @@ std::string_view default_action(Wanted wanted) {
 }
 
 void add_nearest(values::JsonObject& response, const Repository& index, const Miss& miss,
-                 std::string_view action) {
+                 std::string_view action, const module::Catalogue* catalogue) {
   const Row& row = row_of(miss.wanted);
   if (row.is_held(index, miss.name)) throw NoMiss("no miss: the index holds this " + std::string(row.name));
-  row.suggest(response, index, miss.name, action, nullptr);
+  row.suggest(response, index, miss.name, action, catalogue);
 }
 
 }  // namespace next_steps_requests

@@ -9,6 +9,7 @@
 
 #include "requests/names.h"
 #include "vantrex/models/repository.h"
+#include "vantrex/tool_handlers/next_steps/catalogue.h"
 #include "vantrex/values/json_value.h"
 
 namespace next_steps_requests {
@@ -33,9 +34,9 @@ class NoMiss : public std::invalid_argument {
   using std::invalid_argument::invalid_argument;
 };
 
-// Adds the nearest names in `index` to `response`, the answer to a call of `action`. Throws NoMiss and
-// std::bad_alloc.
+// Adds the nearest names in `index` to `response`, the answer to a call of `action`, with the step of
+// `catalogue`; null for the module's. Throws NoMiss and std::bad_alloc.
 void add_nearest(values::JsonObject& response, const models::Repository& index, const Miss& miss,
-                 std::string_view action);
+                 std::string_view action, const module::Catalogue* catalogue);
 
 }  // namespace next_steps_requests

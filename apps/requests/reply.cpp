@@ -27,6 +27,7 @@ JsonObject enveloped(std::optional<JsonValue> id, std::string_view name, JsonObj
 
 JsonObject answer(Members& members, const ReplyContext& context) {
   Request request = request_of(members, context.serves);
+  request.catalogue = context.catalogue;
   if (!request.miss) return answer_to(std::move(request));
   if (context.index == nullptr) {
     members.reject("suggest", "needs an index; next-steps batch takes one with --index FILE");

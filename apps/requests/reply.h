@@ -11,15 +11,17 @@
 #include "requests/index_file.h"
 #include "requests/json_reader.h"
 #include "requests/names.h"
+#include "vantrex/tool_handlers/next_steps/catalogue.h"
 #include "vantrex/tool_handlers/next_steps/served_tools.h"
 
 namespace next_steps_requests {
 
 // What the requests of a client share. Borrows what it refers to.
 struct ReplyContext {
-  const module::ServedTools* serves = nullptr;  // for requests without "serves"; null for every tool
-  IndexFile* index = nullptr;                   // for misses; null without an index
-  bool lossy = false;                           // for requests without "lossy"
+  const module::ServedTools* serves = nullptr;   // for requests without "serves"; null for every tool
+  IndexFile* index = nullptr;                    // for misses; null without an index
+  bool lossy = false;                            // for requests without "lossy"
+  const module::Catalogue* catalogue = nullptr;  // null for the module's tables
 };
 
 struct Reply {

@@ -25,7 +25,7 @@ JsonObject answer_to(Request request, const models::Repository* index) {
   if (request.miss) {
     request.tool = tool_of(request.miss->wanted);
     if (!request.action) request.action = default_action(request.miss->wanted);
-    add_nearest(request.response, *index, *request.miss, *request.action);
+    add_nearest(request.response, *index, *request.miss, *request.action, request.catalogue);
   }
   return module::finish_answer(std::move(request.response), request.tool, options_of(request));
 }

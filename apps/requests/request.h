@@ -21,6 +21,7 @@ struct Request {
   const module::ServedTools* serves = nullptr;         // borrowed
   const module::Catalogue* catalogue = nullptr;        // borrowed; null for the module's tables
   std::optional<module::ServedTools> own_serves = {};  // replaces `serves` if the request itself has a set
+  const module::Catalogue* catalogue = nullptr;        // borrowed; null for the module's tables
   std::optional<Miss> miss = {};
   bool explain = false;  // asks for the explanation instead
 };

@@ -4,6 +4,7 @@
 #include <stdexcept>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "requests/served_tool_text.h"
 
@@ -21,16 +22,16 @@ std::string string_of(const JsonValue& value) {
 
 // Returns the set that the list "serves" names.
 module::ServedTools served_tools(const JsonList& names, const Members& members) {
-  module::ServedTools served;
+  std::vector<module::ServedTool> served;
   for (const JsonValue& each : names) {
     if (!each.string()) members.reject("serves", "must be a list of strings");
     try {
-      served.add(read_served_tool(*each.string()));
+      served.push_back(read_served_tool(*each.string()));
     } catch (const std::invalid_argument& error) {
       members.reject("serves", std::string("is wrong: ") + error.what());
     }
   }
-  return served;
+  return module::ServedTools(std::move(served));
 }
 
 // Rejects members that are neither common to all requests nor among `own`.

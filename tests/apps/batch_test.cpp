@@ -130,6 +130,10 @@ TEST(Batch, AgreesWithTheNaiveImplementation) {
     expected += fuzz::naive::json_text(fuzz::naive::finish(request).answer) + '\n';
   }
   const std::string out = run("next-steps batch", input).out;
+  // The built-in tables as a catalogue of the server's own.
+  const char* with_own =
+      "own=$(dirname $0)/own; next-steps catalogue --json >$own; next-steps batch --catalogue $own";
+  EXPECT_TRUE(run(with_own, input).out == out);
   const auto equal = std::ranges::mismatch(out, expected).in1 - out.begin();
   EXPECT_TRUE(out == expected) << "they differ in line "
                                << 1 + std::count(out.begin(), out.begin() + equal, '\n');

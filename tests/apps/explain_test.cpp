@@ -99,9 +99,9 @@ TEST(Catalogue, IsThatOfTheServer) {
 | `symbol:detail` | none |  |  |
 | `file` | `symbol` `detail` | `fqn` | Details of the best hit |
 | `quality:circular_deps` | none |  |  |
-| `search:symbols` | 0 hits and `query` | `search` | `{"action":"semantic","query":"QUERY"}` | No hits: search by meaning |
-| `search:code` | 0 hits and `query` | `search` | `{"action":"semantic","query":"QUERY"}` | No hits: search by meaning |
-| `search:definition` | 0 hits and `query` | `search` | `{"action":"semantic","query":"QUERY"}` | No hits: search by meaning |
+| `search:symbols` | 0 hits | `search` `semantic` | `query` from `asked_query` | No hits: search by meaning |
+| `search:code` | 0 hits | `search` `semantic` | `query` from `asked_query` | No hits: search by meaning |
+| `search:definition` | 0 hits | `search` `semantic` | `query` from `asked_query` | No hits: search by meaning |
 - `symbol` `detail`
 - `mine`
 - `quality` `circular_deps`

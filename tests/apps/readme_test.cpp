@@ -45,6 +45,8 @@ TEST(Documents, ShowTheirExamplesAndWhatTheyPrint) {
     for (const std::string& block : blocks(row.document, row.output)) printed += block;
     EXPECT_EQ(printed, run(NEXT_STEPS_EXAMPLES "/" + row.example).out);
   }
+  const std::string catalogue = read_file(NEXT_STEPS_ROOT "/examples/catalogues/issues.json");
+  EXPECT_NE(read_file(NEXT_STEPS_ROOT "/docs/guide.md").find("R\"(" + catalogue + ")\""), std::string::npos);
 }
 
 TEST(Documents, ShowTheSchemaOfFinishedAnswers) {
@@ -68,9 +70,13 @@ TEST(Readme, PicturesAnAnswerAsItIs) {
   EXPECT_EQ(pictured(picture, "after"), parse(after));
 }
 
-TEST(Readme, ShowsWhatTheCommandsPrint) {
-  const std::vector<std::string> sessions = blocks("README.md", "console");
-  ASSERT_FALSE(sessions.empty());
+TEST(Documents, ShowWhatTheCommandsPrint) {
+  std::vector<std::string> sessions;
+  for (const char* document : {"README.md", "docs/guide.md"}) {
+    const std::vector<std::string> found = blocks(document, "console");
+    ASSERT_FALSE(found.empty());
+    sessions.insert(sessions.end(), found.begin(), found.end());
+  }
   for (const std::string& session : sessions) {
     std::string printed;
     for (std::size_t at = 0; (at = session.find("$ ", at)) != std::string::npos; ++at) {

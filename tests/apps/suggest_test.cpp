@@ -54,10 +54,12 @@ path 0.0 | [] | files | {} | No indexed file is near 0.0
     EXPECT_EQ(ran.out, compact_text(expected) + "\n") << row.at(0);
     EXPECT_EQ(ran.err + std::to_string(ran.status), "0") << row.at(0);
   }
-  EXPECT_EQ(
-      suggest("path 0.0 --serves a --arguments '{}' --freshness '{\"b\":1}' $(dirname $0)/answer.json").out,
-      R"({"found":false,"rest":1,"did_you_mean":[],"freshness":{"b":1},"next_steps":[{"tool":"files","args":{},)"
-      "\"reason\":\"No indexed file is near 0.0\"}]}\n");
+  const std::string missed = R"({"found":false,"rest":1,"did_you_mean":[],"freshness":{"b":1})";
+  const std::string options = " --arguments '{}' --freshness '{\"b\":1}' $(dirname $0)/answer.json";
+  EXPECT_EQ(suggest("path 0.0 --serves file" + options).out, missed + "}\n");
+  EXPECT_EQ(suggest("path 0.0 --serves files" + options).out,
+            missed + R"(,"next_steps":[{"tool":"files","args":{},)" +
+                "\"reason\":\"No indexed file is near 0.0\"}]}\n");
   EXPECT_EQ(suggest("path 0.0 --pretty | head -2").out, "{\n  \"found\": false,\n");
 }
 

@@ -46,7 +46,7 @@ check_optimisation() {
 
 cmake --install "$build" --prefix installed/static --component dev
 check_installed static
-cmp moved/static/share/next_steps/finished_answer.schema.json "$root/schemas/finished_answer.schema.json"
+diff -r moved/static/share/next_steps "$root/schemas"
 (cd moved/static/include && find . -name '*.h' -printf '#include "%P"\n') >headers.cpp
 "$compiler" -std=c++20 -Imoved/static/include -fsyntax-only headers.cpp
 

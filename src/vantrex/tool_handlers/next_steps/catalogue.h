@@ -31,8 +31,8 @@ class NEXT_STEPS_API Catalogue {
   /// The module's own tables.
   Catalogue() noexcept = default;
 
-  /// The catalogue that `json` describes, in the format of docs/catalogue.md. Throws CatalogueError and
-  /// std::bad_alloc.
+  /// The catalogue that `json` describes. The chapter "Your tools have other names" of docs/guide.md explains
+  /// the format. Throws CatalogueError and std::bad_alloc.
   static Catalogue from_json(values::JsonObject json);
 
   /// The catalogue in the format of from_json. Throws std::bad_alloc.

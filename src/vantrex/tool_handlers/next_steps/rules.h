@@ -64,10 +64,13 @@ std::string_view kind_name(const Argument& argument) noexcept;
 // Whether the value may come from a hit, so that an answer with 0 hits gives none.
 bool takes_from_hits(const Argument& argument) noexcept;
 
+// Clang 14 does not link a default member that is a literal.
+inline constexpr values::TextLiteral kNoReason = "";
+
 // A call that may follow an answer.
 struct Call {
   values::TextArgument tool;
-  values::TextArgument reason = "";
+  values::TextArgument reason = kNoReason;
   std::optional<values::TextLiteral> action = std::nullopt;  // a constant argument
   const values::JsonObject* args = nullptr;                  // further constant arguments, or null
   std::span<const Argument> takes = {};

@@ -1,4 +1,4 @@
-#include "next_steps/serves_option.h"
+#include "next_steps/server_options.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -6,6 +6,8 @@
 
 #include <CLI/CLI.hpp>
 
+#include "next_steps/usage.h"
+#include "requests/catalogue_file.h"
 #include "requests/served_tool_text.h"
 
 namespace next_steps_program {
@@ -25,20 +27,28 @@ std::vector<module::ServedTool> read_served_tools(std::string_view text) {
 
 }  // namespace
 
-void ServesOption::add_to(CLI::App& parser) {
+void ServerOptions::add_to(CLI::App& parser) {
   const auto parse = [this](const std::string& text) {
     try {
       tools_ = read_served_tools(text);
     } catch (const std::invalid_argument& error) {
       throw CLI::ValidationError("--serves", error.what());
     }
-    set_.emplace();
-    for (const module::ServedTool& each : tools_) set_->add(each);
+    serves_.emplace(tools_);
   };
   parser
       .add_option_function<std::string>("--serves", parse,
                                         "What the server has: whole tools, and single actions")
       ->type_name("TOOL[:ACTION],...");
+  parser
+      .add_option("--catalogue", catalogue_file_, "The server's own catalogue, instead of the built-in one")
+      ->check(refuse_empty)
+      ->type_name("FILE");
+}
+
+const module::Catalogue* ServerOptions::catalogue() {
+  if (!catalogue_ && !catalogue_file_.empty()) catalogue_ = requests::read_catalogue(catalogue_file_);
+  return catalogue_ ? &*catalogue_ : nullptr;
 }
 
 }  // namespace next_steps_program
