@@ -2,7 +2,6 @@
 #include "proxy/proxy.h"
 
 #include <memory>
-#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -10,61 +9,37 @@
 #include <CLI/CLI.hpp>
 
 #include "next_steps/command.h"
-#include "next_steps/names.h"
-#include "next_steps/serves_option.h"
-#include "next_steps/usage.h"
-#include "requests/failures.h"
-#include "requests/input.h"
-#include "requests/json_reader.h"
-#include "vantrex/tool_handlers/next_steps/catalogue.h"
+#include "next_steps/server_options.h"
 
 namespace next_steps_program {
 
 namespace {
 
-struct Options {
-  std::string catalogue;
-  ServesOption serves;
+struct ProxyOptions {
+  ServerOptions server;
   bool compact = false;
   std::vector<std::string> command;
 };
 
-module::Catalogue read_catalogue(const std::string& file) {
-  requests::Input input(file);
-  const std::string text = input.read_all();
-  try {
-    return module::Catalogue::from_json(requests::read_json_object(text, "a catalogue"));
-  } catch (const requests::JsonError& error) {
-    throw requests::InputRejected(file, error.place().line, error.place().column, error.what());
-  } catch (const module::CatalogueError& error) {
-    throw requests::InputRejected(file, error.what());
-  }
-}
-
-ExitStatus proxy(const Options& options) {
-  std::optional<module::Catalogue> catalogue;
-  if (!options.catalogue.empty()) catalogue = read_catalogue(options.catalogue);
-  // The server's own exit status is the program's.
+// The exit status of the server is that of the program.
+ExitStatus proxy(ProxyOptions& options) {
   return static_cast<ExitStatus>(next_steps_proxy::run_proxy(
-      options.command, {catalogue ? &*catalogue : nullptr, options.serves.set(), options.compact}));
+      options.command, {options.server.catalogue(), options.server.serves(), options.compact}));
 }
 
 }  // namespace
 
 Command add_proxy(CLI::App& program, std::vector<std::string> server) {
-  auto options = std::make_shared<Options>();
+  auto options = std::make_shared<ProxyOptions>();
   options->command = std::move(server);
   CLI::App* parser =
       program.add_subcommand("proxy", "Finish the answers of a tool server on the way to its client");
-  parser->add_option("--catalogue", options->catalogue, "The tables of the server's steps")
-      ->check(refuse_empty)
-      ->type_name("FILE");
-  options->serves.add_to(*parser);
+  options->server.add_to(*parser);
   parser->add_flag("--compact", options->compact,
-                   "Finish the answers of all tools, also of those without steps");
+                   "Finish the answers of all tools, also of those without rows");
   parser->footer(
       "After the options comes the server: -- COMMAND [ARGUMENT...]\n"
-      "It is started without a shell. Its exit status is that of the program, or 128 + n after signal n.");
+      "It is started without a shell. Its exit status, or 128 + n after signal n, is that of the program.");
   parser->callback([options] {
     if (options->command.empty()) throw CLI::RequiredError("-- COMMAND");
   });

@@ -19,7 +19,6 @@ struct Request {
   std::optional<values::JsonObject> arguments;
   values::JsonValue freshness;                         // an object or null
   const module::ServedTools* serves = nullptr;         // borrowed
-  const module::Catalogue* catalogue = nullptr;        // borrowed; null for the module's tables
   std::optional<module::ServedTools> own_serves = {};  // replaces `serves` if the request itself has a set
   const module::Catalogue* catalogue = nullptr;        // borrowed; null for the module's tables
   std::optional<Miss> miss = {};
