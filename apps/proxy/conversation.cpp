@@ -63,10 +63,8 @@ void Conversation::call(std::string_view line, const std::string& id, std::strin
 
 void Conversation::list(const std::string& id, std::string_view parameters) {
   if (id.empty()) return;
-  const auto cursor = string_in(members_of(parameters, {"cursor"})[0]);
-  in_flight_[id] = [this, before = tools_.pages_before(cursor)](std::string_view answer) mutable {
-    return tools_.add_page(answer, std::move(before));
-  };
+  in_flight_[id] = [this, cursor = string_in(members_of(parameters, {"cursor"})[0])](
+                       std::string_view answer) { return tools_.add_page(answer, cursor); };
 }
 
 std::optional<std::string> Conversation::from_server(std::string_view line) {

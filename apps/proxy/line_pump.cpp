@@ -67,8 +67,9 @@ bool LinePump::read() {
 
 void LinePump::rewrite_lines() {
   std::size_t end = 0;
-  while ((end = buffer_.find('\n', std::max(ready_, searched_))) != std::string::npos) {
+  while ((end = buffer_.find('\n', searched_)) != std::string::npos) {
     ready_ += rewrite_line(end - ready_) + 1;
+    searched_ = ready_;  // the new line may be shorter
   }
 }
 

@@ -13,12 +13,13 @@
 namespace next_steps_proxy {
 
 using values::JsonList;
+using values::JsonObject;
 using values::JsonValue;
 
 namespace {
 
 // Adds the tool, or each of the actions that its schema lists.
-void add(const JsonValue& tool, ListedTools& tools) {
+void add(const JsonValue& tool, std::vector<module::ServedTool>& tools) {
   const std::string name(tool.at_path("name").string().value_or(""));
   const JsonList* const actions = tool.at_path("inputSchema", "properties", "action", "enum").list();
   if (actions == nullptr) return tools.push_back({name});
@@ -39,33 +40,29 @@ bool ToolList::touches(std::string_view tool) const {
          std::any_of(tables.signals.begin(), tables.signals.end(), is_signal);
 }
 
-std::optional<ListedTools> ToolList::pages_before(std::optional<std::string_view> cursor) {
-  if (!cursor) return ListedTools();
-  if (!unfinished_ || unfinished_->first != *cursor) return std::nullopt;
-  std::optional<ListedTools> tools = std::move(unfinished_->second);
-  unfinished_.reset();
-  return tools;
-}
-
-std::optional<std::string> ToolList::add_page(std::string_view line, std::optional<ListedTools> before) {
+std::optional<std::string> ToolList::add_page(std::string_view line,
+                                              const std::optional<std::string>& cursor) {
   const JsonValue message = requests::read_json(line);
-  const JsonValue& result = message.at_path("result");
-  const JsonList* const tools = result.at_path("tools").list();
+  const JsonList* const tools = message.at_path("result", "tools").list();
   if (tools == nullptr) return std::nullopt;
-  const std::vector<std::string_view> spans =
-      items_of(members_of(members_of(line, {"result"})[0], {"tools"})[0]);
+  const auto [page] = members_of(members_of(line, {"result"})[0], {"tools"});
+  const std::vector<std::string_view> spans = items_of(page);
+  std::vector<module::ServedTool> listed;
   std::vector<NewValue> changes;
   for (std::size_t i = 0; i < tools->size(); ++i) {
     const JsonValue& tool = (*tools)[i];
-    if (before) add(tool, *before);
-    const values::JsonObject* const schema = tool.at_path("outputSchema").object();
+    add(tool, listed);
+    const JsonObject* const schema = tool.at_path("outputSchema").object();
     if (schema == nullptr || !touches(tool.at_path("name").string().value_or(""))) continue;
     changes.push_back(
         {members_of(spans[i], {"outputSchema"})[0], values::compact_text(widened_schema(*schema))});
   }
-  const std::string_view next = result.at_path("nextCursor").string().value_or("");
-  if (before && !next.empty()) unfinished_.emplace(next, *std::move(before));
-  if (before && next.empty()) listed_ = module::ServedTools(*std::move(before));
+  if (!cursor || cursor == next_page_) {
+    if (!cursor) pages_.clear();
+    pages_.insert(pages_.end(), listed.begin(), listed.end());
+    next_page_ = message.at_path("result", "nextCursor").string();
+    if (!next_page_) listed_ = module::ServedTools(std::exchange(pages_, {}));
+  }
   return changes.empty() ? std::nullopt : std::optional(spliced(line, std::move(changes)));
 }
 

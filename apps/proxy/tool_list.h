@@ -4,7 +4,6 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 #include "proxy/names.h"
@@ -20,9 +19,6 @@ struct ProxyOptions {
   bool compact = false;                          // whether the answers of all tools are finished
 };
 
-// The tools on the pages of a list so far.
-using ListedTools = std::vector<module::ServedTool>;
-
 class ToolList {
  public:
   // Keeps a copy of the options.
@@ -36,19 +32,16 @@ class ToolList {
     return options_.serves != nullptr ? options_.serves : &listed_;
   }
 
-  // Returns what precedes the page that a request asks for: nothing if no page has led to this cursor.
-  // Without a cursor, a new list begins.
-  std::optional<ListedTools> pages_before(std::optional<std::string_view> cursor);
-
-  // Takes the page in `line`, a response, after `before`. Returns the line with widened output schemas, or
-  // nothing if none changes. Throws JsonError and std::bad_alloc.
-  std::optional<std::string> add_page(std::string_view line, std::optional<ListedTools> before);
+  // Takes the page in `line`, the response to a request for the page at `cursor`; the first page has none.
+  // The page of another list than the last one does not count. Returns the line with widened output schemas,
+  // or nothing if none changes. Throws JsonError and std::bad_alloc.
+  std::optional<std::string> add_page(std::string_view line, const std::optional<std::string>& cursor);
 
  private:
   ProxyOptions options_;
   module::ServedTools listed_;
-  // The cursor of the next page, and what precedes it.
-  std::optional<std::pair<std::string, ListedTools>> unfinished_;
+  std::vector<module::ServedTool> pages_;  // of a list that is not complete
+  std::optional<std::string> next_page_;   // the cursor of its next page
 };
 
 }  // namespace next_steps_proxy
