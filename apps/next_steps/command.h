@@ -5,6 +5,8 @@
 #pragma once
 
 #include <functional>
+#include <string>
+#include <vector>
 
 namespace CLI {
 class App;
@@ -28,6 +30,8 @@ Command add_batch(CLI::App& program);
 Command add_suggest(CLI::App& program);
 Command add_explain(CLI::App& program);
 Command add_catalogue(CLI::App& program);
+// `server` is the command that starts the server.
+Command add_proxy(CLI::App& program, std::vector<std::string> server);
 Command add_help(CLI::App& program);
 
 }  // namespace next_steps_program

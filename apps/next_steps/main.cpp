@@ -36,8 +36,11 @@ ExitStatus run(int argument_count, char** arguments) {
   program.failure_message(usage_message);
   program.footer(
       "Exit status: 0 done, 1 input rejected, 2 wrong usage, 3 input or output failed, or out of memory.");
-  const std::vector<Command> commands = {add_finish(program),  add_batch(program),     add_suggest(program),
-                                         add_explain(program), add_catalogue(program), add_help(program)};
+  const std::vector<Command> commands = {
+      add_finish(program),    add_batch(program),
+      add_suggest(program),   add_explain(program),
+      add_catalogue(program), add_proxy(program, take_server(argument_count, arguments)),
+      add_help(program)};
   try {
     if (argument_count == 1) throw CLI::CallForHelp();
     program.parse(reversed_arguments(program, argument_count, arguments));

@@ -112,6 +112,15 @@ std::vector<std::string> reversed_arguments(const CLI::App& program, int count, 
   return all;
 }
 
+std::vector<std::string> take_server(int& count, char** arguments) {
+  if (count < 2 || std::string_view(arguments[1]) != "proxy") return {};
+  const auto is_mark = [](std::string_view word) { return word == "--"; };
+  char** const mark = std::find_if(arguments, arguments + count, is_mark);
+  std::vector<std::string> server(std::min(mark + 1, arguments + count), arguments + count);
+  count = static_cast<int>(mark - arguments);
+  return server;
+}
+
 std::string usage_message(const CLI::App* program, const CLI::Error& error) {
   return what_is_wrong(*program, error) + "\nRun with --help for more information.\n";
 }

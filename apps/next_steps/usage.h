@@ -15,6 +15,10 @@ namespace next_steps_program {
 // because CLI11 would take the next argument as its value. Throws std::bad_alloc.
 std::vector<std::string> reversed_arguments(const CLI::App& program, int count, char** arguments);
 
+// Takes the words from "--" on off the arguments of `proxy`, and returns those after it. CLI11 would change
+// some: "[a,b]" becomes two. Throws std::bad_alloc.
+std::vector<std::string> take_server(int& count, char** arguments);
+
 // Returns the message about a command line that `program` could not parse. It names the first word that is
 // unknown and the nearest known one, or an option that is given twice. Throws std::bad_alloc.
 std::string usage_message(const CLI::App* program, const CLI::Error& error);

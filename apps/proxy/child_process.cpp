@@ -1,0 +1,65 @@
+#include "proxy/child_process.h"
+
+#include <cerrno>
+#include <fcntl.h>
+#include <spawn.h>
+#include <unistd.h>
+
+#include <sys/wait.h>
+
+#include "proxy/names.h"
+#include "requests/failures.h"
+
+namespace next_steps_proxy {
+
+Pipe::Pipe() {
+  if (::pipe2(ends_.data(), O_CLOEXEC) != 0) throw requests::IoFailed("a pipe");
+}
+
+Pipe::~Pipe() {
+  close_source();
+  close_sink();
+}
+
+void Pipe::close(std::size_t end) noexcept {
+  if (ends_[end] >= 0) ::close(ends_[end]);
+  ends_[end] = -1;
+}
+
+ChildProcess::ChildProcess(const std::vector<std::string>& command, const sigset_t& mask) {
+  std::vector<char*> words;
+  for (const std::string& word : command)
+    words.push_back(const_cast<char*>(word.c_str()));  // NOLINT(*-const-cast)
+  words.push_back(nullptr);
+  sigset_t broken_pipe;
+  ::sigemptyset(&broken_pipe);
+  ::sigaddset(&broken_pipe, SIGPIPE);
+  posix_spawn_file_actions_t files;
+  ::posix_spawn_file_actions_init(&files);
+  ::posix_spawn_file_actions_adddup2(&files, input_.source(), STDIN_FILENO);
+  ::posix_spawn_file_actions_adddup2(&files, output_.sink(), STDOUT_FILENO);
+  posix_spawnattr_t attributes;
+  ::posix_spawnattr_init(&attributes);
+  ::posix_spawnattr_setflags(&attributes,
+                             POSIX_SPAWN_SETPGROUP | POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
+  ::posix_spawnattr_setsigmask(&attributes, &mask);
+  ::posix_spawnattr_setsigdefault(&attributes, &broken_pipe);
+  const int error = ::posix_spawnp(&process_, words.front(), &files, &attributes, words.data(), environ);
+  ::posix_spawnattr_destroy(&attributes);
+  ::posix_spawn_file_actions_destroy(&files);
+  errno = error;
+  if (error != 0) throw requests::IoFailed(command.front());
+  input_.close_source();
+  output_.close_sink();
+  ::fcntl(input_.sink(), F_SETFL, O_NONBLOCK);  // NOLINT(*-vararg)
+}
+
+std::optional<int> ChildProcess::exit_status() const noexcept {
+  siginfo_t ending = {};
+  // The process is left as a zombie, so that no other one gets its number.
+  ::waitid(P_PID, static_cast<id_t>(process_), &ending, WEXITED | WNOHANG | WNOWAIT);
+  if (ending.si_pid == 0) return std::nullopt;
+  return ending.si_code == CLD_EXITED ? ending.si_status : 128 + ending.si_status;
+}
+
+}  // namespace next_steps_proxy

@@ -1,0 +1,42 @@
+// The messages between a client and a tool server.
+//
+// Which calls are in flight, and what becomes of the answers to them. An id belongs to the client's requests;
+// a server's own requests have other ones. Threads: one at a time.
+#pragma once
+
+#include <functional>
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "proxy/tool_list.h"
+#include "requests/request.h"
+
+namespace next_steps_proxy {
+
+class Conversation {
+ public:
+  explicit Conversation(const ProxyOptions& options) : options_(options), tools_(options) {}
+
+  // Takes note of a line from the client. Throws JsonError and std::bad_alloc; the line then has no effect.
+  void from_client(std::string_view line);
+
+  // Returns what is to be passed on in place of a line from the server, or nothing if that is the line
+  // itself. Throws JsonError and std::bad_alloc.
+  std::optional<std::string> from_server(std::string_view line);
+
+ private:
+  // Returns the line that replaces the answer, or nothing.
+  using OnAnswer = std::function<std::optional<std::string>(std::string_view line)>;
+
+  void call(std::string_view line, const std::string& id, std::string_view parameters);
+  void list(const std::string& id, std::string_view parameters);
+  OnAnswer take(std::string_view answer);
+
+  ProxyOptions options_;
+  ToolList tools_;
+  std::map<std::string, OnAnswer> in_flight_;  // by the JSON text of the id
+};
+
+}  // namespace next_steps_proxy

@@ -1,0 +1,80 @@
+#include "proxy/finished_result.h"
+
+#include <cstddef>
+#include <utility>
+#include <vector>
+
+#include "proxy/json_spans.h"
+#include "proxy/names.h"
+#include "requests/json_reader.h"
+#include "vantrex/values/text_forms.h"
+
+namespace next_steps_proxy {
+
+using values::JsonList;
+using values::JsonObject;
+using values::JsonValue;
+
+namespace {
+
+// Whether the result is the whole answer of a call that succeeded.
+bool is_complete(const JsonObject& result) {
+  const JsonValue& failed = result["isError"];
+  const JsonValue& type = result["resultType"];
+  return (failed.is_null() || failed == false) && (type.is_null() || type == "complete");
+}
+
+// The position of the only text in the content, or nothing.
+std::optional<std::size_t> only_text(const JsonValue& content) {
+  std::optional<std::size_t> found;
+  if (content.list() == nullptr) return found;
+  for (std::size_t i = 0; i < content.list()->size(); ++i) {
+    if (content.at_path(i, "type") != "text") continue;
+    if (found) return std::nullopt;
+    found = i;
+  }
+  return found;
+}
+
+// The object whose JSON text `value` is, or nothing.
+std::optional<JsonObject> object_in(const JsonValue& value) {
+  const std::string_view text = value.string().value_or("");
+  if (!text.substr(std::min(text.find_first_not_of(" \t\r\n"), text.size())).starts_with('{')) return {};
+  try {
+    return requests::read_json_object(text, "an answer");
+  } catch (const requests::JsonError&) {
+    return std::nullopt;
+  }
+}
+
+bool are_equal(const JsonObject& a, const JsonObject& b) {
+  return a == b || values::canonical_text(a) == values::canonical_text(b);
+}
+
+}  // namespace
+
+std::optional<std::string> finished_result(std::string_view line, requests::Request request) {
+  JsonObject message = requests::read_json_object(line, "a message");
+  JsonObject* const result = message.find_mutable("result")->object();
+  if (result == nullptr || !is_complete(*result)) return std::nullopt;
+  const std::optional<std::size_t> text = only_text(std::as_const(*result)["content"]);
+  std::optional<JsonObject> told;
+  if (text) told = object_in(result->at_path("content", *text, "text"));
+  JsonValue* const structured = result->find_mutable("structuredContent");
+  JsonObject* const answer = structured == nullptr ? nullptr : structured->object();
+  if (answer == nullptr && !told) return std::nullopt;
+
+  const bool replaces_text = told && (answer == nullptr || are_equal(*told, *answer));
+  request.response = std::move(answer == nullptr ? *told : *answer);
+  const std::string finished = values::compact_text(requests::answer_to(std::move(request)));
+  const auto spans = members_of(members_of(line, {"result"})[0], {"structuredContent", "content"});
+  std::vector<NewValue> changes;
+  if (answer != nullptr) changes.push_back({spans[0], finished});
+  if (replaces_text) {
+    const std::string_view item = items_of(spans[1])[*text];
+    changes.push_back({members_of(item, {"text"})[0], values::compact_text(JsonValue(finished))});
+  }
+  return spliced(line, std::move(changes));
+}
+
+}  // namespace next_steps_proxy

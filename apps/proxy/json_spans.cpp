@@ -1,0 +1,121 @@
+#include "proxy/json_spans.h"
+
+#include <algorithm>
+#include <cstddef>
+
+#include "proxy/names.h"
+#include "requests/json_reader.h"
+
+namespace next_steps_proxy {
+
+namespace {
+
+constexpr std::string_view kSpace = " \t\r\n";
+
+// Which bytes end the search for the end of a number or a literal, and of a list or an object.
+constexpr auto kEnds = [] {
+  std::array<std::array<bool, 256>, 2> ends{};
+  for (const char each : {' ', '\t', '\r', '\n', ',', ':'}) ends[0][static_cast<unsigned char>(each)] = true;
+  for (const char each : {'"', '{', '}', '[', ']'}) {
+    ends[0][static_cast<unsigned char>(each)] = ends[1][static_cast<unsigned char>(each)] = true;
+  }
+  return ends;
+}();
+
+// Takes items off the front of a text.
+class Rest {
+ public:
+  explicit Rest(std::string_view text) : text_(text) {}
+
+  // Takes `byte` if that comes next, and returns whether it does.
+  bool take(char byte) {
+    text_.remove_prefix(std::min(text_.find_first_not_of(kSpace), text_.size()));
+    const bool is_next = text_.starts_with(byte);
+    text_.remove_prefix(is_next ? 1 : 0);
+    return is_next;
+  }
+
+  // Takes a value; returns an empty span if none comes next.
+  std::string_view take_value() {
+    text_.remove_prefix(std::min(text_.find_first_not_of(kSpace), text_.size()));
+    std::size_t depth = 0;
+    std::size_t at = 0;
+    do {
+      if (at == text_.size()) break;
+      const char first = text_[at];
+      if (first == '"') {
+        at = string_end(at);
+      } else if (first == '{' || first == '[') {
+        ++depth;
+        ++at;
+      } else if (first == '}' || first == ']') {
+        if (depth == 0) break;
+        --depth;
+        ++at;
+      } else {
+        const auto& ends = kEnds[depth == 0 ? 0 : 1];
+        while (at != text_.size() && !ends[static_cast<unsigned char>(text_[at])]) ++at;
+      }
+    } while (depth > 0);
+    const std::string_view value = text_.substr(0, at);
+    text_.remove_prefix(at);
+    return value;
+  }
+
+ private:
+  // The end of the string at `begin`.
+  std::size_t string_end(std::size_t begin) const {
+    while ((begin = text_.find('"', begin + 1)) != std::string_view::npos) {
+      const std::size_t last = text_.find_last_not_of('\\', begin - 1);
+      if ((begin - last) % 2 == 1) return begin + 1;
+    }
+    return text_.size();
+  }
+
+  std::string_view text_;
+};
+
+bool is_key(std::string_view text, std::string_view key) {
+  if (text.find('\\') != std::string_view::npos) return requests::read_json(text) == key;
+  return text.size() == key.size() + 2 && text.substr(1, key.size()) == key;
+}
+
+}  // namespace
+
+void find_members(std::string_view text, std::span<const std::string_view> keys,
+                  std::span<std::string_view> values) {
+  Rest rest(text);
+  if (!rest.take('{')) return;
+  do {
+    const std::string_view key = rest.take_value();
+    if (!rest.take(':')) return;
+    const std::string_view value = rest.take_value();
+    for (std::size_t i = 0; i < keys.size(); ++i) {
+      if (is_key(key, keys[i])) values[i] = value;
+    }
+  } while (rest.take(','));
+}
+
+std::vector<std::string_view> items_of(std::string_view text) {
+  std::vector<std::string_view> items;
+  Rest rest(text);
+  if (!rest.take('[')) return items;
+  do {
+    items.push_back(rest.take_value());
+  } while (rest.take(','));
+  return items;
+}
+
+std::string spliced(std::string_view line, std::vector<NewValue> values) {
+  const auto is_before = [](const NewValue& a, const NewValue& b) { return a.old.data() < b.old.data(); };
+  std::sort(values.begin(), values.end(), is_before);
+  std::string text;
+  const char* at = line.data();
+  for (const NewValue& value : values) {
+    text.append(at, value.old.data()).append(value.text);
+    at = value.old.data() + value.old.size();
+  }
+  return text.append(at, line.data() + line.size());
+}
+
+}  // namespace next_steps_proxy

@@ -1,0 +1,14 @@
+// Short names of the namespaces that the proxy uses.
+#pragma once
+
+namespace next_steps_requests {}
+namespace vantrex::tool_handlers::next_steps {}
+namespace vantrex::values {}
+
+namespace next_steps_proxy {
+
+namespace module = vantrex::tool_handlers::next_steps;
+namespace requests = next_steps_requests;
+namespace values = vantrex::values;
+
+}  // namespace next_steps_proxy

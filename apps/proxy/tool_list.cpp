@@ -1,0 +1,69 @@
+#include "proxy/tool_list.h"
+
+#include <algorithm>
+#include <cstddef>
+
+#include "proxy/json_spans.h"
+#include "proxy/names.h"
+#include "proxy/widened_schema.h"
+#include "requests/json_reader.h"
+#include "vantrex/tool_handlers/next_steps/tables.h"
+#include "vantrex/values/text_forms.h"
+
+namespace next_steps_proxy {
+
+using values::JsonList;
+using values::JsonObject;
+using values::JsonValue;
+
+namespace {
+
+// Adds the tool, or each of the actions that its schema lists.
+void add(const JsonValue& tool, std::vector<module::ServedTool>& tools) {
+  const std::string name(tool.at_path("name").string().value_or(""));
+  const JsonList* const actions = tool.at_path("inputSchema", "properties", "action", "enum").list();
+  if (actions == nullptr) return tools.push_back({name});
+  for (const JsonValue& action : *actions) {
+    if (action.string()) tools.push_back({name, *action.string()});
+  }
+}
+
+}  // namespace
+
+bool ToolList::touches(std::string_view tool) const {
+  const module::Tables& tables = module::tables_of(options_.catalogue);
+  const auto is_of_tool = [tool](const auto& row) { return row.key.substr(0, row.key.find(':')) == tool; };
+  const auto is_signal = [&](const module::SignalRow& row) {
+    return row.signal != nullptr && is_of_tool(row);
+  };
+  return options_.compact || std::any_of(tables.usual.begin(), tables.usual.end(), is_of_tool) ||
+         std::any_of(tables.signals.begin(), tables.signals.end(), is_signal);
+}
+
+std::optional<std::string> ToolList::add_page(std::string_view line,
+                                              const std::optional<std::string>& cursor) {
+  const JsonValue message = requests::read_json(line);
+  const JsonList* const tools = message.at_path("result", "tools").list();
+  if (tools == nullptr) return std::nullopt;
+  const auto [page] = members_of(members_of(line, {"result"})[0], {"tools"});
+  const std::vector<std::string_view> spans = items_of(page);
+  std::vector<module::ServedTool> listed;
+  std::vector<NewValue> changes;
+  for (std::size_t i = 0; i < tools->size(); ++i) {
+    const JsonValue& tool = (*tools)[i];
+    add(tool, listed);
+    const JsonObject* const schema = tool.at_path("outputSchema").object();
+    if (schema == nullptr || !touches(tool.at_path("name").string().value_or(""))) continue;
+    changes.push_back(
+        {members_of(spans[i], {"outputSchema"})[0], values::compact_text(widened_schema(*schema))});
+  }
+  if (!cursor || cursor == next_page_) {
+    if (!cursor) pages_.clear();
+    pages_.insert(pages_.end(), listed.begin(), listed.end());
+    next_page_ = message.at_path("result", "nextCursor").string();
+    if (!next_page_) listed_ = module::ServedTools(std::exchange(pages_, {}));
+  }
+  return changes.empty() ? std::nullopt : std::optional(spliced(line, std::move(changes)));
+}
+
+}  // namespace next_steps_proxy

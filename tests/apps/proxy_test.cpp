@@ -1,0 +1,170 @@
+#include <chrono>
+#include <string>
+#include <string_view>
+
+#include <gtest/gtest.h>
+
+#include "apps/shell.h"
+#include "support/table.h"
+
+namespace vantrex::tests {
+namespace {
+
+// What `next-steps proxy` prints when the client's and the server's lines are `lines`, in turn: the server,
+// cat, sends back what it gets.
+std::string passed(const std::string& options, const std::string& lines) {
+  const Ran ran =
+      run("cat >$(dirname $0)/catalogue <<'END'\n"
+          R"({"next_steps": {"find": [{"tool": "open", "takes": "fqn", "reason": "Open"}], "act:go": [],
+          "list": [{"tool": "act", "args": {"action": "go"}, "reason": "Go"}]}})"
+          "\nEND\n"
+          "next-steps proxy --catalogue $(dirname $0)/catalogue " +
+              options + " -- cat",
+          lines);
+  EXPECT_EQ(ran.status, 0) << ran.err;
+  EXPECT_EQ(ran.err, "");
+  return ran.out;
+}
+
+std::string call(const std::string& id, const std::string& tool, const std::string& arguments = "{}") {
+  return R"({"params":{"name":")" + tool + R"(","arguments":)" + arguments +
+         R"(},"method":"tools\/call","id":)" + id + "}\n";
+}
+std::string answer(const std::string& id, const std::string& result) {
+  return R"({"result": )" + result + R"( , "id":)" + id + "}\r\n";
+}
+
+TEST(Proxy, FinishesTheAnswerOfAResult) {
+  // The tool that was called, its result, and the new result; "=" for the same.
+  for (const auto& row : table(R"(
+find | {"structuredContent": {"fqn": "a", "n": null}, "x" : 1} | {"structuredContent": {"fqn":"a","next_steps":[{"tool":"open","args":{"fqn":"a"},"reason":"Open"}]}, "x" : 1}
+find | {"content": [{"type": "text", "text": "{\n\"fqn\": \"a\\\"\"}" }]} | {"content": [{"type": "text", "text": "{\"fqn\":\"a\\\"\",\"next_steps\":[{\"tool\":\"open\",\"args\":{\"fqn\":\"a\\\"\"},\"reason\":\"Open\"}]}" }]}
+act | {"content":[{"type":"image"},{"type":"text","text":"{\"b\":1,\"a\":2,\"c\":null}"}],"structuredContent":{"c":null,"a":2,"b":1}} | {"content":[{"type":"image"},{"type":"text","text":"{\"a\":2,\"b\":1}"}],"structuredContent":{"a":2,"b":1}}
+act | {"content":[{"type":"text","text":"{}"}],"structuredContent":{"c":null},"resultType":"complete","isError":false} | {"content":[{"type":"text","text":"{}"}],"structuredContent":{},"resultType":"complete","isError":false}
+act | {"structuredContent":{"c":null},"structured\u0043ontent": {"d":null} } | {"structuredContent":{"c":null},"structured\u0043ontent": {} }
+other | {"structuredContent": {"n": null}} | =
+find | {"structuredContent": {"n": null}, "isError": true} | =
+find | {"structuredContent": {"n": null}, "resultType": "input_required"} | =
+find | {"structuredContent": [{"n": null}]} | =
+find | {"content": [{"type": "text", "text": "{}"}, {"type": "text", "text": "{}"}]} | =
+find | {"content": [{"type": "text", "text": "[{}]"}]} | =
+find | {"content": [{"type": "text", "text": "{} and more"}]} | =
+find | {"structuredContent": {"n": null, "s": "\ud800"}} | =
+find | null | =
+)")) {
+    const std::string sent = call("7", row[0]) + answer("7", row[1]);
+    const std::string expected = call("7", row[0]) + answer("7", row[2] == "=" ? row[1] : row[2]);
+    EXPECT_EQ(passed("--serves open", sent), expected);
+  }
+}
+
+TEST(Proxy, KnowsWhichCallIsAnswered) {
+  const std::string before = R"({"structuredContent": {"n": null}})";
+  const std::string after = R"({"structuredContent": {}})";
+  const std::string cancelled = R"({"method":"notifications/cancelled","params":{"requestId":"1"}})"
+                                "\n";
+  struct Row {
+    std::string client, id;
+    bool is_finished;
+  };
+  for (const Row& row : {Row{call("1", "act"), "1", true},
+                         {call("\"1\"", "act"), "1", false},
+                         {call(R"("\u00e9\/")", "act"), "\"é/\"", true},
+                         {call("1", "act") + cancelled, "1", true},
+                         {call("\"1\"", "act") + cancelled, "\"1\"", false},
+                         {call("1", "act") + answer("1", before).replace(2, 6, "error"), "1", false},
+                         {call("1", "act") + "[{\"id\":1}]\n", "1", true},
+                         {call("1", "act") + "[{\"id\":1,\"error\":0}]\n", "1", false},
+                         {call("1", "act") + "{\"method\":\"ping\",\"id\":1,\"result\":1}\n", "1", true},
+                         {call("null", "act") + call("true", "act"), "null", false}}) {
+    const std::string end = answer(row.id, row.is_finished ? after : before);
+    EXPECT_TRUE(passed("", row.client + answer(row.id, before)).ends_with("\n" + end)) << row.client;
+  }
+}
+
+TEST(Proxy, ServesTheToolsOfTheLastCompleteList) {
+  const auto list = [](const std::string& id, const std::string& cursor) {
+    return R"({"method":"tools/list","params":{)" + cursor + R"(},"id":)" + id + "}\n";
+  };
+  const std::string page =
+      R"({"tools":[{"name":"x"},{"name":"act","inputSchema":{"properties":{"action":{"enum":["go"]}}}}])";
+  const std::string none = R"({"tools":[])";
+  const std::string question = call("9", "list") + answer("9", R"({"structuredContent":{}})");
+  const std::string next = R"(,"nextCursor":"c"})";
+  const std::string second = R"("cursor":"c")";
+  struct Row {
+    std::string options, lines;
+    bool has_step;
+  };
+  for (const Row& row :
+       {Row{"", "", false},
+        {"--serves act:go", "", true},
+        {"--serves act:stop", list("1", "") + answer("1", page + "}"), false},
+        {"", list("1", "") + answer("1", page + "}"), true},
+        {"", list("1", "") + answer("1", page + next), false},
+        {"", list("1", "") + answer("1", page + next) + list("2", second) + answer("2", none + "}"), true},
+        {"", list("1", second) + answer("1", page + "}"), false},
+        {"", list("1", "") + answer("1", page + "}") + list("2", "") + answer("2", none + next), true},
+        {"", list("1", "") + answer("1", page + "}") + list("2", "") + answer("2", none + "}"), false}}) {
+    EXPECT_EQ(passed(row.options, row.lines + question).find("next_steps") != std::string::npos, row.has_step)
+        << row.lines;
+  }
+}
+
+TEST(Proxy, WidensTheSchemasOfFinishedTools) {
+  for (const auto& row : table(R"(
+{"required":["a"],"properties":{"required":{"oneOf":[{"minProperties":1}],"additionalProperties":false}},"additionalProperties":false} | {"properties":{"required":{"additionalProperties":false,"anyOf":[{}]},@}}
+{"$ref":"#/$defs/a","$defs":{"a":{"maxProperties":1,"allOf":[{"propertyNames":{}}]},"b":{"maxProperties":1}}} | {"$ref":"#/$defs/a","$defs":{"a":{"allOf":[{}]},"b":{"maxProperties":1}},"properties":{@}}
+{"anyOf":[{"const":1}],"oneOf":[{"not":{}}],"items":{"enum":[{"a":null}],"default":{"not":1}}} | {"items":{"enum":[{}],"default":{"not":1}},"anyOf":[{}],"allOf":[{"anyOf":[{}]}],"properties":{@}}
+{"$ref":"#there","items":{"maxProperties":1},"properties":{"next_steps":{"type":"null"}}} | {"$ref":"#there","items":{},"properties":{@}}
+{"items":{"$ref":"#/oneOf/0"}} | {"type":"object","properties":{@}}
+)")) {
+    const std::string request = R"({"method":"tools/list","id":1})"
+                                "\n";
+    const auto tools = [](const std::string& schema) {
+      return answer("1", R"({"tools":[{"name":"other","outputSchema":{"required":[]}}, {"outputSchema": )" +
+                             schema + R"( ,"name":"act"}]})");
+    };
+    std::string wide = row[1];
+    wide.replace(
+        wide.find('@'), 1,
+        R"("next_steps":{"description":"Calls that may be made next: a list of {tool, args, reason}"})");
+    EXPECT_EQ(passed("", request + tools(row[0])), request + tools(wide));
+  }
+}
+
+TEST(Proxy, EndsWithItsServer) {
+  for (const auto& row : table(R"(
+# the server | its input | the status | the output
+sh -c 'exit 7' |  | 7
+sh -c 'kill -9 $$' |  | 137
+sh -c 'printf "{\"half"; exit 3' | x | 3 | {"half
+sh -c 'sleep 100 & echo here' |  | 0 | here
+printf '<%s>' '[a,b]' '' --serves finish |  | 0 | <[a,b]><><--serves><finish>
+sh -c 'trap "" TERM; exec >&-; while :; do sleep 0.1; done' |  | 137
+sh -c 'trap "exit 5" TERM; while :; do sleep 0.1; done' | x | 5
+no-such-program |  | 3
+)")) {
+    const auto begin = std::chrono::steady_clock::now();
+    const Ran ran = run("next-steps proxy -- " + row[0], row[1]);
+    EXPECT_EQ(std::to_string(ran.status), row[2]) << row[0] << ran.err;
+    EXPECT_EQ(ran.out.substr(0, ran.out.find('\n')), row.size() == 4 ? row[3] : "") << row[0];
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(4)) << row[0];
+  }
+  const Ran told =
+      run("mkfifo $(dirname $0)/open; exec 3<>$(dirname $0)/open\n"
+          "next-steps proxy -- sh -c 'trap \"exit 6\" TERM; while :; do sleep 0.1; done' <&3 &\n"
+          "sleep 0.5; kill -TERM $!; wait $!");
+  EXPECT_EQ(told.status, 6) << told.err;
+}
+
+TEST(Proxy, PassesEachLineOnInTime) {
+  for (const char* const seed : {"1", "2", "3"}) {
+    const Ran ran =
+        run("python3 tests/apps/proxy_peers.py \"$(command -v next-steps)\" " + std::string(seed));
+    EXPECT_EQ(ran.status, 0) << ran.err;
+  }
+}
+
+}  // namespace
+}  // namespace vantrex::tests
