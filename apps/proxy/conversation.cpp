@@ -49,7 +49,7 @@ void Conversation::call(std::string_view line, const std::string& id, std::strin
   requests::Request request;
   request.tool = *tool;
   request.catalogue = options_.catalogue;
-  JsonValue* const arguments = message.find_mutable("params")->object()->find_mutable("arguments");
+  JsonValue* const arguments = message.find("params")->object()->find("arguments");
   if (arguments != nullptr && arguments->object() != nullptr) {
     request.arguments = std::move(*arguments->object());
     const auto action = std::as_const(*request.arguments)["action"].string();

@@ -29,7 +29,7 @@ std::optional<std::size_t> only_text(const JsonValue& content) {
   std::optional<std::size_t> found;
   if (content.list() == nullptr) return found;
   for (std::size_t i = 0; i < content.list()->size(); ++i) {
-    if (content.at_path(i, "type") != "text") continue;
+    if (content[i]["type"] != "text") continue;
     if (found) return std::nullopt;
     found = i;
   }
@@ -55,12 +55,12 @@ bool are_equal(const JsonObject& a, const JsonObject& b) {
 
 std::optional<std::string> finished_result(std::string_view line, requests::Request request) {
   JsonObject message = requests::read_json_object(line, "a message");
-  JsonObject* const result = message.find_mutable("result")->object();
+  JsonObject* const result = message.find("result")->object();
   if (result == nullptr || !is_complete(*result)) return std::nullopt;
   const std::optional<std::size_t> text = only_text(std::as_const(*result)["content"]);
   std::optional<JsonObject> told;
-  if (text) told = object_in(result->at_path("content", *text, "text"));
-  JsonValue* const structured = result->find_mutable("structuredContent");
+  if (text) told = object_in((*result)["content"][*text]["text"]);
+  JsonValue* const structured = result->find("structuredContent");
   JsonObject* const answer = structured == nullptr ? nullptr : structured->object();
   if (answer == nullptr && !told) return std::nullopt;
 

@@ -20,8 +20,8 @@ namespace {
 
 // Adds the tool, or each of the actions that its schema lists.
 void add(const JsonValue& tool, std::vector<module::ServedTool>& tools) {
-  const std::string name(tool.at_path("name").string().value_or(""));
-  const JsonList* const actions = tool.at_path("inputSchema", "properties", "action", "enum").list();
+  const std::string name(tool["name"].string().value_or(""));
+  const JsonList* const actions = tool["inputSchema"]["properties"]["action"]["enum"].list();
   if (actions == nullptr) return tools.push_back({name});
   for (const JsonValue& action : *actions) {
     if (action.string()) tools.push_back({name, *action.string()});
@@ -43,7 +43,7 @@ bool ToolList::touches(std::string_view tool) const {
 std::optional<std::string> ToolList::add_page(std::string_view line,
                                               const std::optional<std::string>& cursor) {
   const JsonValue message = requests::read_json(line);
-  const JsonList* const tools = message.at_path("result", "tools").list();
+  const JsonList* const tools = message["result"]["tools"].list();
   if (tools == nullptr) return std::nullopt;
   const auto [page] = members_of(members_of(line, {"result"})[0], {"tools"});
   const std::vector<std::string_view> spans = items_of(page);
@@ -52,15 +52,15 @@ std::optional<std::string> ToolList::add_page(std::string_view line,
   for (std::size_t i = 0; i < tools->size(); ++i) {
     const JsonValue& tool = (*tools)[i];
     add(tool, listed);
-    const JsonObject* const schema = tool.at_path("outputSchema").object();
-    if (schema == nullptr || !touches(tool.at_path("name").string().value_or(""))) continue;
+    const JsonObject* const schema = tool["outputSchema"].object();
+    if (schema == nullptr || !touches(tool["name"].string().value_or(""))) continue;
     changes.push_back(
         {members_of(spans[i], {"outputSchema"})[0], values::compact_text(widened_schema(*schema))});
   }
   if (!cursor || cursor == next_page_) {
     if (!cursor) pages_.clear();
     pages_.insert(pages_.end(), listed.begin(), listed.end());
-    next_page_ = message.at_path("result", "nextCursor").string();
+    next_page_ = message["result"]["nextCursor"].string();
     if (!next_page_) listed_ = module::ServedTools(std::exchange(pages_, {}));
   }
   return changes.empty() ? std::nullopt : std::optional(spliced(line, std::move(changes)));

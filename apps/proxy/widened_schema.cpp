@@ -40,7 +40,7 @@ bool is_one_of(std::string_view key, const Keys&... keys) {
 }
 
 JsonObject* object_at(JsonObject& parent, std::string_view key) {
-  JsonValue* const value = parent.find_mutable(key);
+  JsonValue* const value = parent.find(key);
   return value == nullptr ? nullptr : value->object();
 }
 
@@ -78,7 +78,7 @@ class Widening {
       waiting.pop_back();
       if (JsonList* const list = part.value->list()) {
         for (std::size_t i = 0; i < list->size(); ++i) {
-          waiting.push_back({&list->mutable_item(i), part.key, part.is_schema, part.is_root});
+          waiting.push_back({list->find(i), part.key, part.is_schema, part.is_root});
         }
       }
       if (part.value->object() != nullptr) relax(part, *part.value->object(), waiting);
@@ -95,7 +95,7 @@ class Widening {
         follow(field.value, is_root);
       if (part.is_schema && is_one_of(key, "enum", "const", "default", "examples")) continue;
       const bool has_names = is_one_of(key, "properties", "patternProperties", "$defs", "definitions");
-      waiting.push_back({object.find_mutable(key), key, !part.is_schema || !has_names,
+      waiting.push_back({object.find(key), key, !part.is_schema || !has_names,
                          part.is_schema && is_root && is_one_of(key, "allOf", "anyOf")});
     }
   }
@@ -110,8 +110,7 @@ class Widening {
       if (!all_of.empty()) schema.set("allOf", std::move(all_of));
     }
     for (const std::string_view key : {"enum", "const"}) {
-      if (JsonValue* value = schema.find_mutable(key))
-        *value = module::without_null_fields(std::move(*value));
+      if (JsonValue* value = schema.find(key)) *value = module::without_null_fields(std::move(*value));
     }
     if (!is_root) return;
     for (const std::string_view key : kDroppedAtRoot) schema.remove(key);
