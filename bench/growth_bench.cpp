@@ -1,8 +1,8 @@
 // Benchmarks of growth: the time of a life by the size of its answer, by its number of fields or own steps,
-// and with a second thread; the time of a name lookup by the size of the index.
+// and with a second thread.
 //
-// Names are growth/SIZE/CONTENDER, threads/JOB/CONTENDER and lookup/INDEX/CONTENDER. The counter `items` is
-// the number of bytes, fields, steps or queries of one run.
+// Names are growth/SIZE/CONTENDER and threads/JOB/CONTENDER. The counter `items` is the number of bytes,
+// fields or steps of one run.
 #include <array>
 #include <string>
 #include <vector>
@@ -14,14 +14,12 @@
 #include "register.h"
 #include "vantrex/tool_handlers/next_steps.h"
 #include "vantrex/tool_handlers/tool_result.h"
-#include "vantrex/workers/name_lookup.h"
 #include "words.h"
 
 namespace vantrex::bench {
 
 namespace {
 
-using models::InMemoryRepository;
 using tool_handlers::next_steps::finish_answer;
 using values::JsonList;
 using values::JsonObject;
@@ -81,32 +79,6 @@ void finish_shared_answer(benchmark::State& state) {
   for (auto _ : state) benchmark::DoNotOptimize(finish_answer(shared, "search"));
 }
 
-// An index of `size` names. With `alike` every name is near the others, which is the slowest case for a
-// lookup; otherwise names are like those of a real tree.
-InMemoryRepository index_of(std::size_t size, bool alike) {
-  InMemoryRepository index;
-  Random random(20);
-  for (std::size_t at = 0; at < size; ++at) {
-    const std::string name = alike ? "request_handler_" + std::to_string(1'000'000 + at * 7919 % size)
-                                   : function_name(random) + std::to_string(random.below(100));
-    index.add_symbol(
-        {joined({"acme.", class_name(random), ".", name}), name, "function", "acme/app.py", at + 1});
-  }
-  return index;
-}
-
-void look_up(benchmark::State& state, std::size_t size, bool alike) {
-  constexpr std::array<std::string_view, 6> kWanted = {
-      "index.flush_segmnt7",       "node.ReaderCache.load_cache12", "resolve_module_scope_99",
-      "cache.collect_grph_edge31", "graph.option.kubernetes",       "requst_handler_1500000"};
-  const InMemoryRepository index = index_of(size, alike);
-  state.counters["items"] = kWanted.size();
-  for (auto _ : state) {
-    for (const std::string_view wanted : kWanted)
-      benchmark::DoNotOptimize(workers::nearest_symbols(index, wanted));
-  }
-}
-
 void add_all() {
   constexpr std::array<std::pair<std::string_view, std::size_t>, 4> kSizes = {
       {{"1 KB", 1'000}, {"100 KB", 100'000}, {"10 MB", 10'000'000}, {"100 MB", 100'000'000}}};
@@ -123,10 +95,6 @@ void add_all() {
   add("threads/two, own lives/next_steps", run_separate_lives)->Threads(2);
   add("threads/one, one kept answer/next_steps", finish_shared_answer);
   add("threads/two, one kept answer/next_steps", finish_shared_answer)->Threads(2);
-  for (const std::size_t size : {5'000UL, 70'000UL, 1'000'000UL}) {
-    add("lookup/in " + std::to_string(size) + " names/next_steps", look_up, size, false);
-    add("lookup/in " + std::to_string(size) + " alike names/next_steps", look_up, size, true);
-  }
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 // name, in this order, and the output of the program.
 #include <cmath>
 #include <iostream>
+#include <memory>
 #include <mutex>
 #include <optional>
 #include <stdexcept>
@@ -12,6 +13,7 @@
 
 #include "vantrex/adapters/nlohmann_json.h"
 #include "vantrex/logging/logger.h"
+#include "vantrex/models/name_index.h"
 #include "vantrex/models/repository.h"
 #include "vantrex/tool_handlers/next_steps.h"
 
@@ -58,7 +60,7 @@ JsonObject not_found(const JsonObject& request, const models::Repository& index)
 // [misses]
 
 // [index]
-class OwnIndex final : public models::Repository {
+class OwnIndex : public models::Repository {
  public:
   void visit_symbols(const models::SymbolVisitor& visit) const override {
     if (is_locked) throw std::runtime_error("the index is locked");
@@ -70,6 +72,17 @@ class OwnIndex final : public models::Repository {
   bool is_locked = false;
 };
 // [index]
+
+// [names]
+class LargeIndex final : public OwnIndex {
+ public:
+  void read_names() { names_ = std::make_shared<const models::NameIndex>(*this); }
+  std::shared_ptr<const models::NameIndex> name_index() const override { return names_; }
+
+ private:
+  std::shared_ptr<const models::NameIndex> names_;
+};
+// [names]
 
 // [catalogue]
 constexpr const char* kTracker = R"({
@@ -143,7 +156,7 @@ JsonObject row(const std::vector<std::string>& tags, const std::optional<Access>
 }
 
 std::string tag(const JsonObject& row, unsigned position) {
-  return std::string(row.at_path("tags", position).string().value_or("none"));
+  return std::string(row["tags"][position].string().value_or("none"));
 }
 // [values]
 
@@ -202,6 +215,10 @@ int main() {
   print(ready({{"status"}, {"symbol", "detail"}}));
   print(explore("how is a file read?"));
   print(not_found({{"fqn", "pkg.parser"}}, index));
+  LargeIndex large;
+  large.read_names();
+  large.is_locked = true;
+  print(not_found({{"fqn", "pkg.parser"}}, large));
   const next_steps::Catalogue tracker = catalogue_of(kTracker);
   print(issues({{"label", "crash"}}, tracker));
   models::InMemoryRepository labels;

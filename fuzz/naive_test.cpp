@@ -65,7 +65,7 @@ TEST(FinishAnswer, EqualsTheNaiveImplementationOfAThousandOwnSteps) {
     values::JsonList own;
     for (int place = 0; place < 1000; ++place) own.push_back(next_steps::step("t", std::to_string(place)));
     const Request request = {
-        {{"next_steps", own}, {"text", std::string(text_bytes, 't')}}, "other", {}, {}, {}};
+        {{"next_steps", own}, {"text", std::string(text_bytes, 't')}}, "other", {}, {}, nullptr};
     EXPECT_EQ(next_steps::finish_answer(request.answer, "other"), naive::finish(request).answer);
   }
 }

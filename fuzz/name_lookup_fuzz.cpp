@@ -1,6 +1,6 @@
 // Name lookup over arbitrary bytes. The first line is the wanted name, the others are the names in the index.
 // The result has at most five names of the index, each once. Each shares a byte with the wanted name, ASCII
-// case ignored. The order of the index does not matter.
+// case ignored. Neither the order of the index nor a name index matters.
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
@@ -12,7 +12,8 @@
 
 #include "fuzz/support/check.h"
 #include "tests/support/indexes.h"
-#include "vantrex/models/ascii_case.h"
+#include "vantrex/models/name_index.h"
+#include "vantrex/names/ascii_case.h"
 #include "vantrex/workers/name_lookup.h"
 
 using vantrex::fuzz::check;
@@ -23,7 +24,7 @@ using vantrex::workers::nearest_paths;
 namespace {
 
 bool share_a_byte(std::string_view a, std::string_view b) {
-  const auto same = [](char x, char y) { return vantrex::models::lower(x) == vantrex::models::lower(y); };
+  const auto same = [](char x, char y) { return vantrex::names::lower(x) == vantrex::names::lower(y); };
   return std::find_first_of(a.begin(), a.end(), b.begin(), b.end(), same) != a.end();
 }
 
@@ -45,11 +46,20 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   std::getline(lines, wanted);
   std::vector<std::string> names;
   for (std::string line; std::getline(lines, line);) names.push_back(line);
-  const auto index = index_of(names);
+  auto index = index_of(names);
   const auto symbols = nearest_fqns(index, wanted);
   const auto paths = nearest_paths(index, wanted);
   check_near(symbols, wanted, names);
   check_near(paths, wanted, names);
+
+  index.make_name_index();
+  check(nearest_fqns(index, wanted) == symbols, "a name index finds the same symbols");
+  check(nearest_paths(index, wanted) == paths, "a name index finds the same paths");
+  const bool is_held = std::find(names.begin(), names.end(), wanted) != names.end();
+  check(index.name_index()->holds_path(wanted) == is_held, "a name index holds the paths");
+  const auto named = index.name_index()->symbols_named(wanted);
+  // The symbols have no name, so the empty one finds all of them.
+  check(wanted.empty() || named.empty() != is_held, "a name index finds a symbol by its fqn");
 
   std::reverse(names.begin(), names.end());
   const auto reversed = index_of(names);

@@ -6,8 +6,8 @@
 #include "fuzz/support/byte_choices.h"
 #include "fuzz/support/check.h"
 #include "fuzz/support/naive.h"
-#include "requests/json_reader.h"
 #include "next_steps/pretty_text.h"
+#include "requests/json_reader.h"
 #include "vantrex/values/text_forms.h"
 
 using vantrex::fuzz::check;

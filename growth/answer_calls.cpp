@@ -40,7 +40,7 @@ struct Origin {
   const char* action;  // null for none
 };
 
-// Tools and actions whose rules together read all that any rule reads.
+// Tools and actions whose rules take each kind of argument.
 constexpr std::array<Origin, 5> kOrigins = {{{"git", nullptr},
                                              {"search", "symbols"},
                                              {"search", "code"},
@@ -75,7 +75,7 @@ Work line(const std::string& request) {
   return [request] { reply(request, {}); };
 }
 
-constexpr std::array kCalls = {
+constexpr std::array kAnswerCalls = {
     Call{Kind::answer, "read_json",
          [](const std::string& text) -> Work {
            return [text] { keep(next_steps_requests::read_json(text)); };
@@ -135,7 +135,7 @@ constexpr std::array kCalls = {
 }  // namespace
 
 std::span<const Call> answer_calls() {
-  return kCalls;
+  return kAnswerCalls;
 }
 
 void reply(const std::string& line, const next_steps_requests::ReplyContext& context) {

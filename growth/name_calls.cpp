@@ -12,10 +12,11 @@
 #include "requests/json_reader.h"
 #include "requests/served_tool_text.h"
 #include "vantrex/logging/quoted_literal.h"
+#include "vantrex/models/name_index.h"
+#include "vantrex/names/name_parts.h"
 #include "vantrex/tool_handlers/next_steps/explanation.h"
 #include "vantrex/values/text_forms.h"
 #include "vantrex/workers/name_lookup.h"
-#include "vantrex/workers/name_parts.h"
 
 namespace vantrex::growth {
 
@@ -69,6 +70,10 @@ Miss almost_part(const std::string& text) {
 Miss almost_tail(const std::string& text) {
   return {"!" + text, index_of({text + text + "!"})};
 }
+// Both have the same words.
+Miss other_order(const std::string& text) {
+  return {text + "_zz", index_of({"zz_" + text})};
+}
 // A few edits lead from one to the other.
 Miss alike(const std::string& text) {
   return {text + "!", index_of({"?" + text})};
@@ -77,6 +82,15 @@ Miss alike(const std::string& text) {
 template <auto nearest, Miss (*miss_of)(const std::string&)>
 Work look_up(const std::string& text) {
   return [miss = miss_of(text)] { keep(nearest(miss.index, miss.wanted)); };
+}
+
+// The same with a name index, which is counted, too.
+template <auto nearest, Miss (*miss_of)(const std::string&)>
+Work look_up_indexed(const std::string& text) {
+  return [miss = miss_of(text)]() mutable {
+    miss.index.make_name_index();
+    keep(nearest(miss.index, miss.wanted));
+  };
 }
 
 void call_tool(const Repository& index, std::string_view tool, JsonObject arguments) {
@@ -156,7 +170,8 @@ constexpr const char* kAbsent = "pkg.running_x";
 
 template <auto function>
 Work of_index(const std::string& lines) {
-  return [index = next_steps_requests::read_ctags_index(TextFile(lines).path())] { function(index); };
+  return
+      [index = next_steps_requests::read_ctags_index(TextFile(lines).path())]() mutable { function(index); };
 }
 
 // Searches the rest of the text from each of its letters.
@@ -166,7 +181,7 @@ Work search_again(const std::string& text) {
   };
 }
 
-constexpr std::array kCalls = {
+constexpr std::array kNameCalls = {
     Call{Kind::control, "control", search_again},
 
     Call{Kind::name, "read_json",
@@ -178,15 +193,26 @@ constexpr std::array kCalls = {
     Call{Kind::name, "quoted_literal", of_text<logging::quoted_literal>},
     Call{Kind::name, "printable", of_text<logging::printable>},
     Call{Kind::name, "guessed_name", of_text<workers::guessed_name>},
-    Call{Kind::name, "part_path", of_text<workers::part_path>},
+    Call{Kind::name, "split_last of a path",
+         of_text<[](std::string_view text) { return names::split_last(names::NameKind::path, text); }>},
     Call{Kind::name, "nearest_symbols of a long name", look_up<workers::nearest_symbols, long_wanted>},
     Call{Kind::name, "nearest_symbols in long names", look_up<workers::nearest_symbols, long_in_index>},
     Call{Kind::name, "nearest_symbols of almost a part", look_up<workers::nearest_symbols, almost_part>},
     Call{Kind::name, "nearest_symbols of almost a tail", look_up<workers::nearest_symbols, almost_tail>},
+    Call{Kind::name, "nearest_symbols of words in another order",
+         look_up<workers::nearest_symbols, other_order>},
     Call{Kind::name, "nearest_symbols of a name alike", look_up<workers::nearest_symbols, alike>},
+    Call{Kind::name, "nearest_symbols in indexed long names",
+         look_up_indexed<workers::nearest_symbols, long_in_index>},
+    Call{Kind::name, "nearest_symbols of almost an indexed part",
+         look_up_indexed<workers::nearest_symbols, almost_part>},
+    Call{Kind::name, "nearest_symbols of indexed words in another order",
+         look_up_indexed<workers::nearest_symbols, other_order>},
     Call{Kind::name, "nearest_paths of a long path", look_up<workers::nearest_paths, long_wanted>},
     Call{Kind::name, "nearest_paths in long paths", look_up<workers::nearest_paths, long_in_index>},
     Call{Kind::name, "nearest_paths of a path alike", look_up<workers::nearest_paths, alike>},
+    Call{Kind::name, "nearest_paths in indexed long paths",
+         look_up_indexed<workers::nearest_paths, long_in_index>},
     Call{Kind::name, "explain_answer of a long tool", of_text<[](std::string_view text) {
            return tool_handlers::next_steps::explain_answer(JsonObject(), text, {.action = text});
          }>},
@@ -205,6 +231,12 @@ constexpr std::array kCalls = {
          of_index<[](const Repository& index) { keep(workers::nearest_symbols(index, kAbsent)); }>},
     Call{Kind::index, "nearest_paths",
          of_index<[](const Repository& index) { keep(workers::nearest_paths(index, kAbsent)); }>},
+    Call{Kind::index, "nearest names in a name index", of_index<[](InMemoryRepository& index) {
+           index.make_name_index();
+           keep(workers::nearest_symbols(index, kAbsent));
+           keep(workers::nearest_paths(index, kAbsent));
+           keep(index.name_index()->symbols_named("runs"));
+         }>},
     Call{Kind::index, "reply_to", [](const std::string& lines) { return suggest(lines, kAbsent); }},
     Call{Kind::index, "code_index",
          of_index<[](const Repository& index) { call_tools(index, values::TextLiteral("run")); }>},
@@ -213,7 +245,7 @@ constexpr std::array kCalls = {
 }  // namespace
 
 std::span<const Call> name_calls() {
-  return kCalls;
+  return kNameCalls;
 }
 
 }  // namespace vantrex::growth

@@ -81,13 +81,13 @@ class IndexFiller {
     if (type != "tag") members.reject("_type", R"(must be "tag" or "ptag")");
     Symbol symbol = symbol_of(members);
     if (paths_.empty() || paths_.back() != symbol.file) paths_.push_back(symbol.file);
-    repository_.add_symbol(std::move(symbol));
+    repository_.add_symbol(symbol);
   }
   bool empty() const noexcept { return paths_.empty(); }
   InMemoryRepository take() && {
     const auto path_at = [this](std::size_t position) -> const std::string& { return paths_[position]; };
     for (const std::size_t position : vantrex::models::first_positions(paths_.size(), path_at)) {
-      repository_.add_path(std::move(paths_[position]));
+      repository_.add_path(paths_[position]);
     }
     return std::move(repository_);
   }

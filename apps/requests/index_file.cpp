@@ -16,7 +16,9 @@ constexpr vantrex::logging::Logger logger("next_steps.requests");
 }
 
 IndexFile::IndexFile(std::string file)
-    : file_(std::move(file)), seen_(state_of(file_)), index_(read_ctags_index(file_)) {}
+    : file_(std::move(file)), seen_(state_of(file_)), index_(read_ctags_index(file_)) {
+  index_.make_name_index();
+}
 
 const models::Repository& IndexFile::current() {
   const State now = state_of(file_);
@@ -25,6 +27,7 @@ const models::Repository& IndexFile::current() {
   try {
     Input input(RegularFile{file_});
     index_ = read_ctags_index(input);
+    index_.make_name_index();
   } catch (const std::bad_alloc&) {
     throw;
   } catch (const std::exception&) {

@@ -33,7 +33,7 @@ void Members::reject_others(std::span<const std::string_view> known) const {
 }
 
 JsonValue& Members::required(std::string_view key, Kind kind) {
-  JsonValue* value = read_.object.find_mutable(key);
+  JsonValue* value = read_.object.find(key);
   if (value == nullptr) reject_at(line_.find('{'), quoted(key) + " is missing");
   check(key, kind, "");
   return *value;
@@ -41,7 +41,7 @@ JsonValue& Members::required(std::string_view key, Kind kind) {
 
 JsonValue* Members::optional(std::string_view key, Kind kind) {
   check_optional(key, kind);
-  JsonValue* value = read_.object.find_mutable(key);
+  JsonValue* value = read_.object.find(key);
   return value == nullptr || value->is_null() ? nullptr : value;
 }
 

@@ -4,6 +4,7 @@
 #include <array>
 #include <cstddef>
 
+#include "vantrex/models/name_index.h"
 #include "vantrex/tool_handlers/next_steps.h"
 
 namespace next_steps_requests {
@@ -13,6 +14,7 @@ using models::Repository;
 namespace {
 
 bool holds_symbol(const Repository& index, std::string_view name) {
+  if (const auto names = index.name_index()) return !names->symbols_named(name).empty();
   bool found = false;
   index.visit_symbols(
       [&](const models::SymbolView& symbol) { found |= symbol.fqn == name || symbol.name == name; });
@@ -20,6 +22,7 @@ bool holds_symbol(const Repository& index, std::string_view name) {
 }
 
 bool holds_path(const Repository& index, std::string_view path) {
+  if (const auto names = index.name_index()) return names->holds_path(path);
   bool found = false;
   index.visit_paths([&](std::string_view each) { found |= each == path; });
   return found;

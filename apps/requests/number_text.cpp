@@ -75,8 +75,8 @@ NumberScan scan_number(const char* text) noexcept {
 }
 
 double nearest_double(std::string_view number) {
-  // For a number out of range, std::from_chars does not say on which side; in a long one it cuts the
-  // exponent.
+  // For a number out of range, std::from_chars does not say on which side. It also cuts an exponent of ten
+  // digits, which matters in a number with as many zeros.
   constexpr std::size_t kShort = 1000;
   const auto converts = [](std::string_view text, double& value) {
     return std::from_chars(text.data(), text.data() + text.size(), value).ec == std::errc();

@@ -80,7 +80,7 @@ ask() { echo '{"jsonrpc":"2.0","id":1,"method":"tools/call","params":{"name":"fi
 ask; read -r <&${COPROC[0]}; )" +
                                 row.at(0) + "; ask; head -n 1 <&${COPROC[0]}");
     const JsonObject answer = parse_object(ran.out);
-    const JsonValue& present = answer.at_path("result", "structuredContent", "freshness", "present_revision");
+    const JsonValue& present = answer["result"]["structuredContent"]["freshness"]["present_revision"];
     EXPECT_EQ(present.string().value_or("none"), row.at(1)) << ran.out;
   }
 }
@@ -160,7 +160,7 @@ class Explorer {
     }
     if (!answer.contains("file") || !answer.contains("symbols")) return;
     for (const JsonValue& symbol : *answer["symbols"].list()) {
-      const std::string name(*symbol.at_path("name").string());
+      const std::string name(*symbol["name"].string());
       next_.push_back(call("search", "symbols", "query", name));
       next_.push_back(call("symbol", "detail", "fqn", "vantrex." + name + "s"));
     }

@@ -23,8 +23,8 @@ JsonList read_tool_list() {
   JsonValue read = next_steps_requests::read_json(kToolsJson);
   JsonList tools = std::move(*read.list());
   for (std::size_t i = 0; i < tools.size(); ++i) {
-    JsonObject& tool = *tools.mutable_item(i).object();
-    tool.find_mutable("outputSchema")->object()->set("$defs", library["$defs"]);
+    JsonObject& tool = *tools.item(i)->object();
+    tool.find("outputSchema")->object()->set("$defs", library["$defs"]);
     tool.set("annotations",
              JsonObject{{"readOnlyHint", true}, {"idempotentHint", true}, {"openWorldHint", false}});
   }
@@ -32,7 +32,7 @@ JsonList read_tool_list() {
 }
 
 const JsonObject& properties_of(const JsonObject& tool) {
-  return *tool.at_path("inputSchema", "properties").object();
+  return *tool["inputSchema"]["properties"].object();
 }
 
 // An argument is a string: one of a few, or any that is not empty.
@@ -46,7 +46,7 @@ bool fits(const JsonValue& argument, const JsonObject& schema) {
 // Adds the actions that the tool's schema allows, or the tool itself when it has none.
 void add_served(ServedTools& served, const JsonObject& tool) {
   const std::string name(*tool["name"].string());
-  const JsonList* actions = properties_of(tool).at_path("action", "enum").list();
+  const JsonList* actions = properties_of(tool)["action"]["enum"].list();
   if (actions == nullptr) return served.add({name});
   for (const JsonValue& action : *actions) served.add({name, action.string()});
 }
@@ -65,7 +65,7 @@ const JsonList& tool_list() {
 
 const JsonObject* find_tool(std::string_view name) {
   for (const JsonValue& each : tool_list()) {
-    if (each.at_path("name").string() == name) return each.object();
+    if (each["name"].string() == name) return each.object();
   }
   return nullptr;
 }

@@ -34,7 +34,7 @@ rows   usual symbol:detail
 2 kept     symbol {"action":"references","fqn":"f"}
            Every use of it
            usual symbol:detail, 85 bytes: fits the room
-- absent   tests for_file with path
+- absent   tests {"action":"for_file"} takes "path"
            Its file's tests
            no path in any hit
 )");
@@ -59,7 +59,7 @@ TEST(Explain, PrintsJson) {
   for (const auto& row : table(R"x(
 # arguments | explanation
 symbol --action callers | {"answer":{"bytes":2670,"hint_bytes":302,"hint_fields":[{"path":"note","bytes":302}],"more_hint_fields":0,"step_bytes":116,"room":417.9,"room_from":"share","room_text":"417 bytes (15 % of 2786)"},"rows":{"usual":"symbol:callers","usual_of_tool":false,"signal":"symbol:callers"},"candidates":[{"step":{"tool":"quality","args":{"action":"impact","fqn":"f"},"reason":"9 callers: check the blast radius"},"from":"signal symbol:callers","bytes":100,"kept":true,"why":"over the room by 1 byte, but a signal always stays"},{"step":{"tool":"symbol","args":{"action":"references","fqn":"f"},"reason":"Every use of it"},"from":"usual symbol:callers","bytes":85,"kept":false,"why":"over the room by 74 bytes"}],"absent":[],"silent":[],"remarks":[]}
-git|grep -o '.absent.*' | "absent":[{"hint":{"tool":"tests","reason":"Tests to run for these files","action":"recommended","takes":"changed_files"},"why":"no files and no base branch"}],"silent":[],"remarks":[]}
+git|grep -o '.absent.*' | "absent":[{"hint":{"tool":"tests","args":{"action":"recommended"},"takes":"changed_files","reason":"Tests to run for these files"},"why":"no files and no base branch"}],"silent":[],"remarks":[]}
 saerch --action code --serves symbol|grep -o '.rows.*' | "rows":{"usual":null,"usual_of_tool":false,"signal":null},"candidates":[],"absent":[],"silent":[],"remarks":["unknown tool \"saerch\"; did you mean \"search\"?"]}
 tests --action for_file|grep -o '.silent.*.remarks' | "silent":[{"signal":"tests:for_file","why":"9 hits, not 0, no path"}],"remarks
 )x"))

@@ -74,7 +74,7 @@ TEST(Catalogue, OfAServerMakesItsSteps) {
 # tool | action | arguments | answer | tool and arguments of each step
 list | - | {"owner":"o"} | {"issues":[{"ref":1},{"ref":{"number":true}},{"ref":{"number":7}}],"total":1} | issue{"view":1,"action":"detail","owner":"o","n":7} who{"owner":"o"}
 list | - | {"owner":7,"issue_number":"9"} | {"data":{"items":["a",3]},"page":{"total":true}} | issue{"view":1,"action":"detail","owner":7,"n":"9"} open{"names":["a"]} who{"owner":7}
-list | - | {"query":"","issue_number":1} | {"number":"","issues":[],"query":"q"} | again{"q":"q"}
+list | - | {"query":"","issue_number":1,"owner":"o"} | {"number":"","issues":["x"],"total":0,"query":"q"} | again{"q":"q"} who{"owner":"o"}
 list | closed | {"owner":"o"} | {"issues":[]} | none
 list | open | {"owner":"o"} | {"total":12} | labels{} who{"owner":"o"}
 list | none | {"owner":"o"} | {"total":12} | who{"owner":"o"}

@@ -138,7 +138,7 @@ search |  | {} | {"results":[{"fqn":"f","kind":"Heading"}]} | usual search; abse
 quality:unused |  | {} | {"results":[{"fqn":7},{"fqn":"f","file":"a.md"},{"fqn":"g","kind":"key"}]} | usual quality of the tool; absent symbol: 2 hits have an fqn but are no code symbols: file "a.md"; 
 symbol:caller |  | {} | {"fqn":"f"} | usual symbol of the tool; unknown action "caller" of symbol; did you mean "callers"?; 
 symbol:raw |  | {} | {"fqn":"f"} | usual symbol of the tool; 
-search:symbol | serach,symbol:detial,mine,symbol:detail | {} | {"results":[{"fqn":"f"}]} | usual search of the tool; unknown action "symbol" of search; did you mean "symbols"?; serves: unknown tool "serach"; did you mean "search"?; serves: unknown action "detial" of symbol; did you mean "detail"?; 
+search:symbol | serach,symbol:detial,mine,symbol:detail | {} | {"results":[{"fqn":"f"}],"total":1} | usual search of the tool; unknown action "symbol" of search; did you mean "symbols"?; serves: unknown tool "serach"; did you mean "search"?; serves: unknown action "detial" of symbol; did you mean "detail"?; 
 symbol:callers |  | {} | {"symbol":{"fqn":"f"},"total":8} | usual symbol:callers; signal symbol:callers; absent symbol: no fqn in any hit; "symbol" has one; silent: no fqn; "symbol" has one; no hits: the answer has no list with one of the names LISTS; 
 search:code |  | {} | {"total_count":"3","total":0,"results":[{"path":"a"},{},{}]} | usual search:code; signal search:code; absent file: no hits; silent: no query; "total_count" is ignored: it is no integer; "total" is 0, but "results" has 3 hits; 
 symbol:detail | symbol | {} | {"next_steps":[{"tool":"tests","args":{},"reason":"r"}]} | usual ; own steps: 1; the tables were not asked; next_steps[0] calls what the server does not have; 

@@ -12,6 +12,7 @@
 #include "support/allocations.h"
 #include "support/indexes.h"
 #include "vantrex/logging/logger.h"
+#include "vantrex/models/name_index.h"
 #include "vantrex/tool_handlers/freshness.h"
 #include "vantrex/tool_handlers/next_steps.h"
 #include "vantrex/tool_handlers/next_steps/explanation.h"
@@ -71,6 +72,12 @@ TEST(Memory, MayRunOutInALookup) {
     return tool_result_text(answer);
   });
   check("lookup", [&] { return workers::nearest_symbols(index, "pkg.rnu").at(0).fqn; });
+  check("name index", [&] {
+    models::InMemoryRepository indexed = index;
+    indexed.make_name_index();
+    const models::SymbolView named = indexed.name_index()->symbols_named("Run").at(0);
+    return workers::nearest_symbols(indexed, "pkg.rnu").at(0).fqn.append(named.file);
+  });
   check("name", [] { return workers::guessed_name("a.a_name_of_more_than_14_bytes"); });
   logging::set_sink({});
 }
@@ -80,13 +87,16 @@ TEST(Threads, FinishOneAnswerWhileLookupsFailAndTheSinkChanges) {
   const fuzz::Request request = fuzz::Random(1).request();
   const JsonObject answer = without_null_fields(request.answer);  // copies share its long texts
   const tests::FailingIndex index([] { throw 7; });
+  models::InMemoryRepository indexed = tests::small_index();
+  indexed.make_name_index();
   const auto texts = [&] {
     JsonObject copy = answer;
     copy.set("more", 1);
     copy.set(copy.begin()->key, 2);
     JsonObject none;
     return tool_result_text(finish_answer(answer, request.tool, request.options())) +
-           tool_result_text(suggest_paths(none, index, "main.py", "imports"));
+           tool_result_text(suggest_paths(none, index, "main.py", "imports")) +
+           tool_result_text(suggest_symbols(none, indexed, "pkg.rnu", "detail"));
   };
 
   std::atomic<int> logged = 0;

@@ -102,24 +102,23 @@ TEST(Containers, WorkWithAlgorithmsAndStreams) {
 TEST(Containers, FollowPaths) {
   const JsonObject answer = tests::parse_object(R"({"a": [{"b": 1}, [2, [3]]], "": {"0": 4}})");
   const JsonValue& list = answer["a"];
-  EXPECT_EQ(answer.at_path("a", 0, "b"), 1);
-  EXPECT_EQ(list.at_path(1U, std::int8_t{1}, std::size_t{0}), 3);
-  EXPECT_EQ(list.list()->at_path(1, 0), 2);
-  EXPECT_EQ(answer.at_path(std::string(), Text("0")), 4);
-  for (const JsonValue* absent :
-       {&answer.at_path("a", 2), &answer.at_path("a", -1), &answer.at_path("", 0), &answer.at_path(0),
-        &list.at_path("b"), &answer.at_path("a", 0, "b", 0), &list.at_path(std::uint64_t{1} << 63)})
+  EXPECT_EQ(answer["a"][0]["b"], 1);
+  EXPECT_EQ(list[1U][std::int8_t{1}][std::size_t{0}], 3);
+  EXPECT_EQ((*list.list())[1][0], 2);
+  EXPECT_EQ(answer[std::string()][Text("0")], 4);
+  for (const JsonValue* absent : {&answer["a"][2], &answer["a"][-1], &answer[""][0], &answer["b"], &list["b"],
+                                  &answer["a"][0]["b"][0], &(*list.list())[~std::uint64_t{0}]})
     EXPECT_EQ(*absent, nullptr);
 }
 
 // Changes every scalar, list and object in `value`.
 void change_all(JsonValue& value) {
   if (JsonList* list = value.list()) {
-    for (std::size_t at = 0; at < list->size(); ++at) change_all(list->mutable_item(at));
+    for (std::size_t at = 0; at < list->size(); ++at) change_all(*list->item(at));
     list->push_back("a text of more than 14 bytes");
     list->truncate(list->size() - list->size() / 3);
   } else if (JsonObject* object = value.object()) {
-    for (const auto& [key, each] : *object) change_all(*object->find_mutable(key.view()));
+    for (const auto& [key, each] : *object) change_all(*object->find(key));
     object->set("a key of more than 14 bytes", JsonList());
   } else {
     value = "changed";

@@ -1,13 +1,46 @@
 #include "vantrex/models/repository.h"
 
+#include "vantrex/models/name_index.h"
+#include "vantrex/models/symbol_table.h"
+
 namespace vantrex::models {
 
+InMemoryRepository::InMemoryRepository(std::string indexed_revision, std::string present_revision)
+    : table_(std::make_shared<SymbolTable>()),
+      indexed_revision_(std::move(indexed_revision)),
+      present_revision_(std::move(present_revision)) {}
+
+InMemoryRepository::InMemoryRepository(const InMemoryRepository& other)
+    : Repository(other),
+      table_(std::make_shared<SymbolTable>(*other.table_)),
+      indexed_revision_(other.indexed_revision_),
+      present_revision_(other.present_revision_) {}
+
+// The name index may be in use elsewhere, so its table does not change.
+SymbolTable& InMemoryRepository::table_to_change() {
+  if (name_index_) table_ = std::make_shared<SymbolTable>(*table_);
+  name_index_.reset();
+  return *table_;
+}
+
+void InMemoryRepository::add_symbol(const SymbolView& symbol) {
+  table_to_change().add_symbol(symbol);
+}
+
+void InMemoryRepository::add_path(std::string_view path) {
+  table_to_change().add_path(path);
+}
+
+void InMemoryRepository::make_name_index() {
+  name_index_.reset(new NameIndex(table_));
+}
+
 void InMemoryRepository::visit_symbols(const SymbolVisitor& visit) const {
-  for (const Symbol& symbol : symbols_) visit(symbol.view());
+  for (std::size_t number = 0; number < table_->symbol_count(); ++number) visit(table_->symbol(number));
 }
 
 void InMemoryRepository::visit_paths(const PathVisitor& visit) const {
-  for (const std::string& path : paths_) visit(path);
+  for (std::size_t number = 0; number < table_->path_count(); ++number) visit(table_->path(number));
 }
 
 }  // namespace vantrex::models

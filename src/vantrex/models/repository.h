@@ -9,6 +9,7 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -18,6 +19,9 @@
 #include "vantrex/models/symbol.h"
 
 namespace vantrex::models {
+
+class NameIndex;
+class SymbolTable;
 
 /// Called for each symbol, one at a time, on the thread of the caller. The texts are any bytes and are valid
 /// until it returns. An exception from it must end the visit and reach the caller.
@@ -40,6 +44,10 @@ class NEXT_STEPS_API Repository {
   /// The revision that the tree has now.
   virtual std::string present_revision() const = 0;
 
+  /// An index of all that the visits show, or null if there is none; lookups are then slower. A replaced
+  /// index stays valid for those who hold it.
+  virtual std::shared_ptr<const NameIndex> name_index() const { return nullptr; }
+
  protected:
   /// Created only as a base class.
   Repository() = default;
@@ -56,25 +64,41 @@ class NEXT_STEPS_API Repository {
 /// An index in memory. Entries are added by hand and visited in that order.
 class NEXT_STEPS_API InMemoryRepository final : public Repository {
  public:
-  /// An empty index, which is current.
-  InMemoryRepository() = default;
-  /// An empty index of `indexed_revision`, in a tree that now has `present_revision`.
-  InMemoryRepository(std::string indexed_revision, std::string present_revision)
-      : indexed_revision_(std::move(indexed_revision)), present_revision_(std::move(present_revision)) {}
+  /// An empty index, which is current. Throws std::bad_alloc.
+  InMemoryRepository() : InMemoryRepository({}, {}) {}
+  /// An empty index of `indexed_revision`, in a tree that now has `present_revision`. Throws std::bad_alloc.
+  InMemoryRepository(std::string indexed_revision, std::string present_revision);
+  /// Copies all entries, without the name index. Throws std::bad_alloc.
+  InMemoryRepository(const InMemoryRepository& other);
+  /// Copies all entries, without the name index. Throws std::bad_alloc.
+  InMemoryRepository& operator=(const InMemoryRepository& other) { return *this = InMemoryRepository(other); }
+  /// Leaves `other` such that it can only be assigned to and destroyed.
+  InMemoryRepository(InMemoryRepository&& other) noexcept = default;
+  /// Leaves `other` such that it can only be assigned to and destroyed.
+  InMemoryRepository& operator=(InMemoryRepository&& other) noexcept = default;
+  ~InMemoryRepository() override = default;
 
-  /// Adds a symbol; repeats are kept. Throws std::bad_alloc.
-  void add_symbol(Symbol symbol) { symbols_.push_back(std::move(symbol)); }
+  /// Adds a copy of a symbol; repeats are kept. Drops the name index. Throws std::bad_alloc; the entries are
+  /// then unchanged.
+  void add_symbol(const SymbolView& symbol);
   /// The same for a path.
-  void add_path(std::string path) { paths_.push_back(std::move(path)); }
+  void add_path(std::string_view path);
+
+  /// Makes the name index of the present entries. Takes half a second for a million symbols. Throws
+  /// std::bad_alloc.
+  void make_name_index();
 
   void visit_symbols(const SymbolVisitor& visit) const override;
   void visit_paths(const PathVisitor& visit) const override;
   std::string indexed_revision() const override { return indexed_revision_; }
   std::string present_revision() const override { return present_revision_; }
+  std::shared_ptr<const NameIndex> name_index() const override { return name_index_; }
 
  private:
-  std::vector<Symbol> symbols_;
-  std::vector<std::string> paths_;
+  SymbolTable& table_to_change();
+
+  std::shared_ptr<SymbolTable> table_;  // shared with the name index
+  std::shared_ptr<const NameIndex> name_index_;
   std::string indexed_revision_;
   std::string present_revision_;
 };

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <array>
 
-#include "vantrex/models/ascii_case.h"
+#include "vantrex/names/ascii_case.h"
 
 namespace vantrex::models {
 
@@ -17,13 +17,14 @@ constexpr std::array<std::string_view, 14> kDocumentSuffixes = {".md",   ".markd
                                                                 ".cfg",  ".xml",      ".csv", ".lock"};
 
 bool ends_with(std::string_view path, std::string_view suffix) noexcept {
-  return path.size() >= suffix.size() && same_but_for_case(path.substr(path.size() - suffix.size()), suffix);
+  return path.size() >= suffix.size() &&
+         names::same_but_for_case(path.substr(path.size() - suffix.size()), suffix);
 }
 
 }  // namespace
 
 bool is_code_symbol(std::optional<std::string_view> kind, std::optional<std::string_view> path) noexcept {
-  const auto is_kind = [&](std::string_view name) { return same_but_for_case(*kind, name); };
+  const auto is_kind = [&](std::string_view name) { return names::same_but_for_case(*kind, name); };
   const auto is_suffix = [&](std::string_view suffix) { return ends_with(*path, suffix); };
   return !(kind && std::any_of(kDocumentKinds.begin(), kDocumentKinds.end(), is_kind)) &&
          !(path && std::any_of(kDocumentSuffixes.begin(), kDocumentSuffixes.end(), is_suffix));

@@ -35,6 +35,8 @@ struct Symbol {
 
   /// A view of this symbol, valid until the symbol changes.
   SymbolView view() const noexcept { return {fqn, name, kind, file, line}; }
+  /// The same.
+  operator SymbolView() const noexcept { return view(); }
 };
 
 /// Whether a symbol of `kind` in the file `path` is code. False for a part of a document (a heading, a key)

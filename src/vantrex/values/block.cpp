@@ -21,48 +21,30 @@ struct RawDelete {
   void operator()(void* memory) const noexcept { ::operator delete(memory); }
 };
 
-template <typename Item>
-Item* new_block(std::size_t capacity) {
-  if (capacity > kMaxItems) throw std::length_error("a list or an object holds at most 2^31 items");
-  std::unique_ptr<void, RawDelete> memory(::operator new(sizeof(BlockHeader) + capacity * sizeof(Item)));
-  FieldIndex* index = nullptr;
-  if (std::is_same_v<Item, JsonField> && capacity > FieldIndex::kUnindexedFields)
-    index = FieldIndex::create(capacity);
-  auto* header = new (memory.release()) BlockHeader{static_cast<std::uint32_t>(capacity), 0, {index}};
-  return reinterpret_cast<Item*>(header + 1);
-}
-
-// The blocks of a tree that are still to be destroyed, as two linked lists through their headers.
+// The blocks of a tree that are still to be destroyed, as a linked list through their headers.
 class DyingBlocks {
  public:
-  template <typename Container>
-  void add(Container& container) noexcept {
-    auto* items = std::exchange(ValueAccess::items(container), nullptr);
+  void add(void* items, std::size_t size) noexcept {
     if (items == nullptr) return;
     BlockHeader& header = header_of(items);
     if (header.index != nullptr) ::operator delete(header.index);
-    header.dying_size = static_cast<std::uint32_t>(container.size());
-    BlockHeader*& chain = std::is_same_v<Container, JsonList> ? lists_ : objects_;
-    header.next_dying = std::exchange(chain, &header);
+    header.capacity = static_cast<std::uint32_t>(size);
+    header.next_dying = std::exchange(next_, &header);
   }
 
   void destroy_all() noexcept {
-    while (lists_ != nullptr || objects_ != nullptr) {
-      if (lists_ != nullptr) {
-        destroy<JsonValue>(lists_);
-      } else {
-        destroy<JsonField>(objects_);
-      }
+    while (next_ != nullptr) {
+      BlockHeader* const header = std::exchange(next_, next_->next_dying);
+      header->holds_fields ? destroy_items<JsonField>(*header) : destroy_items<JsonValue>(*header);
+      ::operator delete(header);
     }
   }
 
  private:
   template <typename Item>
-  void destroy(BlockHeader*& chain) noexcept {
-    BlockHeader* header = std::exchange(chain, chain->next_dying);
-    auto* items = reinterpret_cast<Item*>(header + 1);
-    for (Item* item = items; item != items + header->dying_size; ++item) destroy(*item);
-    ::operator delete(header);
+  void destroy_items(BlockHeader& header) noexcept {
+    auto* const items = reinterpret_cast<Item*>(&header + 1);
+    for (Item* item = items; item != items + header.capacity; ++item) destroy(*item);
   }
 
   void destroy(JsonField& field) noexcept {
@@ -71,74 +53,73 @@ class DyingBlocks {
   }
   void destroy(JsonValue& value) noexcept {
     if (JsonList* list = value.list()) {
-      add(*list);
+      add(ValueAccess::items(*list), list->size());
     } else if (JsonObject* object = value.object()) {
-      add(*object);
+      add(ValueAccess::items(*object), object->size());
     } else {
       value.~JsonValue();
     }
   }
 
-  BlockHeader* lists_ = nullptr;
-  BlockHeader* objects_ = nullptr;
+  BlockHeader* next_ = nullptr;
 };
 
 }  // namespace
 
-template <typename Container>
-void allocate(Container& container, std::size_t capacity) {
-  auto*& items = ValueAccess::items(container);
-  items = new_block<std::remove_reference_t<decltype(*items)>>(capacity);
+template <typename Item>
+Item* new_block(std::size_t capacity) {
+  if (capacity > kMaxItems) throw std::length_error("a list or an object holds at most 2^31 items");
+  std::unique_ptr<void, RawDelete> memory(::operator new(sizeof(BlockHeader) + capacity * sizeof(Item)));
+  constexpr bool kHoldsFields = std::is_same_v<Item, JsonField>;
+  FieldIndex* index = nullptr;
+  if (kHoldsFields && capacity > FieldIndex::kUnindexedFields) index = FieldIndex::create(capacity);
+  const BlockHeader header{static_cast<std::uint32_t>(capacity), kHoldsFields, {index}};
+  return reinterpret_cast<Item*>(new (memory.release()) BlockHeader(header) + 1);
 }
 
-template <typename Container>
-void reserve(Container& container, std::size_t capacity) {
-  auto*& items = ValueAccess::items(container);
-  if (capacity == 0 || (items != nullptr && capacity <= header_of(items).capacity)) return;
-  Container roomy;
-  allocate(roomy, capacity);
-  auto*& new_items = ValueAccess::items(roomy);
-  if (items != nullptr) {
-    std::memcpy(static_cast<void*>(new_items), static_cast<const void*>(items),
-                container.size() * sizeof(*items));
+// Moves the items by copying their bytes.
+template <typename Item>
+void Container<Item>::reserve(std::size_t capacity) {
+  if (capacity == 0 || (items_ != nullptr && capacity <= header_of(items_).capacity)) return;
+  Item* const block = new_block<Item>(capacity);
+  if (items_ != nullptr) {
+    std::memcpy(static_cast<void*>(block), static_cast<const void*>(items_), size() * sizeof(Item));
+    ::operator delete(header_of(items_).index);
+    ::operator delete(&header_of(items_));
   }
-  std::swap(items, new_items);  // the size of `roomy` is still 0, so it destroys no items
-  if constexpr (std::is_same_v<Container, JsonObject>) rebuild_index(container);
+  items_ = block;
+  rebuild_index(items_, size());
 }
 
-void rebuild_index(JsonObject& object) noexcept {
-  JsonField* fields = ValueAccess::items(object);
-  if (FieldIndex* index = header_of(fields).index) index->rebuild(fields, object.size());
-}
-
-template <typename Container>
-void make_room(Container& container) {
-  const auto* items = ValueAccess::items(container);
-  const std::size_t needed = container.size() + 1;
-  if (items == nullptr) return reserve(container, kMinCapacity);
-  const std::size_t capacity = header_of(items).capacity;
+template <typename Item>
+void Container<Item>::make_room() {
+  const std::size_t needed = size() + 1;
+  if (items_ == nullptr) return reserve(kMinCapacity);
+  const std::size_t capacity = header_of(items_).capacity;
   if (needed <= capacity) return;
   // An object grows beyond kUnindexedFields, where it needs an index, only when it must.
-  const std::size_t limit = std::is_same_v<Container, JsonObject> && needed <= FieldIndex::kUnindexedFields
+  const std::size_t limit = std::is_same_v<Item, JsonField> && needed <= FieldIndex::kUnindexedFields
                                 ? FieldIndex::kUnindexedFields
                                 : kMaxItems;
-  reserve(container, std::max(needed, std::min(2 * capacity, limit)));
+  reserve(std::max(needed, std::min(2 * capacity, limit)));
 }
 
-template <typename Container>
-void destroy(Container& container) noexcept {
+template <typename Item>
+void Container<Item>::clear() noexcept {
+  while (!empty()) items_[--head_.size].~Item();
+  rebuild_index(items_, 0);
+}
+
+template <typename Item>
+void Container<Item>::dispose() noexcept {
   DyingBlocks dying;
-  dying.add(container);
+  dying.add(items_, size());
   dying.destroy_all();
 }
 
-template void allocate(JsonList&, std::size_t);
-template void allocate(JsonObject&, std::size_t);
-template void reserve(JsonList&, std::size_t);
-template void reserve(JsonObject&, std::size_t);
-template void make_room(JsonList&);
-template void make_room(JsonObject&);
-template void destroy(JsonList&) noexcept;
-template void destroy(JsonObject&) noexcept;
+template JsonValue* new_block(std::size_t);
+template JsonField* new_block(std::size_t);
+template class Container<JsonValue>;
+template class Container<JsonField>;
 
 }  // namespace vantrex::values::detail

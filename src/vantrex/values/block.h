@@ -8,13 +8,12 @@
 #include <cstdint>
 
 #include "vantrex/values/field_index.h"
-#include "vantrex/values/json_value.h"
 
 namespace vantrex::values::detail {
 
 struct BlockHeader {
-  std::uint32_t capacity;
-  std::uint32_t dying_size;  // during destruction: the number of items
+  std::uint32_t capacity;  // at most 2^31; during destruction: the number of items
+  bool holds_fields;
   union {
     FieldIndex* index;        // null for a list or a small object
     BlockHeader* next_dying;  // during destruction: the next block to destroy
@@ -28,26 +27,16 @@ inline const BlockHeader& header_of(const void* items) noexcept {
   return static_cast<const BlockHeader*>(items)[-1];
 }
 
-// Allocates a block of exactly `capacity` items, at least 1, for a container without one. Throws
-// std::bad_alloc, and std::length_error for more than 2^31 items.
-template <typename Container>
-void allocate(Container& container, std::size_t capacity);
+// Makes a block for exactly `capacity` items, at least 1. Throws std::bad_alloc, and std::length_error for
+// more than 2^31 items.
+template <typename Item>
+Item* new_block(std::size_t capacity);
 
-// Ensures a block with room for `capacity` items. Moves the items by copying their bytes. On failure,
-// `container` is unchanged.
-template <typename Container>
-void reserve(Container& container, std::size_t capacity);
-
-// Ensures room for one more item. Amortised constant time.
-template <typename Container>
-void make_room(Container& container);
-
-// Rebuilds the index of `object` from its fields, if it has an index.
-void rebuild_index(JsonObject& object) noexcept;
-
-// Destroys the items of `container` with everything below them, and frees the block. Neither recurses nor
-// allocates.
-template <typename Container>
-void destroy(Container& container) noexcept;
+// Rebuilds the index of a block from its `size` items. Does nothing for a block without an index.
+inline void rebuild_index(JsonField* fields, std::size_t size) noexcept {
+  if (fields == nullptr) return;
+  if (FieldIndex* index = header_of(fields).index) index->rebuild(fields, size);
+}
+inline void rebuild_index(JsonValue* /*items*/, std::size_t /*size*/) noexcept {}
 
 }  // namespace vantrex::values::detail

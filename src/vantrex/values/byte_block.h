@@ -9,7 +9,7 @@
 #include <cstdint>
 #include <cstring>
 
-#include "vantrex/values/escapes.h"
+#include "vantrex/values/text_bits.h"
 
 #ifdef __SSE2__
 #include <emmintrin.h>

@@ -6,15 +6,13 @@
 // Ownership: a value type; copying never allocates. Threads: like an int.
 #pragma once
 
-#include <charconv>
 #include <compare>
 #include <concepts>
 #include <cstdint>
-#include <limits>
+#include <iosfwd>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <system_error>
 #include <utility>
 
 #include "vantrex/export.h"
@@ -32,18 +30,27 @@ concept CountingInteger = std::integral<T> && sizeof(T) <= sizeof(std::int64_t) 
 class NEXT_STEPS_API Integer {
  public:
   /// Zero.
-  Integer() noexcept = default;
+  Integer() noexcept : Integer(0) {}
 
   /// The number `value`. Only an unsigned value of 2^63 or more allocates.
   template <CountingInteger T>
-  Integer(T value) {  // NOLINT(google-explicit-constructor): loses nothing.
-    if constexpr (sizeof(T) >= sizeof(std::int64_t) && std::unsigned_integral<T>) {
-      if (value > static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max())) {
-        digits_ = Text(std::to_string(value));
-        return;
-      }
-    }
-    small_ = static_cast<std::int64_t>(value);
+  Integer(T value)  // NOLINT(google-explicit-constructor): loses nothing.
+      : bits_{.number = {detail::Tag::integer, static_cast<std::int64_t>(value)}} {
+    if (!std::in_range<std::int64_t>(value)) *this = large(static_cast<std::uint64_t>(value));
+  }
+
+  /// Shares the digits.
+  Integer(const Integer& other) noexcept : bits_(other.bits_) {
+    if (!is_small()) Text::retain(bits_);
+  }
+  /// Shares the digits.
+  Integer& operator=(Integer other) noexcept {
+    std::swap(bits_, other.bits_);
+    return *this;
+  }
+  /// Frees the digits with their last copy.
+  ~Integer() {
+    if (!is_small()) Text::release(bits_);
   }
 
   /// Parses an optional "-" and one or more decimal digits; returns nothing for any other text. Drops leading
@@ -54,11 +61,9 @@ class NEXT_STEPS_API Integer {
   /// The value as a T, or nothing when it is out of range.
   template <CountingInteger T>
   std::optional<T> to() const noexcept {
-    if (is_small()) return std::in_range<T>(small_) ? std::optional(static_cast<T>(small_)) : std::nullopt;
-    T value = 0;
-    const std::string_view digits = digits_.view();
-    const auto read = std::from_chars(digits.data(), digits.data() + digits.size(), value);
-    return read.ec == std::errc() ? std::optional(value) : std::nullopt;
+    if (is_small()) return std::in_range<T>(small()) ? std::optional(static_cast<T>(small())) : std::nullopt;
+    const std::optional<std::uint64_t> number = to_unsigned();
+    return number && std::in_range<T>(*number) ? std::optional(static_cast<T>(*number)) : std::nullopt;
   }
 
   /// The decimal digits, with a leading "-" when negative.
@@ -80,17 +85,24 @@ class NEXT_STEPS_API Integer {
     return a.is_negative() ? std::strong_ordering::less : std::strong_ordering::greater;
   }
 
+  /// Writes the digits.
+  friend NEXT_STEPS_API std::ostream& operator<<(std::ostream& out, const Integer& number);
+
  private:
   friend struct detail::ValueAccess;
 
   // A number outside the range of std::int64_t: digits without leading zeros, after "-" when negative.
-  explicit Integer(Text digits) noexcept : digits_(std::move(digits)) {}
+  explicit Integer(Text digits) noexcept;
+  static Integer large(std::uint64_t value);
 
-  bool is_small() const noexcept { return digits_.empty(); }
-  bool is_negative() const noexcept { return is_small() ? small_ < 0 : digits_.view().front() == '-'; }
+  bool is_small() const noexcept { return bits_.tag() == detail::Tag::integer; }
+  std::int64_t small() const noexcept { return bits_.number.value; }
+  bool is_negative() const noexcept { return is_small() ? small() < 0 : bits_.view().front() == '-'; }
+  std::optional<std::uint64_t> to_unsigned() const noexcept;
 
-  std::int64_t small_ = 0;
-  Text digits_;  // empty when the number is in small_
+  detail::TextBits bits_;  // a number, or the bits of a shared text with the tag big_integer
 };
+
+static_assert(sizeof(Integer) == 16);
 
 }  // namespace vantrex::values

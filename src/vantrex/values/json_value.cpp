@@ -1,21 +1,100 @@
 #include "vantrex/values/json_value.h"
 
+#include <algorithm>
+#include <atomic>
+#include <bit>
+#include <cmath>
+#include <iterator>
 #include <new>
-#include <utility>
 
 #include "vantrex/values/value_access.h"
+#include "vantrex/values/walk_stack.h"
 
 namespace vantrex::values {
 
 using detail::Tag;
+using detail::Values;
 
-JsonValue::JsonValue(Integer value) noexcept : JsonValue(nullptr) {
-  if (const auto small = value.to<std::int64_t>()) {
-    plain_.tag = Tag::integer;
-    plain_.as.integer = *small;
-    return;
+namespace {
+
+bool same_float(double a, double b) noexcept {
+  return (std::isnan(a) && std::isnan(b)) ||
+         std::bit_cast<std::uint64_t>(a) == std::bit_cast<std::uint64_t>(b);
+}
+
+// Compares two trees, container by container.
+class EqualityWalk {
+ public:
+  template <typename T>
+  bool equal(const T& a, const T& b) {
+    if (!match(a, b)) return false;
+    while (!walk_.empty()) {
+      Level& level = walk_.top();
+      if (level.values.done()) {
+        walk_.pop();
+      } else if (!match(level.values.take(), level.others.take())) {
+        return false;
+      }
+    }
+    return true;
   }
-  detail::ValueAccess::place_big_integer(*this, std::move(value));
+
+ private:
+  // Two containers with equal sizes and keys, and the position up to which their values are equal.
+  struct Level {
+    Values<const JsonValue> values;
+    Values<const JsonValue> others;
+  };
+
+  // Whether the two are equal, except for values inside containers. Those are pushed for comparison.
+  bool match(const JsonList& a, const JsonList& b) {
+    if (a.size() != b.size()) return false;
+    walk_.push(Values<const JsonValue>(a), Values<const JsonValue>(b));
+    return true;
+  }
+  bool match(const JsonObject& a, const JsonObject& b) {
+    const auto same_key = [](const JsonField& field, const JsonField& other) {
+      return field.key == other.key;
+    };
+    if (!std::equal(a.begin(), a.end(), b.begin(), b.end(), same_key)) return false;
+    walk_.push(Values<const JsonValue>(a), Values<const JsonValue>(b));
+    return true;
+  }
+
+  bool match(const JsonValue& a, const JsonValue& b) {
+    if (a.kind() != b.kind()) return false;
+    switch (a.kind()) {
+      case Kind::null:
+        return true;
+      case Kind::boolean:
+        return a.boolean() == b.boolean();
+      case Kind::integer:
+        return a.integer() == b.integer();
+      case Kind::floating:
+        return same_float(*a.floating(), *b.floating());
+      case Kind::string:
+        return *a.text() == *b.text();
+      case Kind::foreign:
+        return *a.foreign() == *b.foreign();
+      case Kind::list:
+        return match(*a.list(), *b.list());
+      case Kind::object:
+        return match(*a.object(), *b.object());
+    }
+    return false;
+  }
+
+  WalkStack<Level> walk_;
+};
+
+}  // namespace
+
+ForeignValue::ForeignValue(const ForeignValue& other) noexcept : box_(other.box_) {
+  std::atomic_ref(box_->references).fetch_add(1, std::memory_order_relaxed);
+}
+
+ForeignValue::~ForeignValue() {
+  if (std::atomic_ref(box_->references).fetch_sub(1, std::memory_order_acq_rel) == 1) delete box_;
 }
 
 void JsonValue::copy_from(const JsonValue& other) {
@@ -30,7 +109,7 @@ void JsonValue::copy_from(const JsonValue& other) {
       new (&foreign_) Foreign(other.foreign_);
       break;
     case Tag::big_integer:
-      detail::ValueAccess::copy_big_integer(*this, other);
+      new (&integer_) Integer(other.integer_);
       break;
     default:
       new (&text_) Text(other.text_);
@@ -50,7 +129,7 @@ void JsonValue::dispose() noexcept {
       foreign_.~Foreign();
       break;
     case Tag::big_integer:
-      detail::ValueAccess::release_big_integer(*this);
+      integer_.~Integer();
       break;
     default:
       text_.~Text();
@@ -59,25 +138,11 @@ void JsonValue::dispose() noexcept {
 }
 
 Kind JsonValue::kind() const noexcept {
-  switch (tag()) {
-    case Tag::null:
-      return Kind::null;
-    case Tag::boolean:
-      return Kind::boolean;
-    case Tag::integer:
-    case Tag::big_integer:
-      return Kind::integer;
-    case Tag::floating:
-      return Kind::floating;
-    case Tag::list:
-      return Kind::list;
-    case Tag::object:
-      return Kind::object;
-    case Tag::foreign:
-      return Kind::foreign;
-    default:
-      return Kind::string;
-  }
+  // In the order of the tags up to big_integer; all later tags are those of strings.
+  constexpr Kind kKinds[] = {Kind::null, Kind::boolean, Kind::integer, Kind::floating,
+                             Kind::list, Kind::object,  Kind::foreign, Kind::integer};
+  static_assert(std::size(kKinds) == static_cast<std::size_t>(Tag::shared_text));
+  return detail::is_text(tag()) ? Kind::string : kKinds[static_cast<std::size_t>(tag())];
 }
 
 bool JsonValue::is_empty() const noexcept {
@@ -87,7 +152,7 @@ bool JsonValue::is_empty() const noexcept {
     case Tag::boolean:
       return !plain_.as.boolean;
     case Tag::integer:
-      return plain_.as.integer == 0;
+      return integer_ == 0;
     case Tag::floating:
       return plain_.as.floating == 0.0;
     case Tag::list:
@@ -102,17 +167,21 @@ bool JsonValue::is_empty() const noexcept {
   }
 }
 
-std::optional<Integer> JsonValue::integer() const noexcept {
-  switch (tag()) {
-    case Tag::boolean:
-      return Integer(plain_.as.boolean ? 1 : 0);
-    case Tag::integer:
-      return Integer(plain_.as.integer);
-    case Tag::big_integer:
-      return detail::ValueAccess::big_integer(*this);
-    default:
-      return std::nullopt;
-  }
+bool JsonValue::equals_float(double other) const noexcept {
+  return floating() && same_float(*floating(), other);
+}
+
+bool operator==(const JsonList& a, const JsonList& b) {
+  EqualityWalk walk;
+  return walk.equal(a, b);
+}
+bool operator==(const JsonObject& a, const JsonObject& b) {
+  EqualityWalk walk;
+  return walk.equal(a, b);
+}
+bool operator==(const JsonValue& a, const JsonValue& b) {
+  EqualityWalk walk;
+  return walk.equal(a, b);
 }
 
 }  // namespace vantrex::values

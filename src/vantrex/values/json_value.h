@@ -32,7 +32,6 @@
 #include "vantrex/values/conversions.h"
 #include "vantrex/values/foreign.h"
 #include "vantrex/values/integer.h"
-#include "vantrex/values/path_step.h"
 #include "vantrex/values/text.h"
 
 namespace vantrex::values {
@@ -43,139 +42,136 @@ struct JsonField;
 enum class Kind : std::uint8_t { null, boolean, integer, floating, string, list, object, foreign };
 
 namespace detail {
-struct ValueAccess;
-}
 
-/// An ordered list of values. Every non-const operation invalidates pointers, references and iterators into
-/// it.
-class NEXT_STEPS_API JsonList {
+/// What JsonList and JsonObject share: they own their items, in order, in one block of memory. Copies are
+/// deep. Moving takes the items; the source is then empty.
+///
+/// Adding an item may move all items, and removing one moves those behind it. This and every assignment, swap
+/// and move invalidates pointers, references and iterators into the container; a change within an item does
+/// not.
+template <typename Item>
+class NEXT_STEPS_API Container {
  public:
-  using value_type = JsonValue;              ///< The type of an item.
-  using size_type = std::size_t;             ///< The type of size().
-  using difference_type = std::ptrdiff_t;    ///< The type of the difference of two iterators.
-  using reference = const JsonValue&;        ///< Const: iterators only read.
-  using const_reference = const JsonValue&;  ///< The same type as `reference`.
-  using iterator = const JsonValue*;         ///< Const and contiguous.
-  using const_iterator = const JsonValue*;   ///< The same type as `iterator`.
+  using value_type = Item;                 ///< The type of an item.
+  using size_type = std::size_t;           ///< The type of size().
+  using difference_type = std::ptrdiff_t;  ///< The type of the difference of two iterators.
+  using reference = const Item&;           ///< Const: iterators only read.
+  using const_reference = const Item&;     ///< The same type as `reference`.
+  using iterator = const Item*;            ///< Const and contiguous.
+  using const_iterator = const Item*;      ///< The same type as `iterator`.
 
+  std::size_t size() const noexcept { return head_.size; }          ///< The number of items.
+  bool empty() const noexcept { return size() == 0; }               ///< Whether there is no item.
+  const Item* begin() const noexcept { return items_; }             ///< The first item.
+  const Item* end() const noexcept { return items_ + head_.size; }  ///< One past the last item.
+
+  void reserve(std::size_t capacity);  ///< Ensures memory for `capacity` items in total.
+  void clear() noexcept;               ///< Removes all items; keeps the memory.
+
+  /// Exchanges the items.
+  friend void swap(Container& a, Container& b) noexcept {
+    std::swap(a.head_, b.head_);
+    std::swap(a.items_, b.items_);
+  }
+
+ protected:
+  Container() noexcept = default;
+  Container(const Container& other);
+  Container(Container&& other) noexcept
+      : head_(std::exchange(other.head_, kEmpty)), items_(std::exchange(other.items_, nullptr)) {}
+  Container& operator=(const Container& other) { return *this = Container(other); }
+  Container& operator=(Container&& other) noexcept {
+    Container taken(std::move(other));
+    swap(*this, taken);
+    return *this;
+  }
+  ~Container() {
+    if (items_ != nullptr) dispose();
+  }
+
+  // Ensures room for one more item. Amortised constant time.
+  void make_room();
+
+  Head head_ = kEmpty;
+  Item* items_ = nullptr;  // null when no memory is allocated
+
+ private:
+  friend struct ValueAccess;
+
+  static constexpr Head kEmpty{std::is_same_v<Item, JsonValue> ? Tag::list : Tag::object, 0, 0, 0};
+
+  void dispose() noexcept;
+};
+
+}  // namespace detail
+
+/// An ordered list of values.
+class NEXT_STEPS_API JsonList : public detail::Container<JsonValue> {
+ public:
   JsonList() noexcept = default;  ///< An empty list.
 
-  /// The items of a sequence, such as a std::vector.
+  /// The items of a sequence, such as a std::vector. Moves the items of a container that is moved.
   template <detail::Sequence Range>
-  explicit JsonList(const Range& items);
-  /// The elements of a tuple or a pair.
+  explicit JsonList(Range&& items);
+  /// The elements of a tuple or a pair. Moves those of a tuple that is moved.
   template <detail::FixedTuple Tuple>
-  explicit JsonList(const Tuple& items);
+  explicit JsonList(Tuple&& items);
 
   /// The given items: JsonList::of(1, "two", nullptr).
   template <typename... Items>
   static JsonList of(Items&&... items);
 
-  JsonList(const JsonList& other);               ///< A deep copy.
-  JsonList(JsonList&& other) noexcept;           ///< Takes the items; `other` is then empty.
-  JsonList& operator=(JsonList other) noexcept;  ///< Copies, or moves from an rvalue.
-  ~JsonList();  ///< Allocates nothing; the stack use does not depend on depth.
+  /// The item at `position`; null when there is none.
+  template <CountingInteger Position>
+  const JsonValue& operator[](Position position) const& noexcept;
+  template <CountingInteger Position>
+  const JsonValue& operator[](Position position) const&& = delete;
 
-  std::size_t size() const noexcept { return head_.size; }  ///< The number of items.
-  bool empty() const noexcept { return size() == 0; }       ///< Whether there is no item.
-
-  const JsonValue* begin() const noexcept { return items_; }  ///< The first item.
-  const JsonValue* end() const noexcept;                      ///< One past the last item.
-
-  /// The item at `position`, which must be less than size().
-  const JsonValue& operator[](std::size_t position) const& noexcept;
-  const JsonValue& operator[](std::size_t position) const&& = delete;
-  /// The item at `position`, for changes; `position` must be less than size().
-  JsonValue& mutable_item(std::size_t position) & noexcept;
+  /// The item at `position`, or a null pointer. A list that is not const gives an item that can be changed.
+  const JsonValue* item(std::size_t position) const& noexcept;
+  JsonValue* item(std::size_t position) & noexcept;  ///< The same.
+  const JsonValue* item(std::size_t position) const&& = delete;
 
   const JsonValue& back() const& noexcept;  ///< The last item. The list must not be empty.
   const JsonValue& back() const&& = delete;
 
-  /// Like JsonValue::at_path, with at least one step.
-  template <typename... Steps>
-  const JsonValue& at_path(const detail::PathStep& first, const Steps&... rest) const& noexcept;
-  template <typename... Steps>
-  const JsonValue& at_path(const Steps&... steps) const&& = delete;
-
   void push_back(JsonValue item);             ///< Appends `item`. Amortised constant time.
   void truncate(std::size_t count) noexcept;  ///< Removes all items after the first `count`.
-  void clear() noexcept { truncate(0); }      ///< Removes all items; keeps the memory.
-  void reserve(std::size_t capacity);         ///< Ensures memory for `capacity` items in total.
 
   /// Lists are equal when they have equal items in the same order.
   friend NEXT_STEPS_API bool operator==(const JsonList& a, const JsonList& b);
 
   /// Writes the compact text.
   friend NEXT_STEPS_API std::ostream& operator<<(std::ostream& out, const JsonList& list);
-
- private:
-  friend struct detail::ValueAccess;
-
-  void dispose() noexcept;
-
-  static constexpr detail::Head kEmpty{detail::Tag::list, 0, 0, 0};
-
-  detail::Head head_ = kEmpty;
-  JsonValue* items_ = nullptr;  // null when no memory is allocated
 };
 
-/// String-keyed fields in insertion order. Every non-const operation invalidates pointers, references and
-/// iterators into it.
-class NEXT_STEPS_API JsonObject {
+/// String-keyed fields in insertion order.
+class NEXT_STEPS_API JsonObject : public detail::Container<JsonField> {
  public:
-  using value_type = JsonField;              ///< The type of a field.
-  using size_type = std::size_t;             ///< The type of size().
-  using difference_type = std::ptrdiff_t;    ///< The type of the difference of two iterators.
-  using reference = const JsonField&;        ///< Const: iterators only read.
-  using const_reference = const JsonField&;  ///< The same type as `reference`.
-  using iterator = const JsonField*;         ///< Const and contiguous.
-  using const_iterator = const JsonField*;   ///< The same type as `iterator`.
-
   struct FieldInit;
 
   JsonObject() noexcept = default;  ///< An empty object.
 
   /// The given fields: JsonObject{{"fqn", fqn}, {"note", nullptr}}. A repeated key keeps its first position
-  /// and its last value.
-  JsonObject(std::initializer_list<FieldInit> fields);
+  /// and its last value. The values are moved, so a list with a name must be passed with std::move.
+  JsonObject(std::initializer_list<FieldInit>&& fields);
 
-  /// The fields of a string-keyed map, in the map's order.
+  /// The fields of a string-keyed map, in the map's order. Moves the values of a map that is moved.
   template <detail::StringKeyedMap Map>
-  explicit JsonObject(const Map& map);
+  explicit JsonObject(Map&& map);
 
-  JsonObject(const JsonObject& other);               ///< A deep copy.
-  JsonObject(JsonObject&& other) noexcept;           ///< Takes the fields; `other` is then empty.
-  JsonObject& operator=(JsonObject other) noexcept;  ///< Copies, or moves from an rvalue.
-  ~JsonObject();  ///< Allocates nothing; the stack use does not depend on depth.
-
-  std::size_t size() const noexcept { return head_.size; }  ///< The number of fields.
-  bool empty() const noexcept { return size() == 0; }       ///< Whether there is no field.
-
-  const JsonField* begin() const noexcept { return fields_; }  ///< The first field.
-  const JsonField* end() const noexcept;                       ///< One past the last field.
-
-  /// The value of the field `key`, or a null pointer when absent. Constant time on average.
-  const JsonValue* find(std::string_view key) const& noexcept;
-  const JsonValue* find(std::string_view key) const&& = delete;
-  const JsonValue* find(std::nullptr_t) const& = delete;
-  /// The value of the field `key` for changes, or a null pointer when absent. Constant time on average.
-  JsonValue* find_mutable(std::string_view key) & noexcept;
-  JsonValue* find_mutable(std::nullptr_t) & = delete;
+  /// The value of the field `key`, or a null pointer when absent. An object that is not const gives a value
+  /// that can be changed. Constant time on average.
+  const JsonValue* find(StringArgument key) const& noexcept;
+  JsonValue* find(StringArgument key) & noexcept;  ///< The same.
+  const JsonValue* find(StringArgument key) const&& = delete;
 
   /// The value of the field `key`; an absent field reads as null.
-  const JsonValue& operator[](std::string_view key) const& noexcept;
-  const JsonValue& operator[](std::string_view key) const&& = delete;
-  const JsonValue& operator[](std::nullptr_t) const& = delete;
-
-  /// Like JsonValue::at_path, with at least one step.
-  template <typename... Steps>
-  const JsonValue& at_path(const detail::PathStep& first, const Steps&... rest) const& noexcept;
-  template <typename... Steps>
-  const JsonValue& at_path(const Steps&... steps) const&& = delete;
+  const JsonValue& operator[](StringArgument key) const& noexcept;
+  const JsonValue& operator[](StringArgument key) const&& = delete;
 
   /// Whether there is a field `key`. Its value may be null.
-  bool contains(std::string_view key) const noexcept { return find(key) != nullptr; }
-  bool contains(std::nullptr_t) const = delete;
+  bool contains(StringArgument key) const noexcept { return find(key) != nullptr; }
 
   /// Replaces the value of the field `key`, or appends the field when absent. Amortised constant time on
   /// average. Throws InvalidUtf8 for an ill-formed key.
@@ -187,12 +183,7 @@ class NEXT_STEPS_API JsonObject {
 
   /// Removes the field `key` and returns its value, or nothing when absent. The other fields keep their
   /// order. Linear in the number of fields.
-  std::optional<JsonValue> remove(std::string_view key) noexcept;
-  std::optional<JsonValue> remove(std::nullptr_t) = delete;
-
-  void clear() noexcept { *this = JsonObject(); }  ///< Removes all fields and frees their memory.
-
-  void reserve(std::size_t capacity);  ///< Ensures memory for `capacity` fields in total.
+  std::optional<JsonValue> remove(StringArgument key) noexcept;
 
   /// Objects are equal when they have equal fields in the same order.
   friend NEXT_STEPS_API bool operator==(const JsonObject& a, const JsonObject& b);
@@ -201,16 +192,7 @@ class NEXT_STEPS_API JsonObject {
   friend NEXT_STEPS_API std::ostream& operator<<(std::ostream& out, const JsonObject& object);
 
  private:
-  friend struct detail::ValueAccess;
-
-  void dispose() noexcept;
-  const JsonValue* find_short(std::string_view key) const noexcept;
   void append_new(Text key, JsonValue value);
-
-  static constexpr detail::Head kEmpty{detail::Tag::object, 0, 0, 0};
-
-  detail::Head head_ = kEmpty;
-  JsonField* fields_ = nullptr;  // null when no memory is allocated
 };
 
 /// One value of any kind. An accessor returns nothing for a value of another kind; the pointers and views
@@ -218,7 +200,8 @@ class NEXT_STEPS_API JsonObject {
 class NEXT_STEPS_API JsonValue {
  public:
   // NOLINTBEGIN(google-explicit-constructor): these conversions are the purpose of the class.
-  JsonValue() noexcept : JsonValue(nullptr) {}                                     ///< Null.
+  /// Null. Explicit: as a value, {} would not say whether null, a list or an object is meant.
+  explicit JsonValue() noexcept : JsonValue(nullptr) {}
   constexpr JsonValue(std::nullptr_t) noexcept : plain_{detail::Tag::null, {}} {}  ///< Null.
 
   /// A boolean. Only a bool converts to it.
@@ -227,10 +210,8 @@ class NEXT_STEPS_API JsonValue {
 
   /// An integer. Only an unsigned value of 2^63 or more allocates.
   template <CountingInteger Number>
-  JsonValue(Number value) : plain_{detail::Tag::integer, {.integer = static_cast<std::int64_t>(value)}} {
-    if (!std::in_range<std::int64_t>(value)) *this = JsonValue(Integer(value));
-  }
-  JsonValue(Integer value) noexcept;  ///< An integer of any size.
+  JsonValue(Number value) : integer_(value) {}
+  JsonValue(Integer value) noexcept : integer_(std::move(value)) {}  ///< An integer of any size.
 
   /// A float, converted to double.
   template <std::floating_point Number>
@@ -239,11 +220,12 @@ class NEXT_STEPS_API JsonValue {
 
   JsonValue(Text text) noexcept : text_(std::move(text)) {}     ///< A string.
   JsonValue(const TextLiteral& text) noexcept : text_(text) {}  ///< A string.
-  JsonValue(std::string_view text) : text_(text) {}             ///< A string. May throw InvalidUtf8.
-  /// A string of any other type. Throws std::invalid_argument for a null pointer, InvalidUtf8 for ill-formed
-  /// UTF-8.
+  /// Any other string. Throws std::invalid_argument for a null pointer, InvalidUtf8 for ill-formed UTF-8.
   template <detail::StringValue T>
   JsonValue(const T& text) : text_(text) {}
+  /// The text of a path. Throws InvalidUtf8 for ill-formed UTF-8.
+  template <detail::PathLike Path>
+  JsonValue(const Path& path) : text_(path.native()) {}
 
   JsonValue(JsonList list) noexcept : list_(std::move(list)) {}          ///< A list.
   JsonValue(JsonObject object) noexcept : object_(std::move(object)) {}  ///< An object.
@@ -255,21 +237,20 @@ class NEXT_STEPS_API JsonValue {
   template <detail::HasToJsonValue T>
   JsonValue(const T& value) : JsonValue(JsonValue(to_json_value(value))) {}
 
-  /// The value of an optional, or null.
-  template <typename T>
-  requires std::is_constructible_v<JsonValue, const T&> JsonValue(const std::optional<T>& value)
-      : JsonValue() {
-    if (value) *this = JsonValue(*value);
+  /// The value of an optional, or null. Moves it when the optional is moved.
+  template <detail::OptionalValue Optional>
+  JsonValue(Optional&& value) : JsonValue() {
+    if (value) *this = JsonValue(*std::forward<Optional>(value));
   }
-  /// The list of a sequence's items.
+  /// The list of a sequence's items, as JsonList makes it.
   template <detail::SequenceOfValues Range>
-  JsonValue(const Range& items) : JsonValue(JsonList(items)) {}
+  JsonValue(Range&& items) : JsonValue(JsonList(std::forward<Range>(items))) {}
   /// The list of a tuple's or a pair's elements.
   template <detail::TupleOfValues Tuple>
-  JsonValue(const Tuple& items) : JsonValue(JsonList(items)) {}
+  JsonValue(Tuple&& items) : JsonValue(JsonList(std::forward<Tuple>(items))) {}
   /// The object of a string-keyed map.
   template <detail::MapOfValues Map>
-  JsonValue(const Map& map) : JsonValue(JsonObject(map)) {}
+  JsonValue(Map&& map) : JsonValue(JsonObject(std::forward<Map>(map))) {}
 
   /// Rejects every other type: characters, enums, pointers other than to char, and classes without
   /// to_json_value.
@@ -284,7 +265,7 @@ class NEXT_STEPS_API JsonValue {
   JsonValue& operator=(JsonValue other) noexcept;  ///< Copies, or moves from an rvalue.
   ~JsonValue();  ///< Allocates nothing; the stack use does not depend on depth.
 
-  void swap(JsonValue& other) noexcept;  ///< Exchanges the two values.
+  friend void swap(JsonValue& a, JsonValue& b) noexcept { a.swap_with(b); }  ///< Exchanges the two values.
 
   Kind kind() const noexcept;                                           ///< The kind of the value.
   bool is_null() const noexcept { return tag() == detail::Tag::null; }  ///< Whether the value is null.
@@ -296,13 +277,14 @@ class NEXT_STEPS_API JsonValue {
   std::optional<bool> boolean() const noexcept {
     return tag() == detail::Tag::boolean ? std::optional(plain_.as.boolean) : std::nullopt;
   }
-  /// The integer. A boolean counts as one: true is 1, false is 0.
-  std::optional<Integer> integer() const noexcept;
+  /// The integer.
+  std::optional<Integer> integer() const noexcept {
+    return is_integer() ? std::optional(integer_) : std::nullopt;
+  }
   /// The integer as a T, or nothing when it is out of range.
   template <CountingInteger T>
   std::optional<T> integer() const noexcept {
-    const std::optional<Integer> number = integer();
-    return number ? number->to<T>() : std::nullopt;
+    return is_integer() ? integer_.to<T>() : std::nullopt;
   }
   /// The float.
   std::optional<double> floating() const noexcept {
@@ -313,14 +295,14 @@ class NEXT_STEPS_API JsonValue {
     return detail::is_text(tag()) ? std::optional(text_.view()) : std::nullopt;
   }
   const Text* text() const& noexcept { return detail::is_text(tag()) ? &text_ : nullptr; }  ///< The string.
-  /// The list.
+  /// The list. A value that is not const gives a list that can be changed.
   const JsonList* list() const& noexcept { return tag() == detail::Tag::list ? &list_ : nullptr; }
-  /// The list, for changes.
-  JsonList* list() & noexcept { return tag() == detail::Tag::list ? &list_ : nullptr; }
-  /// The object.
+  JsonList* list() & noexcept { return tag() == detail::Tag::list ? &list_ : nullptr; }  ///< The same.
+  /// The object. A value that is not const gives an object that can be changed.
   const JsonObject* object() const& noexcept { return tag() == detail::Tag::object ? &object_ : nullptr; }
-  /// The object, for changes.
-  JsonObject* object() & noexcept { return tag() == detail::Tag::object ? &object_ : nullptr; }
+  JsonObject* object() & noexcept {
+    return tag() == detail::Tag::object ? &object_ : nullptr;
+  }  ///< The same.
   /// The foreign value.
   const ForeignValue* foreign() const& noexcept {
     return tag() == detail::Tag::foreign ? &foreign_.value : nullptr;
@@ -331,12 +313,14 @@ class NEXT_STEPS_API JsonValue {
   const JsonObject* object() const&& = delete;
   const ForeignValue* foreign() const&& = delete;
 
-  /// Follows keys into objects and positions into lists: at_path("results", 0, "fqn"). Returns a null value
-  /// when a field or position is absent, or when a value on the way has another kind.
-  template <typename... Steps>
-  const JsonValue& at_path(const Steps&... steps) const& noexcept;
-  template <typename... Steps>
-  const JsonValue& at_path(const Steps&... steps) const&& = delete;
+  /// The field `key` of an object, or the item at `position` of a list: value["results"][0]["fqn"]. Null when
+  /// absent, and when this value is of another kind.
+  const JsonValue& operator[](StringArgument key) const& noexcept;
+  const JsonValue& operator[](StringArgument key) const&& = delete;
+  template <CountingInteger Position>
+  const JsonValue& operator[](Position position) const& noexcept;  ///< The same.
+  template <CountingInteger Position>
+  const JsonValue& operator[](Position position) const&& = delete;
 
   /// Values are equal when their kinds are (1, 1.0 and true differ) and their contents are. Objects are equal
   /// when they have equal fields in the same order. A NaN equals every NaN; -0.0 does not equal 0.0. Foreign
@@ -344,13 +328,13 @@ class NEXT_STEPS_API JsonValue {
   friend NEXT_STEPS_API bool operator==(const JsonValue& a, const JsonValue& b);
   /// Compares with the value that `b` would convert to, but converts and copies nothing. Ill-formed UTF-8
   /// equals no value. Throws std::invalid_argument when `b` is a null `const char*`.
-  template <detail::ComparedWithValue T>
+  template <detail::PlainValue T>
   friend bool operator==(const JsonValue& a, const T& b) {
     return a.equals(b);
   }
   /// Rejects types that must be converted first, such as std::vector.
   template <typename T>
-  requires(!detail::ComparedWithValue<T> && !detail::OptionalValue<T> &&
+  requires(!detail::PlainValue<T> && !detail::OptionalValue<T> &&
            !std::derived_from<T, JsonValue>) friend bool
   operator==(const JsonValue&, const T&) = delete;
 
@@ -365,7 +349,6 @@ class NEXT_STEPS_API JsonValue {
     union {
       std::nullptr_t nothing;
       bool boolean;
-      std::int64_t integer;
       double floating;
     } as;
   };
@@ -376,38 +359,38 @@ class NEXT_STEPS_API JsonValue {
 
   // NOLINTNEXTLINE(clang-analyzer-core.uninitialized.UndefReturn): every constructor sets the tag.
   detail::Tag tag() const noexcept { return plain_.tag; }
+  bool is_integer() const noexcept {
+    return tag() == detail::Tag::integer || tag() == detail::Tag::big_integer;
+  }
   // Copies the 16 bytes of `other`; no reference count changes.
   void take_bits(const JsonValue& other) noexcept {
     std::memcpy(static_cast<void*>(this), static_cast<const void*>(&other), sizeof(JsonValue));
   }
+  void swap_with(JsonValue& other) noexcept;
   void copy_from(const JsonValue& other);
   void dispose() noexcept;
 
   bool equals(std::nullptr_t) const noexcept { return is_null(); }
   bool equals(std::same_as<bool> auto other) const noexcept { return boolean() == other; }
-  bool equals(CountingInteger auto other) const noexcept {
-    return kind() == Kind::integer && integer<decltype(other)>() == other;
-  }
+  bool equals(CountingInteger auto other) const noexcept { return integer<decltype(other)>() == other; }
   bool equals(std::floating_point auto other) const noexcept {
     return equals_float(static_cast<double>(other));
   }
-  bool equals_float(double other) const noexcept;
-  template <detail::StringLike T>
-  bool equals(const T& other) const {
-    return string() == detail::view_of(other);
-  }
+  bool equals(const detail::StringLike auto& other) const { return string() == detail::view_of(other); }
   bool equals(const Text& other) const noexcept { return text() != nullptr && *text() == other; }
-  bool equals(const Integer& other) const noexcept { return kind() == Kind::integer && integer() == other; }
+  bool equals(const Integer& other) const noexcept { return integer() == other; }
   bool equals(const JsonList& other) const { return list() != nullptr && *list() == other; }
   bool equals(const JsonObject& other) const { return object() != nullptr && *object() == other; }
   bool equals(const ForeignValue& other) const noexcept {
     return foreign() != nullptr && *foreign() == other;
   }
+  bool equals_float(double other) const noexcept;
 
   // All begin with the tag, so it can be read through any of them.
   union {
     Plain plain_;
-    Text text_;  // a string, or the digits of an integer outside the range of std::int64_t
+    Integer integer_;
+    Text text_;
     JsonList list_;
     JsonObject object_;
     Foreign foreign_;

@@ -2,7 +2,7 @@
 #pragma once
 
 #include <cassert>
-#include <ranges>
+#include <iterator>
 #include <tuple>
 #include <utility>
 
@@ -10,28 +10,33 @@
 
 namespace vantrex::values {
 
-inline JsonList::JsonList(JsonList&& other) noexcept
-    : head_(std::exchange(other.head_, kEmpty)), items_(std::exchange(other.items_, nullptr)) {}
-inline JsonList& JsonList::operator=(JsonList other) noexcept {
-  std::swap(head_, other.head_);
-  std::swap(items_, other.items_);
-  return *this;
-}
-inline JsonList::~JsonList() {
-  if (items_ != nullptr) dispose();
+namespace detail {
+
+/// The null value that stands for an absent one.
+NEXT_STEPS_API extern const JsonValue kAbsent;
+
+inline const JsonValue& value_or_absent(const JsonValue* value) noexcept {
+  return value == nullptr ? kAbsent : *value;
 }
 
-// The constructors from a sequence and from a map delegate to the default constructor, so that the destructor
-// runs when an item throws.
+}  // namespace detail
+
 template <detail::Sequence Range>
-JsonList::JsonList(const Range& items) : JsonList() {
-  if constexpr (std::ranges::sized_range<const Range>) reserve(std::ranges::size(items));
-  for (auto&& item : items) push_back(JsonValue(static_cast<detail::ItemOf<Range>>(item)));
+JsonList::JsonList(Range&& items) {
+  if constexpr (requires { std::size(items); }) reserve(std::size(items));
+  for (auto&& item : items) {
+    if constexpr (detail::kGivesItems<Range> && std::is_reference_v<decltype(*std::begin(items))>) {
+      push_back(JsonValue(std::move(item)));
+    } else {
+      push_back(JsonValue(static_cast<detail::ItemOf<std::remove_cvref_t<Range>>>(item)));
+    }
+  }
 }
 
 template <detail::FixedTuple Tuple>
-JsonList::JsonList(const Tuple& items)
-    : JsonList(std::apply([](const auto&... each) { return of(each...); }, items)) {}
+JsonList::JsonList(Tuple&& items)
+    : JsonList(std::apply([](auto&&... each) { return of(std::forward<decltype(each)>(each)...); },
+                          std::forward<Tuple>(items))) {}
 
 template <typename... Items>
 JsonList JsonList::of(Items&&... items) {
@@ -41,49 +46,36 @@ JsonList JsonList::of(Items&&... items) {
   return list;
 }
 
-inline const JsonValue* JsonList::end() const noexcept {
-  return items_ + head_.size;
+inline const JsonValue* JsonList::item(std::size_t position) const& noexcept {
+  return position < size() ? items_ + position : nullptr;
 }
-inline const JsonValue& JsonList::operator[](std::size_t position) const& noexcept {
-  assert(position < size());
-  return items_[position];
+inline JsonValue* JsonList::item(std::size_t position) & noexcept {
+  return position < size() ? items_ + position : nullptr;
 }
-inline JsonValue& JsonList::mutable_item(std::size_t position) & noexcept {
-  assert(position < size());
-  return items_[position];
+template <CountingInteger Position>
+const JsonValue& JsonList::operator[](Position position) const& noexcept {
+  return detail::value_or_absent(
+      std::in_range<std::size_t>(position) ? item(static_cast<std::size_t>(position)) : nullptr);
 }
 inline const JsonValue& JsonList::back() const& noexcept {
   assert(!empty());
   return items_[head_.size - 1];
 }
-template <typename... Steps>
-const JsonValue& JsonList::at_path(const detail::PathStep& first, const Steps&... rest) const& noexcept {
-  return first.in(this, nullptr).at_path(rest...);
-}
-
-inline JsonObject::JsonObject(JsonObject&& other) noexcept
-    : head_(std::exchange(other.head_, kEmpty)), fields_(std::exchange(other.fields_, nullptr)) {}
-inline JsonObject& JsonObject::operator=(JsonObject other) noexcept {
-  std::swap(head_, other.head_);
-  std::swap(fields_, other.fields_);
-  return *this;
-}
-inline JsonObject::~JsonObject() {
-  if (fields_ != nullptr) dispose();
-}
 
 template <detail::StringKeyedMap Map>
-JsonObject::JsonObject(const Map& map) : JsonObject() {
-  if constexpr (std::ranges::sized_range<const Map>) reserve(std::ranges::size(map));
-  for (const auto& [key, value] : map) set(std::string_view(key), JsonValue(value));
+JsonObject::JsonObject(Map&& map) {
+  if constexpr (requires { std::size(map); }) reserve(std::size(map));
+  for (auto&& [key, value] : map) {
+    if constexpr (detail::kGivesItems<Map>) {
+      set(key, JsonValue(std::move(value)));
+    } else {
+      set(key, JsonValue(value));
+    }
+  }
 }
 
-inline const JsonField* JsonObject::end() const noexcept {
-  return fields_ + head_.size;
-}
-template <typename... Steps>
-const JsonValue& JsonObject::at_path(const detail::PathStep& first, const Steps&... rest) const& noexcept {
-  return first.in(nullptr, this).at_path(rest...);
+inline const JsonValue& JsonObject::operator[](StringArgument key) const& noexcept {
+  return detail::value_or_absent(find(key));
 }
 
 inline JsonValue::JsonValue(const JsonValue& other) : JsonValue() {
@@ -98,24 +90,25 @@ inline JsonValue::JsonValue(JsonValue&& other) noexcept {
   other.plain_.tag = detail::Tag::null;
 }
 inline JsonValue& JsonValue::operator=(JsonValue other) noexcept {
-  swap(other);
+  swap_with(other);
   return *this;
 }
 inline JsonValue::~JsonValue() {
   if (detail::may_own(tag())) dispose();
 }
-inline void JsonValue::swap(JsonValue& other) noexcept {
+inline void JsonValue::swap_with(JsonValue& other) noexcept {
   JsonValue held(std::move(other));
   other.take_bits(*this);  // NOLINT(bugprone-use-after-move): replaces its bytes
   take_bits(held);
   held.plain_.tag = detail::Tag::null;
 }
 
-template <typename... Steps>
-const JsonValue& JsonValue::at_path(const Steps&... steps) const& noexcept {
-  const JsonValue* value = this;
-  ((value = &detail::PathStep(steps).in(value->list(), value->object())), ...);
-  return *value;
+inline const JsonValue& JsonValue::operator[](StringArgument key) const& noexcept {
+  return object() == nullptr ? detail::kAbsent : (*object())[key];
+}
+template <CountingInteger Position>
+const JsonValue& JsonValue::operator[](Position position) const& noexcept {
+  return list() == nullptr ? detail::kAbsent : (*list())[position];
 }
 
 }  // namespace vantrex::values

@@ -63,7 +63,7 @@ class DropWalk {
     }
     if (kept != fields + object.size()) {
       ValueAccess::size(object) = static_cast<std::uint32_t>(kept - fields);
-      detail::rebuild_index(object);
+      detail::rebuild_index(fields, object.size());
     }
     if (has_containers) walk_.push(Level(object));
   }

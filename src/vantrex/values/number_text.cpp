@@ -1,6 +1,7 @@
 #include "vantrex/values/number_text.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
 #include <string_view>

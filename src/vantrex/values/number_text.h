@@ -3,8 +3,6 @@
 // Pure functions: any number of threads may call them.
 #pragma once
 
-#include <array>
-#include <bit>
 #include <cstddef>
 #include <cstdint>
 
@@ -24,24 +22,13 @@ char* write_integer(std::int64_t value, char* out) noexcept;
 // The size of a float's text in bytes. Costs as much as writing it.
 std::size_t float_text_size(double value) noexcept;
 
-namespace detail {
-
-// kPowersOfTen[n] is 10 to the power of n.
-inline constexpr auto kPowersOfTen = [] {
-  std::array<std::uint64_t, 20> powers{1};
-  for (std::size_t place = 1; place < powers.size(); ++place) powers[place] = 10 * powers[place - 1];
-  return powers;
-}();
-
-}  // namespace detail
-
 // The size of an integer's text in bytes.
 constexpr std::size_t integer_text_size(std::int64_t value) noexcept {
+  std::size_t size = value < 0 ? 2 : 1;
   const auto bits = static_cast<std::uint64_t>(value);
-  const std::uint64_t magnitude = (value < 0 ? 0 - bits : bits) | 1;  // so that 0 has one digit
-  // 1233 / 4096 is slightly more than log10(2), so `digits` is exact or one too small.
-  const auto digits = static_cast<std::size_t>(std::bit_width(magnitude) * 1233 >> 12);
-  return digits + (magnitude >= detail::kPowersOfTen[digits] ? 1U : 0U) + (value < 0 ? 1U : 0U);
+  const std::uint64_t magnitude = value < 0 ? 0 - bits : bits;  // at most 2^63, so `power` does not overflow
+  for (std::uint64_t power = 10; power <= magnitude; power *= 10) ++size;
+  return size;
 }
 
 }  // namespace vantrex::values

@@ -3,9 +3,10 @@
 #include <algorithm>
 #include <atomic>
 #include <cstring>
-#include <limits>
 #include <new>
 #include <string>
+
+#include "vantrex/values/utf8.h"
 
 namespace vantrex::values {
 
@@ -23,9 +24,7 @@ SharedHeader* header_of(const detail::TextBits& shared) noexcept {
 }
 
 std::uint32_t checked_size(std::size_t size) {
-  if (size > std::numeric_limits<std::uint32_t>::max()) {
-    throw std::length_error("a text holds at most 2^32 - 1 bytes");
-  }
+  if (size > detail::kMaxTextBytes) throw std::length_error("a text holds at most 2^32 - 1 bytes");
   return static_cast<std::uint32_t>(size);
 }
 
@@ -56,11 +55,10 @@ Text::Text(std::string_view well_formed, std::size_t escape_gain) : bits_(detail
     std::copy_n(well_formed.data(), size, bits_.in.characters);
     return;
   }
-  const std::uint32_t held_size = checked_size(size);
   void* memory = ::operator new(sizeof(SharedHeader) + size);
   auto* characters = reinterpret_cast<char*>(new (memory) SharedHeader{{1}, escape_gain} + 1);
   std::memcpy(characters, well_formed.data(), size);
-  bits_.out = {{detail::Tag::shared_text, gain, 0, held_size}, characters};
+  bits_.out = {{detail::Tag::shared_text, gain, 0, static_cast<std::uint32_t>(size)}, characters};
 }
 
 Text::Text(std::string_view bytes) : Text(bytes, checked_gain(bytes)) {}
@@ -72,12 +70,12 @@ Text Text::lossy(std::string_view bytes) {
   return repaired_utf8(bytes);
 }
 
-void Text::retain() const noexcept {
-  header_of(bits_)->references.fetch_add(1, std::memory_order_relaxed);
+void Text::retain(const detail::TextBits& shared) noexcept {
+  header_of(shared)->references.fetch_add(1, std::memory_order_relaxed);
 }
 
-void Text::release() const noexcept {
-  SharedHeader* header = header_of(bits_);
+void Text::release(const detail::TextBits& shared) noexcept {
+  SharedHeader* header = header_of(shared);
   // The last owner skips the atomic decrement.
   if (header->references.load(std::memory_order_acquire) == 1 ||
       header->references.fetch_sub(1, std::memory_order_acq_rel) == 1) {

@@ -13,6 +13,7 @@
 #include <compare>
 #include <concepts>
 #include <cstddef>
+#include <iosfwd>
 #include <iterator>
 #include <stdexcept>
 #include <string_view>
@@ -115,22 +116,22 @@ class NEXT_STEPS_API Text {
 
   /// Shares the characters of a long text.
   Text(const Text& other) noexcept : bits_(other.bits_) {
-    if (is_shared()) retain();
+    if (is_shared()) retain(bits_);
   }
   /// Takes the text; `other` is then empty.
   Text(Text&& other) noexcept : bits_(std::exchange(other.bits_, detail::kEmptyText)) {}
   /// Copies, or moves from an rvalue.
   Text& operator=(Text other) noexcept {
-    swap(other);
+    swap(*this, other);
     return *this;
   }
   /// Frees shared characters with their last copy.
   ~Text() {
-    if (is_shared()) release();
+    if (is_shared()) release(bits_);
   }
 
   /// Exchanges the two texts.
-  void swap(Text& other) noexcept { std::swap(bits_, other.bits_); }
+  friend void swap(Text& a, Text& b) noexcept { std::swap(a.bits_, b.bits_); }
 
   /// The bytes. Valid until this object is assigned to or destroyed.
   std::string_view view() const& noexcept { return bits_.view(); }
@@ -166,18 +167,23 @@ class NEXT_STEPS_API Text {
     return a.view() <=> detail::view_of(b);
   }
 
+  /// Writes the bytes, without quotes.
+  friend NEXT_STEPS_API std::ostream& operator<<(std::ostream& out, const Text& text);
+
  private:
   friend struct detail::ValueAccess;
+  friend class Integer;
   friend class TextArgument;
 
-  // A copy of well-formed text with a known escape gain.
+  // A copy of well-formed text of at most kMaxTextBytes, with a known escape gain.
   Text(std::string_view well_formed, std::size_t escape_gain);
   // Adopts `bits`; no reference count changes.
   explicit Text(const detail::TextBits& bits) noexcept : bits_(bits) {}
 
   bool is_shared() const noexcept { return bits_.tag() == detail::Tag::shared_text; }
-  void retain() const noexcept;
-  void release() const noexcept;
+  // Count the owners of shared characters.
+  static void retain(const detail::TextBits& shared) noexcept;
+  static void release(const detail::TextBits& shared) noexcept;
   std::size_t large_gain() const noexcept;
 
   detail::TextBits bits_;
@@ -185,9 +191,27 @@ class NEXT_STEPS_API Text {
 
 static_assert(sizeof(Text) == 16);
 
-/// A function parameter for any kind of string, which must outlive the call. A string literal is checked at
-/// compile time, as by TextLiteral. Other strings are referred to and checked by text(). A const char array
-/// counts as a literal; when it is no compile-time constant, pass a std::string_view of it.
+/// A function parameter for the bytes of any string, which must outlive the call.
+class StringArgument {
+ public:
+  // NOLINTBEGIN(google-explicit-constructor): stands for its argument.
+  /// Any string but a null pointer, for which it throws std::invalid_argument.
+  template <detail::StringLike T>
+  constexpr StringArgument(const T& string) : bytes_(detail::view_of(string)) {}
+  /// A text.
+  StringArgument(const Text& text) noexcept : bytes_(text.view()) {}
+  /// The bytes.
+  constexpr operator std::string_view() const noexcept { return bytes_; }
+  // NOLINTEND(google-explicit-constructor)
+
+ private:
+  std::string_view bytes_;
+};
+
+/// A function parameter for any string that becomes a text. The string must outlive the call. A string
+/// literal is checked at compile time, as by TextLiteral. Other strings are referred to and checked by
+/// text(). A const char array counts as a literal; when it is no compile-time constant, pass a
+/// std::string_view of it.
 class NEXT_STEPS_API TextArgument {
  public:
   // NOLINTBEGIN(google-explicit-constructor): stands for its argument.
@@ -224,7 +248,7 @@ class NEXT_STEPS_API TextArgument {
   bool is_checked() const noexcept { return bits_.tag() != kUnchecked; }
   Text checked() const noexcept {
     Text text(bits_);
-    if (text.is_shared()) text.retain();
+    if (text.is_shared()) Text::retain(bits_);
     return text;
   }
 
@@ -232,3 +256,12 @@ class NEXT_STEPS_API TextArgument {
 };
 
 }  // namespace vantrex::values
+
+/// The hash of a text's bytes.
+template <>
+struct std::hash<vantrex::values::Text> {
+  /// The hash of the bytes, as for a std::string_view.
+  std::size_t operator()(const vantrex::values::Text& text) const noexcept {
+    return std::hash<std::string_view>()(text.view());
+  }
+};

@@ -1,20 +1,79 @@
-// The layout of a text's 16 bytes, and the tag at the start of every value.
+// The layout of a text's 16 bytes, the tag at the start of every value, and what a text's bytes mean: UTF-8
+// and the escapes of JSON strings.
 //
 // Internal: other folders use Text, TextLiteral and TextArgument.
 #pragma once
 
-#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <limits>
 #include <string_view>
 
-#include "vantrex/values/escapes.h"
-#include "vantrex/values/utf8.h"
+namespace vantrex::values {
 
-namespace vantrex::values::detail {
+/// The first character of a byte sequence, or the ill-formed piece in its place. Overlong forms, surrogates
+/// and code points above U+10FFFF are ill-formed.
+struct Utf8Prefix {
+  std::size_t length;  ///< In bytes, at least 1.
+  bool is_complete;    ///< Whether the bytes are a whole character.
+};
 
-/// The layout of the 16 bytes of a Text or a JsonValue. may_own() and is_text() depend on the order.
+/// The first character of `bytes`, which must not be empty, or the ill-formed piece in its place.
+constexpr Utf8Prefix utf8_prefix(std::string_view bytes) noexcept {
+  const auto byte_at = [bytes](std::size_t at) { return static_cast<unsigned char>(bytes[at]); };
+  const unsigned lead = byte_at(0);
+  if (lead < 0x80) return {1, true};
+  if (lead < 0xC2 || lead > 0xF4) return {1, false};
+  const std::size_t length = lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
+  // The range of the second byte excludes overlong forms, surrogates and code points above U+10FFFF.
+  unsigned low = lead == 0xE0 ? 0xA0 : lead == 0xF0 ? 0x90 : 0x80;
+  unsigned high = lead == 0xED ? 0x9F : lead == 0xF4 ? 0x8F : 0xBF;
+  for (std::size_t at = 1; at < length; ++at) {
+    if (at == bytes.size() || byte_at(at) < low || byte_at(at) > high) return {at, false};
+    low = 0x80;
+    high = 0xBF;
+  }
+  return {length, true};
+}
+
+namespace detail {
+
+inline constexpr std::size_t kShortEscapeGain = 1;    ///< Two characters instead of one.
+inline constexpr std::size_t kUnicodeEscapeGain = 5;  ///< Six characters instead of one.
+
+/// The letter of the two-character escape of `byte`, or 0 when it has none.
+constexpr char short_escape(unsigned char byte) noexcept {
+  switch (byte) {
+    case '"':
+      return '"';
+    case '\\':
+      return '\\';
+    case '\b':
+      return 'b';
+    case '\f':
+      return 'f';
+    case '\n':
+      return 'n';
+    case '\r':
+      return 'r';
+    case '\t':
+      return 't';
+    default:
+      return 0;
+  }
+}
+
+/// The bytes that escaping adds to `byte`; 0 when it is not escaped. The scan of a new text and the writer
+/// both use it, so measured and written sizes agree.
+constexpr std::size_t escape_gain(char byte) noexcept {
+  const auto value = static_cast<unsigned char>(byte);
+  if (short_escape(value) != 0) return kShortEscapeGain;
+  return value < 0x20 ? kUnicodeEscapeGain : 0;
+}
+
+/// The layout of the 16 bytes of a Text or a JsonValue. may_own(), is_shared() and is_text() depend on the
+/// order.
 enum class Tag : std::uint8_t {
   null,
   boolean,
@@ -31,6 +90,8 @@ enum class Tag : std::uint8_t {
 
 /// The longest text that is stored inside its object, in bytes.
 inline constexpr std::size_t kInlineCapacity = 14;
+/// The longest text, in bytes.
+inline constexpr std::size_t kMaxTextBytes = std::numeric_limits<std::uint32_t>::max();
 /// The gain byte of a shared text that gains 255 bytes or more. The gain is then stored with the characters.
 inline constexpr std::uint8_t kLargeGain = 0xFF;
 
@@ -70,12 +131,20 @@ struct OutlineText {
   const char* characters;
 };
 
-/// The 16 bytes of a text, without ownership.
+/// An integer in the range of std::int64_t.
+struct SmallInteger {
+  Tag tag;
+  std::int64_t value;
+};
+
+/// The 16 bytes of a text or an integer, without ownership.
 union TextBits {
   InlineText in;
   OutlineText out;
+  SmallInteger number;
 
-  // Both members begin with the tag and the gain, so these can be read through either.
+  // All members begin with the tag, and the texts with tag and gain, so these can be read through any of
+  // them.
   constexpr Tag tag() const noexcept { return in.tag; }
   constexpr std::uint8_t escape_gain() const noexcept { return in.escape_gain; }
   constexpr bool is_inline() const noexcept { return tag() >= Tag::inline_text; }
@@ -103,6 +172,7 @@ inline constexpr TextBits kEmptyText{.in = {Tag::inline_text, 0, {}}};
 /// The bits of a string literal, checked at compile time.
 template <std::size_t kSize>
 consteval TextBits literal_bits(const char (&literal)[kSize]) {
+  static_assert(kSize - 1 <= kMaxTextBytes);
   if (literal[kSize - 1] != 0) throw "no string literal";
   const std::string_view text(literal, kSize - 1);
   std::size_t gain = 0;
@@ -119,8 +189,9 @@ consteval TextBits literal_bits(const char (&literal)[kSize]) {
     return {.out = {{Tag::literal_text, small_gain, 0, static_cast<std::uint32_t>(text.size())}, literal}};
   }
   TextBits bits{.in = {inline_tag(text.size()), small_gain, {}}};
-  std::copy_n(literal, text.size(), bits.in.characters);
+  text.copy(bits.in.characters, text.size());
   return bits;
 }
 
-}  // namespace vantrex::values::detail
+}  // namespace detail
+}  // namespace vantrex::values

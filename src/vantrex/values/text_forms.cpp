@@ -1,7 +1,7 @@
 #include "vantrex/values/text_forms.h"
 
 #include <algorithm>
-#include <limits>
+#include <ostream>
 #include <utility>
 #include <vector>
 
@@ -69,7 +69,7 @@ struct Source {
 // Puts a scalar, an empty list or an empty object, and returns true. For any other list or object, puts
 // nothing and returns false.
 template <typename Sink>
-[[gnu::always_inline]] inline bool put_whole(const JsonValue& value, Sink& sink) {
+bool put_whole(const JsonValue& value, Sink& sink) {
   switch (ValueAccess::tag(value)) {
     case Tag::list:
       if (!value.list()->empty()) return false;
@@ -104,25 +104,28 @@ template <typename Sink>
   return true;
 }
 
-// Writes a value into a sink. All member functions are inlined into write(), so that the sink stays in
-// registers.
+// Writes a value into a sink.
 template <typename Sink, typename Order>
 class Writer {
  public:
-  // Puts `source` and returns the sink.
+  // Puts `source` and returns the sink. A scalar is put as the only item of a list without brackets.
   Sink write(const Source& source, Sink sink) {
-    open(source, sink);
-    while (!walk_.empty() && !sink.is_full()) {
+    const bool is_scalar = source.list == nullptr && source.object == nullptr;
+    if (is_scalar) {
+      walk_.push(false, source.value, source.value + 1, typename Order::Cursor{});
+    } else {
+      open(source, sink);
+    }
+    while (!walk_.empty()) {
       sink.ensure_room();
-      Level& level = walk_.top();
-      const JsonValue* nested = level.is_object ? put_fields(level, sink) : put_items(level, sink);
-      if (nested == nullptr) {
+      if (const JsonValue* nested = put_rest(walk_.top(), sink)) {
+        open(*nested, sink);
+      } else {
         walk_.pop();
         if (!walk_.empty()) sink.put(',');
-      } else {
-        open(*nested, sink);
       }
     }
+    if (is_scalar) sink.drop_last();
     return sink;
   }
 
@@ -135,49 +138,42 @@ class Writer {
     typename Order::Cursor fields;
   };
 
-  [[gnu::always_inline]] void open(const Source& source, Sink& sink) {
+  void open(const Source& source, Sink& sink) {
     if (source.list != nullptr) {
       sink.put('[');
       if (source.list->empty()) return sink.put(']');
       walk_.push(false, source.list->begin(), source.list->end(), typename Order::Cursor{});
-    } else if (source.object != nullptr) {
+    } else {
       sink.put('{');
       if (source.object->empty()) return sink.put('}');
       walk_.push(true, nullptr, nullptr, order_.open(*source.object));
-    } else {
-      put_whole(*source.value, sink);
     }
   }
 
-  // Both write the rest of a level until they reach a non-empty list or object, and return that; at the end
-  // of the level they return a null pointer. They put a comma after each value; the closing bracket replaces
-  // the last comma.
-  [[gnu::always_inline]] const JsonValue* put_fields(Level& level, Sink& sink) {
-    while (!sink.is_full()) {
-      const JsonField* field = order_.next(level.fields);
-      if (field == nullptr) {
-        sink.replace_last('}');
-        break;
-      }
-      sink.put_string(field->key);
-      sink.put(':');
-      if (!put_whole(field->value, sink)) return &field->value;
+  // Puts the rest of a level until it reaches a non-empty list or object, and returns that; at the end of the
+  // level, returns a null pointer. Puts a comma after each value; the closing bracket replaces the last
+  // comma.
+  const JsonValue* put_rest(Level& level, Sink& sink) {
+    while (const JsonValue* value = next(level, sink)) {
+      if (!put_whole(*value, sink)) return value;
       sink.put(',');
     }
+    sink.replace_last(level.is_object ? '}' : ']');
     return nullptr;
   }
-  [[gnu::always_inline]] const JsonValue* put_items(Level& level, Sink& sink) {
-    while (!sink.is_full()) {
-      if (level.item == level.items_end) {
-        sink.replace_last(']');
-        break;
-      }
-      const JsonValue& item = *level.item++;
-      sink.ensure_room();
-      if (!put_whole(item, sink)) return &item;
-      sink.put(',');
+
+  // The next value of a level, or null at its end. Puts the key of a field.
+  const JsonValue* next(Level& level, Sink& sink) {
+    if (level.is_object) {
+      const JsonField* field = order_.next(level.fields);
+      if (field == nullptr) return nullptr;
+      sink.put_string(field->key);
+      sink.put(':');
+      return &field->value;
     }
-    return nullptr;
+    if (level.item == level.items_end) return nullptr;
+    sink.ensure_room();
+    return level.item++;
   }
 
   Order order_;
@@ -185,10 +181,9 @@ class Writer {
 };
 
 template <FloatSizes kFloatSizes>
-std::size_t count_bytes(const Source& source, std::size_t enough = std::numeric_limits<std::size_t>::max()) {
-  using Sink = CountingSink<kFloatSizes>;
-  Writer<Sink, InsertionOrder> writer;
-  return writer.write(source, Sink(enough)).size();
+std::size_t count_bytes(const Source& source) {
+  Writer<CountingSink<kFloatSizes>, InsertionOrder> writer;
+  return writer.write(source, {}).size();
 }
 
 template <typename Order>
@@ -226,8 +221,24 @@ std::size_t compact_size(const JsonValue& value) {
 std::size_t compact_size(const JsonList& list) {
   return count_bytes<FloatSizes::exact>(list);
 }
-std::size_t compact_size(const JsonObject& object, std::size_t enough) {
-  return count_bytes<FloatSizes::exact>(object, enough);
+std::size_t compact_size(const JsonObject& object) {
+  return count_bytes<FloatSizes::exact>(object);
+}
+
+std::ostream& operator<<(std::ostream& out, const JsonValue& value) {
+  return out << compact_text(value);
+}
+std::ostream& operator<<(std::ostream& out, const JsonList& list) {
+  return out << compact_text(list);
+}
+std::ostream& operator<<(std::ostream& out, const JsonObject& object) {
+  return out << compact_text(object);
+}
+std::ostream& operator<<(std::ostream& out, const JsonField& field) {
+  return out << compact_text(field.key) << ':' << field.value;
+}
+std::ostream& operator<<(std::ostream& out, const Text& text) {
+  return out << text.view();
 }
 
 }  // namespace vantrex::values

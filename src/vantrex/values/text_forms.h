@@ -12,7 +12,6 @@
 #pragma once
 
 #include <cstddef>
-#include <limits>
 #include <string>
 
 #include "vantrex/export.h"
@@ -38,9 +37,7 @@ NEXT_STEPS_API std::string canonical_text(const JsonObject& object);
 NEXT_STEPS_API std::size_t compact_size(const JsonValue& value);
 /// The same of a list.
 NEXT_STEPS_API std::size_t compact_size(const JsonList& list);
-/// The size of an object's compact form, counted up to `enough`: a size of `enough` or more is returned as
-/// any number from `enough` to the size.
-NEXT_STEPS_API std::size_t compact_size(const JsonObject& object,
-                                        std::size_t enough = std::numeric_limits<std::size_t>::max());
+/// The same of an object.
+NEXT_STEPS_API std::size_t compact_size(const JsonObject& object);
 
 }  // namespace vantrex::values

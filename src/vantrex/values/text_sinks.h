@@ -8,7 +8,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
-#include <limits>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -26,13 +25,10 @@ enum class FloatSizes { exact, maximal };
 // punctuation around it.
 inline constexpr std::size_t kRoom = kMaxNumberBytes + 8;
 
-// Counts bytes. Is full at `limit`.
+// Counts bytes.
 template <FloatSizes kFloatSizes>
 class CountingSink {
  public:
-  explicit CountingSink(std::size_t limit = std::numeric_limits<std::size_t>::max()) noexcept
-      : limit_(limit) {}
-
   void ensure_room() noexcept {}
   void put(char /*byte*/) noexcept { ++size_; }
   void put(std::string_view bytes) noexcept { size_ += bytes.size(); }
@@ -43,13 +39,12 @@ class CountingSink {
   }
   void put_string(const Text& text) noexcept { size_ += text.size() + text.escape_gain() + 2; }
   void replace_last(char /*byte*/) noexcept {}
+  void drop_last() noexcept { --size_; }
 
-  bool is_full() const noexcept { return size_ >= limit_; }
   std::size_t size() const noexcept { return size_; }
 
  private:
   std::size_t size_ = 0;
-  std::size_t limit_;
 };
 
 // The text of one byte inside a JSON string.
@@ -145,8 +140,8 @@ class MemorySink {
     put('"');
   }
   void replace_last(char byte) noexcept { out_[-1] = byte; }
+  void drop_last() noexcept { --out_; }
 
-  static constexpr bool is_full() noexcept { return false; }
   char* end() const noexcept { return out_; }
 
  private:

@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "vantrex/values/byte_block.h"
-#include "vantrex/values/escapes.h"
 
 namespace vantrex::values {
 

@@ -15,34 +15,18 @@ struct ValueAccess {
   static const TextBits& bits(const Text& text) noexcept { return text.bits_; }
 
   // The items of a container, null when it has no block, and their number.
-  static JsonValue*& items(JsonList& list) noexcept { return list.items_; }
-  static JsonField*& items(JsonObject& object) noexcept { return object.fields_; }
-  static std::uint32_t& size(JsonList& list) noexcept { return list.head_.size; }
-  static std::uint32_t& size(JsonObject& object) noexcept { return object.head_.size; }
-
-  static std::int64_t small_integer(const JsonValue& value) noexcept { return value.plain_.as.integer; }
-
-  // An integer outside the range of std::int64_t is stored as the shared text of its digits. It has more
-  // digits than fit inside a text.
-  static std::string_view digits(const JsonValue& value) noexcept { return value.text_.view(); }
-  static void place_big_integer(JsonValue& value, Integer integer) noexcept {
-    value.text_.bits_ = std::exchange(integer.digits_.bits_, kEmptyText);
-    value.plain_.tag = Tag::big_integer;
+  template <typename Item>
+  static Item*& items(Container<Item>& container) noexcept {
+    return container.items_;
   }
-  static Integer big_integer(const JsonValue& value) noexcept { return Integer(shared_digits(value)); }
-  static void copy_big_integer(JsonValue& copy, const JsonValue& value) noexcept {
-    place_big_integer(copy, big_integer(value));
+  template <typename Item>
+  static std::uint32_t& size(Container<Item>& container) noexcept {
+    return container.head_.size;
   }
-  static void release_big_integer(JsonValue& value) noexcept { value.text_.release(); }
 
- private:
-  static Text shared_digits(const JsonValue& value) noexcept {
-    Text digits;
-    digits.bits_ = value.text_.bits_;
-    digits.bits_.out.head.tag = Tag::shared_text;
-    digits.retain();
-    return digits;
-  }
+  static std::int64_t small_integer(const JsonValue& value) noexcept { return value.integer_.small(); }
+  // The digits of an integer outside the range of std::int64_t.
+  static std::string_view digits(const JsonValue& value) noexcept { return value.integer_.bits_.view(); }
 };
 
 // Iterates over the items of a list or the values of an object's fields. A field is a key and a value of 16
@@ -51,9 +35,9 @@ template <typename Value>
 class Values {
  public:
   Values() noexcept = default;  // leaves the members uninitialized, so that arrays cost nothing
-  explicit Values(const JsonList& list) noexcept
+  explicit Values(const Container<JsonValue>& list) noexcept
       : next_(first(list.begin())), left_(list.size()), stride_(1) {}
-  explicit Values(const JsonObject& object) noexcept
+  explicit Values(const Container<JsonField>& object) noexcept
       : next_(object.empty() ? nullptr : first(&object.begin()->value)),
         left_(object.size()),
         stride_(sizeof(JsonField) / sizeof(JsonValue)) {}

@@ -1,12 +1,11 @@
 #include "vantrex/workers/name_lookup.h"
 
-#include <optional>
 #include <utility>
 
-#include "vantrex/workers/name_parts.h"
+#include "vantrex/models/name_index_contents.h"
+#include "vantrex/names/measure.h"
+#include "vantrex/names/name_parts.h"
 #include "vantrex/workers/nearest_few.h"
-#include "vantrex/workers/path_match.h"
-#include "vantrex/workers/symbol_match.h"
 
 namespace vantrex::workers {
 
@@ -31,16 +30,17 @@ struct PathForms {
   static std::string_view key(View path) noexcept { return path; }
 };
 
-// One lookup: ranks each visited candidate and keeps the best.
-template <typename Match, typename Forms>
+// One lookup: ranks each candidate and keeps the best.
+template <typename Forms>
 struct Lookup {
-  Match match;
+  names::Measure measure;
   NearestFew<Forms> nearest;
 
-  void offer(const typename Forms::View& candidate) {
-    if (const std::optional<Rank> rank = match.rank(Forms::key(candidate), nearest.worst())) {
+  // Returns what the next candidates may cost.
+  std::size_t offer(const typename Forms::View& candidate) {
+    if (const auto rank = measure.rank(Forms::key(candidate), nearest.max_cost()))
       nearest.offer(*rank, candidate);
-    }
+    return nearest.max_cost();
   }
 };
 
@@ -61,21 +61,33 @@ values::JsonObject SymbolCandidate::to_dict() const {
 }
 
 std::vector<SymbolCandidate> nearest_symbols(const models::Repository& repository, std::string_view wanted) {
-  Lookup<SymbolMatch, SymbolForms> lookup{SymbolMatch(wanted), {}};
-  if (!lookup.match.possible()) return {};
-  repository.visit_symbols([&lookup](const models::SymbolView& symbol) { lookup.offer(symbol); });
+  Lookup<SymbolForms> lookup{names::Measure(names::NameKind::symbol, wanted), {}};
+  if (!lookup.measure.possible()) return {};
+  if (const auto index = repository.name_index()) {
+    const auto& contents = index->contents();
+    contents.symbols.offer_near(
+        lookup.measure, [&](std::size_t number) { return lookup.offer(contents.table->symbol(number)); });
+  } else {
+    repository.visit_symbols([&](const models::SymbolView& symbol) { lookup.offer(symbol); });
+  }
   return std::move(lookup.nearest).take();
 }
 
 std::vector<std::string> nearest_paths(const models::Repository& repository, std::string_view wanted) {
-  Lookup<PathMatch, PathForms> lookup{PathMatch(wanted), {}};
-  if (!lookup.match.possible()) return {};
-  repository.visit_paths([&lookup](std::string_view path) { lookup.offer(path); });
+  Lookup<PathForms> lookup{names::Measure(names::NameKind::path, wanted), {}};
+  if (!lookup.measure.possible()) return {};
+  if (const auto index = repository.name_index()) {
+    const auto& contents = index->contents();
+    contents.paths.offer_near(lookup.measure,
+                              [&](std::size_t number) { return lookup.offer(contents.table->path(number)); });
+  } else {
+    repository.visit_paths([&](std::string_view path) { lookup.offer(path); });
+  }
   return std::move(lookup.nearest).take();
 }
 
 std::string guessed_name(std::string_view wanted) {
-  return std::string(part_symbol(wanted).last);
+  return std::string(names::split_last(names::NameKind::symbol, wanted).last);
 }
 
 }  // namespace vantrex::workers

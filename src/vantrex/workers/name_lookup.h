@@ -5,7 +5,8 @@
 //
 // Ownership: results own their texts. Threads: no state; safe for concurrent calls if the repository is.
 //
-// Cost: one visit of the index, in time linear in the length of its names. Allocates only for a few names.
+// Cost: linear in the length of the names in the repository; a small part of that if it has a name index.
+// Allocates only for a few names.
 #pragma once
 
 #include <string>

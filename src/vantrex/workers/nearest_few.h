@@ -9,19 +9,9 @@
 #include <utility>
 #include <vector>
 
+#include "vantrex/names/measure.h"
+
 namespace vantrex::workers {
-
-// How near a candidate is; less is nearer. Members are compared in order.
-struct Rank {
-  std::size_t tier = 0;        // the class of likeness
-  std::size_t distance = 0;    // within the class
-  std::size_t unshared = 0;    // qualifiers or directories that the candidate lacks
-  std::size_t lacking = 0;     // letters that the candidate lacks
-  std::size_t name_gap = 0;    // the difference in length of the names
-  std::size_t length_gap = 0;  // the difference in length of the whole texts
-
-  friend auto operator<=>(const Rank&, const Rank&) = default;
-};
 
 // Keeps the best of the offered candidates, each key once. The result does not depend on the order of the
 // offers: candidates of equal rank are ordered by their fields.
@@ -38,11 +28,13 @@ class NearestFew {
 
   NearestFew() { entries_.reserve(kCapacity); }
 
-  // The rank to beat; null until the list is full.
-  const Rank* worst() const noexcept { return entries_.size() < kCapacity ? nullptr : &entries_.back().rank; }
+  // No candidate that costs more will be kept.
+  std::size_t max_cost() const noexcept {
+    return entries_.size() < kCapacity ? names::kFar - 1 : entries_.back().rank.cost;
+  }
 
   // Keeps `candidate` if it is among the best. Allocates only then. Strong exception guarantee.
-  void offer(const Rank& rank, const View& candidate) {
+  void offer(const names::Rank& rank, const View& candidate) {
     const auto goes_before = [&](const Entry& entry) {
       const std::strong_ordering order = rank <=> entry.rank;
       return order < 0 || (order == 0 && candidate < Forms::view(entry.item));
@@ -71,7 +63,7 @@ class NearestFew {
 
  private:
   struct Entry {
-    Rank rank;
+    names::Rank rank;
     Owned item;
   };
 

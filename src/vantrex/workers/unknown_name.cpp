@@ -17,7 +17,7 @@ std::string unknown_name(std::string_view what, std::string_view name,
 
 std::optional<std::string> nearest_name(std::string_view name, std::span<const std::string_view> known) {
   models::InMemoryRepository index;
-  for (const std::string_view each : known) index.add_symbol({.fqn = std::string(each)});
+  for (const std::string_view each : known) index.add_symbol({.fqn = each});
   auto nearest = nearest_symbols(index, name);
   if (nearest.empty()) return std::nullopt;
   return std::move(nearest.front().fqn);

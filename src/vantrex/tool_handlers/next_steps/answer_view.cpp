@@ -17,6 +17,11 @@ constinit const JsonObject kNoArguments;
 
 }  // namespace
 
+std::optional<Integer> stated_integer(const JsonValue& value) noexcept {
+  if (const auto boolean = value.boolean()) return Integer(*boolean ? 1 : 0);
+  return value.integer();
+}
+
 AnswerView::AnswerView(const JsonObject& answer, const JsonObject* request_arguments, const Tables& tables)
     : response(answer),
       arguments(request_arguments == nullptr ? kNoArguments : *request_arguments),
@@ -43,8 +48,7 @@ void AnswerView::find_hit_lists() noexcept {
 
 std::optional<Integer> AnswerView::_hit_count() const {
   for (const KeyPath path : tables_.counts) {
-    const JsonValue& count = value_at(response, path);
-    if (!count.is_null() && count.integer()) return count.integer();
+    if (auto count = stated_integer(value_at(response, path))) return count;
   }
   for (const JsonList* list : hit_lists_) {
     if (list != nullptr) return Integer(list->size());

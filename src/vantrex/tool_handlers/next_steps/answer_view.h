@@ -23,6 +23,9 @@ inline constexpr std::array<std::string_view, 10> _HIT_LISTS = {
     "symbols",    "results",      "matches", "definitions", "callers",
     "references", "dead_symbols", "files",   "tests",       "components"};
 
+// The integer that `value` states. A boolean counts as one: true is 1, false is 0.
+std::optional<values::Integer> stated_integer(const values::JsonValue& value) noexcept;
+
 // A borrowed answer and request, and the tables that apply to them. The hits are looked up once.
 class AnswerView {
  public:

@@ -48,7 +48,7 @@ void filter(JsonList& steps, Decisions* decisions, Decide decide) {
     const Decision decision = decide(position, kept);
     if (decisions != nullptr) (*decisions)[place] = decision;
     if (decision.verdict != Verdict::kept) continue;
-    if (kept < position) steps.mutable_item(kept) = std::move(steps.mutable_item(position));
+    if (kept < position) *steps.item(kept) = std::move(*steps.item(position));
     ++kept;
   }
   steps.truncate(kept);
@@ -152,7 +152,7 @@ Candidates candidate_steps(JsonObject& response, std::string_view tool_name, con
     JsonList usual = _usual(answer, tool_name, options.action);
     if (candidates.signals == 0) std::swap(candidates.steps, usual);
     for (std::size_t position = 0; position < usual.size(); ++position) {
-      candidates.steps.push_back(std::move(usual.mutable_item(position)));
+      candidates.steps.push_back(std::move(*usual.item(position)));
     }
   }
   return candidates;

@@ -45,13 +45,9 @@ JsonList _within_share(const JsonObject& response, JsonList steps, Keep keep) {
   const std::size_t hints = _hint_size(response);
   AddedBytes added(steps);
 
-  // The room grows with the answer, so steps that fit a lower bound of its size fit the answer. The bound 0
-  // is tried first; it is enough for most answers. The others are measured, but only up to the size whose
-  // share is enough for all steps. A smaller answer is measured exactly.
-  constexpr auto kEnough = static_cast<std::size_t>(1 / HINT_SHARE) + 1;
-  static_assert(HINT_SHARE * kEnough > 1);
+  // The room grows with the answer, so steps that fit beside nothing need no measuring. Most do.
   if (AnswerBytes{0, hints}.over_room(added.bytes()) <= 0) return steps;
-  const AnswerBytes answer{compact_size(response, kEnough * (hints + added.bytes())), hints};
+  const AnswerBytes answer{compact_size(response), hints};
 
   std::size_t count = steps.size();
   while (count > keep.steps && answer.over_room(added.bytes()) > 0)

@@ -189,12 +189,12 @@ void append_unknown_served(Remarks& remarks, const Tables& tables, const ServedT
 void append_counts(Remarks& remarks, const AnswerView& answer) {
   for (const KeyPath path : answer.tables().counts) {
     const JsonValue& count = value_at(answer.response, path);
-    if (count.integer()) {
+    if (const auto stated = stated_integer(count)) {
       const auto lists = answer.hit_lists();
       const auto list = std::find_if(lists.begin(), lists.end(), [](const JsonList* each) { return each; });
-      if (list == lists.end() || *count.integer() >= Integer((*list)->size())) return;
+      if (list == lists.end() || *stated >= (*list)->size()) return;
       const KeyPath name = answer.tables().hit_lists[static_cast<std::size_t>(list - lists.begin())];
-      remarks.push_back(quoted(place_text(path)) + " is " + count.integer()->digits() + ", but " +
+      remarks.push_back(quoted(place_text(path)) + " is " + stated->digits() + ", but " +
                         quoted(place_text(name)) + " has " + counted_hits(Integer((*list)->size())));
       return;
     }

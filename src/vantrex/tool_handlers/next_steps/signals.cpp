@@ -48,7 +48,7 @@ std::optional<JsonObject> signal_step(const Signal& signal, const std::optional<
 
 // What is known has the names of a request's arguments.
 std::optional<JsonObject> Signal::operator()(const JsonObject& known) const {
-  return signal_step(*this, known["hits"].integer(), known["what"].string().value_or(""),
+  return signal_step(*this, stated_integer(known["hits"]), known["what"].string().value_or(""),
                      AnswerView(kNoAnswer, &known));
 }
 

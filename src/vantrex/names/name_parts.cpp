@@ -1,10 +1,8 @@
-#include "vantrex/workers/name_parts.h"
+#include "vantrex/names/name_parts.h"
 
 #include <algorithm>
 
-#include "vantrex/models/ascii_case.h"
-
-namespace vantrex::workers {
+namespace vantrex::names {
 
 namespace {
 
@@ -80,9 +78,7 @@ bool is_slash(char c) noexcept {
   return c == '/' || c == '\\';
 }
 
-}  // namespace
-
-Parted part_symbol(std::string_view fqn) noexcept {
+Parted split_symbol(std::string_view fqn) noexcept {
   fqn = trimmed(fqn);
   for (std::size_t end = fqn.size(); end > 0; --end) {
     if (!may_end_separator(fqn[end - 1])) continue;
@@ -92,7 +88,7 @@ Parted part_symbol(std::string_view fqn) noexcept {
   return {{}, fqn};
 }
 
-Parted part_path(std::string_view path) noexcept {
+Parted split_path(std::string_view path) noexcept {
   for (;;) {
     while (!path.empty() && is_slash(path.back())) path.remove_suffix(1);
     const std::size_t slash = path.find_last_of("/\\");
@@ -103,36 +99,23 @@ Parted part_path(std::string_view path) noexcept {
   }
 }
 
+}  // namespace
+
+Parted split_last(NameKind kind, std::string_view text) noexcept {
+  return kind == NameKind::symbol ? split_symbol(text) : split_path(text);
+}
+
+Pieces pieces_of(NameKind kind, std::string_view text) noexcept {
+  const Parted parted = split_last(kind, text);
+  const std::size_t dot = kind == NameKind::path ? parted.last.rfind('.') : 0;
+  if (dot == 0 || dot == std::string_view::npos) return {parted.outer, parted.last, {}};
+  return {parted.outer, parted.last.substr(0, dot), parted.last.substr(dot)};
+}
+
 std::size_t length_gap(std::string_view a, std::string_view b) noexcept {
   const std::size_t in_a = count_code_points(a);
   const std::size_t in_b = count_code_points(b);
   return std::max(in_a, in_b) - std::min(in_a, in_b);
 }
 
-OuterParts::OuterParts(std::string_view outer, Splitter split) noexcept : split_(split) {
-  while (count_ < kMaxParts) {
-    const Parted parted = split(outer);
-    if (parted.last.empty()) break;
-    parts_[count_++] = parted.last;
-    outer = parted.outer;
-  }
-}
-
-std::size_t OuterParts::missing_from(std::string_view outer) const noexcept {
-  std::size_t found = 0;
-  std::size_t next = 0;
-  for (std::size_t looked_at = 0; looked_at < kMaxParts && next < count_; ++looked_at) {
-    const Parted parted = split_(outer);
-    if (parted.last.empty()) break;
-    outer = parted.outer;
-    for (std::size_t position = next; position < count_; ++position) {
-      if (!models::same_but_for_case(parts_[position], parted.last)) continue;
-      ++found;
-      next = position + 1;
-      break;
-    }
-  }
-  return count_ - found;
-}
-
-}  // namespace vantrex::workers
+}  // namespace vantrex::names

@@ -12,7 +12,7 @@
 #include <string_view>
 #include <vector>
 
-namespace vantrex::workers {
+namespace vantrex::names {
 
 class PartFinder {
  public:
@@ -32,4 +32,4 @@ class PartFinder {
   std::vector<std::size_t> borders_;
 };
 
-}  // namespace vantrex::workers
+}  // namespace vantrex::names

@@ -1,11 +1,11 @@
-#include "vantrex/workers/edit_distance.h"
+#include "vantrex/names/edit_distance.h"
 
 #include <algorithm>
 #include <array>
 #include <cstdint>
 #include <utility>
 
-namespace vantrex::workers {
+namespace vantrex::names {
 
 namespace {
 
@@ -104,26 +104,28 @@ std::size_t EditDistanceFrom::to(std::u32string_view other, std::size_t max) con
 // cells differ by at most one. So a mask with one bit for each row tells which cells of a column are one more
 // than the cell above (or to the left), and a second mask which are one less. (Hyyro, "A bit-vector algorithm
 // for computing Levenshtein and Damerau edit distances", 2003.)
+//
+// A cell equals the one above to the left or is one more. So the distances on the diagonal that ends in the
+// last cell only grow, and the first that is too large decides.
 std::size_t EditDistanceFrom::by_columns(std::u32string_view other, std::size_t max) const noexcept {
-  const std::uint64_t last_row = std::uint64_t{1} << (text_.size() - 1);
   std::uint64_t more_than_above = ~std::uint64_t{0};
   std::uint64_t less_than_above = 0;
   std::uint64_t as_diagonal = 0;  // rows whose cell equals the one above to the left
   std::uint64_t equal_before = 0;
-  std::size_t distance = text_.size();
+  const std::size_t columns_before = std::max(text_.size(), other.size()) - text_.size();
+  const std::size_t rows_before = std::max(text_.size(), other.size()) - other.size();
+  std::size_t distance = columns_before + rows_before;
   for (std::size_t column = 0; column < other.size(); ++column) {
     const std::uint64_t equal = rows_of(other[column]);
     const std::uint64_t swapped = ((~as_diagonal & equal) << 1) & equal_before;
     as_diagonal =
         (((equal & more_than_above) + more_than_above) ^ more_than_above) | equal | less_than_above | swapped;
-    std::uint64_t more_than_left = less_than_above | ~(as_diagonal | more_than_above);
-    std::uint64_t less_than_left = as_diagonal & more_than_above;
-    if ((more_than_left & last_row) != 0) ++distance;
-    if ((less_than_left & last_row) != 0) --distance;
-    // Each remaining letter reduces the distance by at most one.
-    if (distance > max + (other.size() - column - 1)) return max + 1;
-    more_than_left = (more_than_left << 1) | 1;
-    less_than_left <<= 1;
+    if (column >= columns_before) {
+      distance += ~(as_diagonal >> (column - columns_before + rows_before)) & 1;
+      if (distance > max) return max + 1;
+    }
+    const std::uint64_t more_than_left = ((less_than_above | ~(as_diagonal | more_than_above)) << 1) | 1;
+    const std::uint64_t less_than_left = (as_diagonal & more_than_above) << 1;
     more_than_above = less_than_left | ~(as_diagonal | more_than_left);
     less_than_above = more_than_left & as_diagonal;
     equal_before = equal;
@@ -131,4 +133,4 @@ std::size_t EditDistanceFrom::by_columns(std::u32string_view other, std::size_t 
   return distance;
 }
 
-}  // namespace vantrex::workers
+}  // namespace vantrex::names

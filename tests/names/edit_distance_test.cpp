@@ -1,4 +1,4 @@
-#include "vantrex/workers/edit_distance.h"
+#include "vantrex/names/edit_distance.h"
 
 #include <algorithm>
 #include <string>
@@ -8,7 +8,7 @@
 
 #include "fuzz/support/random_tree.h"
 
-namespace vantrex::workers {
+namespace vantrex::names {
 namespace {
 
 // The definition of the distance, by the full table.
@@ -54,4 +54,4 @@ TEST(EditDistance, EqualsTheDefinitionUpToTheLimit) {
 }
 
 }  // namespace
-}  // namespace vantrex::workers
+}  // namespace vantrex::names

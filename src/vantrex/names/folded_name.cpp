@@ -1,15 +1,13 @@
-#include "vantrex/workers/folded_name.h"
+#include "vantrex/names/folded_name.h"
 
 #include <algorithm>
 #include <array>
-#include <bit>
 #include <cstddef>
 
-#include "vantrex/models/ascii_case.h"
+#include "vantrex/names/ascii_case.h"
 #include "vantrex/values/utf8.h"
-#include "vantrex/workers/edit_distance.h"
 
-namespace vantrex::workers {
+namespace vantrex::names {
 
 namespace {
 
@@ -27,7 +25,7 @@ constexpr std::array<Letter, 256> kLetters = [] {
   std::array<Letter, 256> letters{};
   for (std::size_t byte = 0; byte < letters.size(); ++byte) {
     const char c = static_cast<char>(byte);
-    const char folded = models::lower(c);
+    const char folded = lower(c);
     const bool separates = c == '_' || c == '-' || c == ' ';
     const Class cls = byte >= 0x80  ? Class::beyond_ascii
                       : separates   ? Class::separator
@@ -68,21 +66,25 @@ Decoded decode(std::string_view bytes) noexcept {
   return {code_point, length};
 }
 
-std::size_t bit_of(char32_t letter) noexcept {
-  return letter % 64;
+// Of 32 numbers, one each for the ASCII letters, and five for other ASCII characters.
+std::size_t hash_of(char32_t letter) noexcept {
+  return letter < 'a' ? 27 + letter % 5 : letter % 32;
 }
 
 }  // namespace
 
 void FoldedName::assign(std::string_view name) {
-  letters.resize(name.size());
-  char32_t* end = letters.data();
-  std::uint64_t bits = 0;
+  letters_.resize(name.size());
+  word_ends_.clear();
+  std::size_t size = 0;
+  std::uint64_t mask = 0;
   std::uint64_t sum_of_words = 0;
   std::uint64_t word = kNoWord;
   const auto end_word = [&] {
-    if (word != kNoWord) sum_of_words += (word ^ (word >> 32)) * kMixer;
+    if (word == kNoWord) return;
+    sum_of_words += (word ^ (word >> 32)) * kMixer;
     word = kNoWord;
+    word_ends_.push_back(size);
   };
   for (std::size_t position = 0; position < name.size();) {
     const Letter letter = letter_of(name[position]);
@@ -92,38 +94,44 @@ void FoldedName::assign(std::string_view name) {
     if (letter.cls == Class::separator || camel_word) end_word();
     position += decoded.length;
     if (letter.cls == Class::separator) continue;
-    *end++ = decoded.code_point;
-    bits |= std::uint64_t{1} << bit_of(decoded.code_point);
+    letters_[size++] = decoded.code_point;
+    const std::size_t hash = hash_of(decoded.code_point);
+    const std::uint64_t again = (mask >> hash) & 1;
+    mask |= std::uint64_t{1} << (hash + 32 * again);
     word = (word ^ decoded.code_point) * kMixer;
     word ^= word >> 29;
   }
   end_word();
-  letters.resize(static_cast<std::size_t>(end - letters.data()));
-  letter_mask = bits;
-  word_hash = sum_of_words;
+  letters_.resize(size);
+  mask_ = mask;
+  word_hash_ = sum_of_words;
 }
 
-std::size_t lacking_letters(const FoldedName& wanted, const FoldedName& name) noexcept {
-  std::array<std::size_t, 64> available{};
-  for (const char32_t letter : name.letters) ++available[bit_of(letter)];
+bool FoldedName::has_words_of(const FoldedName& other) const {
+  return word_hash_ == other.word_hash_ && sorted_words() == other.sorted_words();
+}
+
+std::vector<std::u32string_view> FoldedName::sorted_words() const {
+  std::vector<std::u32string_view> words;
+  std::size_t start = 0;
+  for (const std::size_t end : word_ends_) {
+    words.push_back(std::u32string_view(letters_).substr(start, end - start));
+    start = end;
+  }
+  std::sort(words.begin(), words.end());
+  return words;
+}
+
+std::size_t lacking_letters(FoldedView wanted, FoldedView name) noexcept {
+  std::array<std::size_t, 32> available{};
+  for (const char32_t letter : name.letters) ++available[hash_of(letter)];
   std::size_t lacking = 0;
   for (const char32_t letter : wanted.letters) {
-    std::size_t& left = available[bit_of(letter)];
+    std::size_t& left = available[hash_of(letter)];
     if (left == 0) ++lacking;
     if (left > 0) --left;
   }
   return lacking;
 }
 
-std::size_t max_edits(const FoldedName& a, const FoldedName& b) noexcept {
-  return std::min(std::max(a.letters.size(), b.letters.size()) / 3, kMaxEdits);
-}
-
-std::size_t min_edits(const FoldedName& a, const FoldedName& b) noexcept {
-  const int missing =
-      std::max(std::popcount(a.letter_mask & ~b.letter_mask), std::popcount(b.letter_mask & ~a.letter_mask));
-  const std::size_t shorter = std::min(a.letters.size(), b.letters.size());
-  return std::max(static_cast<std::size_t>(missing), std::max(a.letters.size(), b.letters.size()) - shorter);
-}
-
-}  // namespace vantrex::workers
+}  // namespace vantrex::names

@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <string_view>
 
-namespace vantrex::models {
+namespace vantrex::names {
 
 constexpr char lower(char c) noexcept {
   return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;
@@ -15,4 +15,4 @@ constexpr bool same_but_for_case(std::string_view a, std::string_view b) noexcep
                     [](char left, char right) { return lower(left) == lower(right); });
 }
 
-}  // namespace vantrex::models
+}  // namespace vantrex::names

@@ -12,7 +12,7 @@
 #include <utility>
 #include <vector>
 
-namespace vantrex::workers {
+namespace vantrex::names {
 
 // The maximum distance that is measured.
 inline constexpr std::size_t kMaxEdits = 64;
@@ -42,4 +42,4 @@ class EditDistanceFrom {
   std::vector<std::pair<char32_t, std::uint64_t>> other_rows_;
 };
 
-}  // namespace vantrex::workers
+}  // namespace vantrex::names
