@@ -27,6 +27,7 @@ std::string id_text(std::string_view span) {
 // The string in `span`, or nothing.
 std::optional<std::string> string_in(std::string_view span) {
   if (!span.starts_with('"')) return std::nullopt;
+  if (span.find('\\') == std::string_view::npos) return std::string(span.substr(1, span.size() - 2));
   const JsonValue text = requests::read_json(span);
   return std::string(text.string().value_or(""));
 }

@@ -10,8 +10,6 @@ namespace next_steps_proxy {
 
 namespace {
 
-constexpr std::string_view kSpace = " \t\r\n";
-
 // Which bytes end the search for the end of a number or a literal, and of a list or an object.
 constexpr auto kEnds = [] {
   std::array<std::array<bool, 256>, 2> ends{};
@@ -29,7 +27,7 @@ class Rest {
 
   // Takes `byte` if that comes next, and returns whether it does.
   bool take(char byte) {
-    text_.remove_prefix(std::min(text_.find_first_not_of(kSpace), text_.size()));
+    skip_space();
     const bool is_next = text_.starts_with(byte);
     text_.remove_prefix(is_next ? 1 : 0);
     return is_next;
@@ -37,7 +35,7 @@ class Rest {
 
   // Takes a value; returns an empty span if none comes next.
   std::string_view take_value() {
-    text_.remove_prefix(std::min(text_.find_first_not_of(kSpace), text_.size()));
+    skip_space();
     std::size_t depth = 0;
     std::size_t at = 0;
     do {
@@ -63,6 +61,11 @@ class Rest {
   }
 
  private:
+  void skip_space() {
+    while (!text_.empty() && (text_[0] == ' ' || text_[0] == '\t' || text_[0] == '\r'))
+      text_.remove_prefix(1);
+  }
+
   // The end of the string at `begin`.
   std::size_t string_end(std::size_t begin) const {
     while ((begin = text_.find('"', begin + 1)) != std::string_view::npos) {
@@ -75,23 +78,27 @@ class Rest {
   std::string_view text_;
 };
 
-bool is_key(std::string_view text, std::string_view key) {
-  if (text.find('\\') != std::string_view::npos) return requests::read_json(text) == key;
-  return text.size() == key.size() + 2 && text.substr(1, key.size()) == key;
+// The string that is quoted in `text`. `memory` keeps it if it has escapes.
+std::string_view unquoted(std::string_view text, values::JsonValue& memory) {
+  if (text.find('\\') == std::string_view::npos)
+    return text.substr(std::min<std::size_t>(text.size(), 1), text.size() - 2);
+  memory = requests::read_json(text);
+  return memory.string().value_or("");
 }
 
 }  // namespace
 
 void find_members(std::string_view text, std::span<const std::string_view> keys,
-                  std::span<std::string_view> values) {
+                  std::span<std::string_view> found) {
   Rest rest(text);
   if (!rest.take('{')) return;
   do {
-    const std::string_view key = rest.take_value();
+    values::JsonValue memory;
+    const std::string_view key = unquoted(rest.take_value(), memory);
     if (!rest.take(':')) return;
     const std::string_view value = rest.take_value();
     for (std::size_t i = 0; i < keys.size(); ++i) {
-      if (is_key(key, keys[i])) values[i] = value;
+      if (key == keys[i]) found[i] = value;
     }
   } while (rest.take(','));
 }

@@ -12,11 +12,11 @@
 
 namespace next_steps_proxy {
 
-// Sets each of `values` to the value of its key in the object `text`. As for the reader, the last one of a
+// Sets each of `found` to the value of its key in the object `text`. As for the reader, the last one of a
 // repeated key counts. Leaves the others as they are. Throws JsonError for a key with a wrong escape, and
 // std::bad_alloc.
 void find_members(std::string_view text, std::span<const std::string_view> keys,
-                  std::span<std::string_view> values);
+                  std::span<std::string_view> found);
 
 // The same; an absent value is empty.
 template <std::size_t kCount>

@@ -16,7 +16,7 @@ namespace next_steps_proxy {
 
 namespace {
 
-constexpr std::size_t kReadSize = std::size_t{128} << 10;
+constexpr std::size_t kReadSize = std::size_t{64} << 10;
 constexpr std::size_t kKeptSize = std::size_t{1} << 20;
 
 bool is_temporary(int error) noexcept {
