@@ -78,7 +78,7 @@ class Widening {
       waiting.pop_back();
       if (JsonList* const list = part.value->list()) {
         for (std::size_t i = 0; i < list->size(); ++i) {
-          waiting.push_back({list->find(i), part.key, part.is_schema, part.is_root});
+          waiting.push_back({list->item(i), part.key, part.is_schema, part.is_root});
         }
       }
       if (part.value->object() != nullptr) relax(part, *part.value->object(), waiting);

@@ -11,7 +11,7 @@
 
 // Sizes have 64 bits, and a string may be longer than the parser's assertions allow.
 #define RAPIDJSON_NO_SIZETYPEDEFINE
-#define RAPIDJSON_ASSERT(condition) static_cast<void>(0)
+#define RAPIDJSON_ASSERT(condition) static_cast<void>(0)  // NOLINT(cppcoreguidelines-macro-usage)
 namespace rapidjson {
 using SizeType = std::size_t;
 }
@@ -189,9 +189,9 @@ class TreeBuilder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, TreeB
 template <>
 template <>
 void rapidjson::GenericReader<rapidjson::UTF8<>, rapidjson::UTF8<>, next_steps_requests::ThrowingAllocator>::
-    ParseNumber<next_steps_requests::kFlags>(next_steps_requests::Stream& stream,
-                                             next_steps_requests::TreeBuilder& builder) {
-  stream.src_ += builder.add_number();
+    ParseNumber<next_steps_requests::kFlags>(next_steps_requests::Stream& is,
+                                             next_steps_requests::TreeBuilder& handler) {
+  is.src_ += handler.add_number();
 }
 
 namespace next_steps_requests {

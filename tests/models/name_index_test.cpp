@@ -80,8 +80,11 @@ TEST(NameIndex, DoesNotChange) {
   repository.make_name_index();
   const auto index = repository.name_index();
   EXPECT_EQ(InMemoryRepository(repository).name_index(), nullptr);
+  const auto* const text = index->symbols_named("pkg.b.run").at(0).fqn.data();
   repository.add_symbol({.fqn = "pkg.added"});
+  repository.add_path(std::string(10000, 'x'));
   EXPECT_EQ(repository.name_index(), nullptr);
+  EXPECT_EQ(index->symbols_named("pkg.b.run").at(0).fqn.data(), text);
   EXPECT_EQ(index->symbols_named("pkg.added"), std::vector<SymbolView>());
   EXPECT_EQ(tests::nearest_fqns(repository, "pkg.aded"), Texts{"pkg.added"});
 }
