@@ -1,5 +1,6 @@
 #include "proxy/child_process.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <fcntl.h>
 #include <spawn.h>
@@ -28,10 +29,10 @@ void Pipe::close(std::size_t end) noexcept {
 }
 
 ChildProcess::ChildProcess(const std::vector<std::string>& command, const sigset_t& mask) {
-  std::vector<char*> words;
-  for (const std::string& word : command)
-    words.push_back(const_cast<char*>(word.c_str()));  // NOLINT(*-const-cast)
-  words.push_back(nullptr);
+  std::vector<char*> words(command.size() + 1);  // the last one stays null
+  std::transform(command.begin(), command.end(), words.begin(), [](const std::string& word) {
+    return const_cast<char*>(word.c_str());
+  });  // NOLINT(*-const-cast)
   sigset_t broken_pipe;
   ::sigemptyset(&broken_pipe);
   ::sigaddset(&broken_pipe, SIGPIPE);

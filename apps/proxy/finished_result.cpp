@@ -11,7 +11,6 @@
 
 namespace next_steps_proxy {
 
-using values::JsonList;
 using values::JsonObject;
 using values::JsonValue;
 

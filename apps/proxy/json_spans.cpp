@@ -10,15 +10,12 @@ namespace next_steps_proxy {
 
 namespace {
 
-// Which bytes end the search for the end of a number or a literal, and of a list or an object.
-constexpr auto kEnds = [] {
-  std::array<std::array<bool, 256>, 2> ends{};
-  for (const char each : {' ', '\t', '\r', '\n', ',', ':'}) ends[0][static_cast<unsigned char>(each)] = true;
-  for (const char each : {'"', '{', '}', '[', ']'}) {
-    ends[0][static_cast<unsigned char>(each)] = ends[1][static_cast<unsigned char>(each)] = true;
-  }
-  return ends;
-}();
+constexpr bool is_structure(char byte) {
+  return byte == '"' || byte == '{' || byte == '}' || byte == '[' || byte == ']';
+}
+constexpr bool is_space(char byte) {
+  return byte == ' ' || byte == '\t' || byte == '\r';
+}
 
 // Takes items off the front of a text.
 class Rest {
@@ -51,8 +48,10 @@ class Rest {
         --depth;
         ++at;
       } else {
-        const auto& ends = kEnds[depth == 0 ? 0 : 1];
-        while (at != text_.size() && !ends[static_cast<unsigned char>(text_[at])]) ++at;
+        const auto is_end = [depth](char byte) {
+          return is_structure(byte) || (depth == 0 && (is_space(byte) || byte == ',' || byte == ':'));
+        };
+        while (at != text_.size() && !is_end(text_[at])) ++at;
       }
     } while (depth > 0);
     const std::string_view value = text_.substr(0, at);
@@ -62,8 +61,7 @@ class Rest {
 
  private:
   void skip_space() {
-    while (!text_.empty() && (text_[0] == ' ' || text_[0] == '\t' || text_[0] == '\r'))
-      text_.remove_prefix(1);
+    while (!text_.empty() && is_space(text_[0])) text_.remove_prefix(1);
   }
 
   // The end of the string at `begin`.

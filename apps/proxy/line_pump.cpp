@@ -40,7 +40,7 @@ void LinePump::run(const std::function<void()>& on_break) {
 }
 
 // Returns false if the stream is not ready and the pump is to stop.
-bool LinePump::wait_for(int stream, short events) const noexcept {
+bool LinePump::wait_for(int stream, std::int16_t events) const noexcept {
   std::array<pollfd, 2> awaited{{{stream, events, 0}, {streams_.stop, POLLIN, 0}}};
   if (streams_.drains && events == POLLOUT) awaited[1].fd = -1;
   while (::poll(awaited.data(), awaited.size(), -1) < 0 && is_temporary(errno)) {
@@ -50,13 +50,13 @@ bool LinePump::wait_for(int stream, short events) const noexcept {
 
 // Returns false at the end.
 bool LinePump::read() {
-  const std::size_t size = buffer_.size();
   try {
-    buffer_.resize(size + kReadSize);
+    buffer_.reserve(buffer_.size() + kReadSize);
   } catch (const std::bad_alloc&) {  // the part of the line that is there passes
-    searched_ = 0;
-    return size > 0 && write(size) && read();
+    if (!write(std::exchange(searched_, 0))) return false;
   }
+  const std::size_t size = buffer_.size();
+  buffer_.resize(size + kReadSize);
   ssize_t count = 0;
   do {
     count = wait_for(streams_.source, POLLIN) ? ::read(streams_.source, buffer_.data() + size, kReadSize) : 0;

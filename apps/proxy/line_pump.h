@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>
@@ -31,7 +32,7 @@ class LinePump {
   void run(const std::function<void()>& on_break);
 
  private:
-  bool wait_for(int stream, short events) const noexcept;
+  bool wait_for(int stream, std::int16_t events) const noexcept;
   bool read();
   void rewrite_lines();
   std::size_t rewrite_line(std::size_t size);

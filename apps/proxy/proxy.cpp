@@ -34,8 +34,8 @@ void report_end() noexcept {
 class Signals {
  public:
   Signals() {
-    ::signal(SIGPIPE, SIG_IGN);
-    ::signal(SIGCHLD, SIG_DFL);
+    static_cast<void>(::signal(SIGPIPE, SIG_IGN));
+    static_cast<void>(::signal(SIGCHLD, SIG_DFL));
     ::sigemptyset(&awaited_);
     for (const int each : {SIGINT, SIGTERM, SIGCHLD, side_ended()}) ::sigaddset(&awaited_, each);
     ::pthread_sigmask(SIG_BLOCK, &awaited_, &before_);

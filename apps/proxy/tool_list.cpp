@@ -4,7 +4,6 @@
 #include <cstddef>
 
 #include "proxy/json_spans.h"
-#include "proxy/names.h"
 #include "proxy/widened_schema.h"
 #include "requests/json_reader.h"
 #include "vantrex/tool_handlers/next_steps/tables.h"
