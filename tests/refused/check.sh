@@ -39,7 +39,7 @@ object.set("\xFF", 1)|not a constant expression
 object.set(nullptr, 1)|deleted
 Text(nullptr)|deleted
 object["k"] == std::vector<int>()|deleted (operator|function .*operator==)
-object[nullptr]|deleted .*operator
+object[nullptr]|no (match|viable)
 JsonValue("k").string()|deleted .*string
 JsonValue(object).object()|deleted .*object
 finish_answer(object, nullptr)|deleted .*finish_answer

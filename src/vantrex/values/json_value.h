@@ -36,7 +36,7 @@
 
 namespace vantrex::values {
 
-struct JsonField;
+struct NEXT_STEPS_API JsonField;
 
 /// The kinds of a value. An integer has any size; a float is a double.
 enum class Kind : std::uint8_t { null, boolean, integer, floating, string, list, object, foreign };
@@ -400,7 +400,7 @@ class NEXT_STEPS_API JsonValue {
 static_assert(sizeof(JsonValue) == 16);
 
 /// One field of an object.
-struct JsonField {
+struct NEXT_STEPS_API JsonField {
   Text key;         ///< Unique in its object.
   JsonValue value;  ///< May be null.
 
