@@ -147,6 +147,9 @@ TEST(FinishAnswer, TakesAnyFormOfAnAbsentAction) {
     const JsonObject given = finish_answer({{"fqn", "f"}}, "symbol", {.action = action});
     EXPECT_EQ(given["next_steps"].list()->size(), 2U);
   }
+  char unterminated[] = {'a', 'b', 'c'};
+  const OptionalText bounded = unterminated;
+  EXPECT_EQ(std::optional<std::string_view>(bounded), "abc");
 }
 
 }  // namespace

@@ -4,11 +4,14 @@
 // absent. It owns its text, which may be any bytes.
 #pragma once
 
+#include <concepts>
 #include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
+
+#include "vantrex/values/text.h"
 
 namespace vantrex::tool_handlers::next_steps {
 
@@ -26,8 +29,13 @@ class OptionalText {
   OptionalText(std::string_view text) : text_(text) {}
   /// The text itself.
   OptionalText(std::string text) noexcept : text_(std::move(text)) {}
+  /// A copy of the characters before the first NUL, or of all.
+  template <std::size_t kSize>
+  OptionalText(const char (&characters)[kSize]) : text_(values::detail::view_of(characters)) {}
   /// A copy of `text`; absent for a null pointer.
-  OptionalText(const char* text) {
+  template <typename Pointer>
+  requires std::same_as<Pointer, const char*> || std::same_as<Pointer, char*> OptionalText(
+      const Pointer& text) {
     if (text != nullptr) text_ = text;
   }
   /// The text itself; absent for an empty optional.
