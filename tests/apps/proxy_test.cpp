@@ -16,7 +16,7 @@ std::string passed(const std::string& options, const std::string& lines) {
   const Ran ran =
       run("cat >$(dirname $0)/catalogue <<'END'\n"
           R"({"next_steps": {"find": [{"tool": "open", "takes": "fqn", "reason": "Open"}], "act:go": [],
-          "list": [{"tool": "act", "args": {"action": "go"}, "reason": "Go"}]}})"
+          "list": [{"tool": "act", "args": {"action": "go"}, "reason": "Go"}]}, "signals": {"other:x": null}})"
           "\nEND\n"
           "next-steps proxy --catalogue $(dirname $0)/catalogue " +
               options + " -- cat",
@@ -46,7 +46,7 @@ other | {"structuredContent": {"n": null}} | =
 find | {"structuredContent": {"n": null}, "isError": true} | =
 find | {"structuredContent": {"n": null}, "resultType": "input_required"} | =
 find | {"structuredContent": [{"n": null}]} | =
-find | {"content": [{"type": "text", "text": "{}"}, {"type": "text", "text": "{}"}]} | =
+find | {"content": [{"type": "text", "text": "{}"}, {"type": "text", "text": "{\"n\": null}"}]} | =
 find | {"content": [{"type": "text", "text": "[{}]"}]} | =
 find | {"content": [{"type": "text", "text": "{} and more"}]} | =
 find | {"structuredContent": {"n": null, "s": "\ud800"}} | =
