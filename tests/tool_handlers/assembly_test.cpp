@@ -33,19 +33,17 @@ TEST(Step, KeepsItsArgumentsAsTheyAre) {
 TEST(Deduplicated, KeepsTheFirstStepOfEachCall) {
   for (const auto& row : tests::table(R"(
 # steps | the reasons of the kept steps
-[{"tool":"a","args":{"x":1,"y":[{"p":1,"q":2}]},"reason":0},{"args":{"y":[{"q":2,"p":1}],"x":1},"tool":"a"}] | 0
+[{"tool":"a","args":{"x":1,"y":[{"p":1,"q":2}]},"reason":0},{"tool":"a","args":{"y":[{"q":2,"p":1}],"x":1}}] | 0
 [{"tool":"a","args":0,"reason":0},{"tool":"b","args":0,"reason":1},{"tool":"c","args":0,"reason":2},{"tool":"b","args":0},{"tool":"a","args":0}] | 0 1 2
 [{"tool":"a","args":1,"reason":0},{"tool":"a","args":1.0,"reason":1},{"tool":"a","args":true,"reason":2}] | 0 1 2
 [{"tool":"a","args":0.0,"reason":0},{"tool":"a","args":-0.0,"reason":1},{"tool":"a","args":-0.0}] | 0 1
 [{"tool":"a","args":"y","reason":0},{"tool":"a","args":{"x":"y"},"reason":1},{"tool":"a","args":"y"}] | 0 1
 [{"tool":"a","args":{"x":null},"reason":0},{"tool":"a","args":{},"reason":1},{"tool":null,"args":{},"reason":2}] | 0 1 2
 [{"tool":"a,b","args":"c","reason":0},{"tool":"a","args":"b,c","reason":1}] | 0 1
-["text",{"tool":"a","reason":1},{"tool":"a","args":null}] | 1
 )")) {
     std::string kept;
     const JsonValue steps = tests::parse(row.at(0));
     for (const JsonValue& each : _deduplicated(*steps.list())) {
-      if (each.object() == nullptr) continue;
       kept += (kept.empty() ? "" : " ") + (*each.object())["reason"].integer()->digits();
     }
     EXPECT_EQ(kept, row.at(1)) << row.at(0);

@@ -22,9 +22,9 @@ namespace vantrex::tool_handlers::next_steps {
 // The decision on each step of a list.
 using Decisions = std::vector<Decision>;
 
-// `steps` without repeated calls. Of the steps with the same tool and the same arguments, in any order of
-// fields, the first stays. `decisions` may be null, or has an entry for each step; of these, the kept ones
-// are the steps of the list, and those of repeats are changed. Throws std::bad_alloc.
+// `steps`, made by step(), without repeated calls. Of the steps with the same tool and the same arguments, in
+// any order of fields, the first stays. `decisions` may be null, or has an entry for each step; of these, the
+// kept ones are the steps of the list, and those of repeats are changed. Throws std::bad_alloc.
 values::JsonList _deduplicated(values::JsonList steps, Decisions* decisions = nullptr);
 
 // Whether the server has the call. A null `serves` has every call.

@@ -102,9 +102,9 @@ const UsualRow* Tables::usual_row(std::string_view tool,
 
 const SignalRow* Tables::signal_row(std::string_view tool,
                                     std::optional<std::string_view> action) const noexcept {
-  const SignalRow* row = joined_row(signals, tool, action);
-  if (row != nullptr || tool.find(':') != std::string_view::npos) return row;
-  return tool_row(signals, tool);
+  if (const SignalRow* row = joined_row(signals, tool, action)) return row;
+  const SignalRow* row = tool_row(signals, tool);
+  return row != nullptr && tool.find(':') != std::string_view::npos ? nullptr : row;
 }
 
 }  // namespace vantrex::tool_handlers::next_steps
