@@ -74,9 +74,11 @@ bool takes_from_hits(const Argument& argument) noexcept {
 }
 
 JsonObject constant_arguments(const Call& call) {
+  static constinit const JsonObject none;
+  const JsonObject& constants = call.args == nullptr ? none : *call.args;
   JsonObject args;
-  if (call.args != nullptr) args = *call.args;
-  args.reserve(args.size() + 1 + call.takes.size());
+  args.reserve(constants.size() + 1 + call.takes.size());
+  for (const auto& [key, value] : constants) args.append(key, value);
   if (call.action) args.append("action", *call.action);
   return args;
 }
