@@ -257,11 +257,12 @@ class NEXT_STEPS_API TextArgument {
 
 }  // namespace vantrex::values
 
-/// The hash of a text's bytes.
+/// @cond
+// Hashes the bytes, as for a std::string_view. Doxygen does not find the scope of this specialization.
 template <>
 struct std::hash<vantrex::values::Text> {
-  /// The hash of the bytes, as for a std::string_view.
   std::size_t operator()(const vantrex::values::Text& text) const noexcept {
     return std::hash<std::string_view>()(text.view());
   }
 };
+/// @endcond
