@@ -43,6 +43,15 @@ class Signals {
 
   const sigset_t& before() const noexcept { return before_; }
 
+  // Lets SIGINT and SIGTERM end the process from now on.
+  static void unblock_ending() noexcept {
+    sigset_t ending = {};
+    ::sigemptyset(&ending);
+    ::sigaddset(&ending, SIGINT);
+    ::sigaddset(&ending, SIGTERM);
+    ::pthread_sigmask(SIG_UNBLOCK, &ending, nullptr);
+  }
+
   // Waits for the next signal. Returns -1 at the deadline, and sometimes earlier.
   int next(std::optional<Clock::time_point> deadline) const noexcept {
     if (!deadline) return ::sigwaitinfo(&awaited_, nullptr);
@@ -113,6 +122,7 @@ int run_proxy(const std::vector<std::string>& command, const ProxyOptions& optio
   });
   const int status = wait_for_end(server, signals);
   ended.close_sink();
+  Signals::unblock_ending();  // the client may never read the rest
   return status;
 }
 

@@ -64,13 +64,6 @@ void drop_unserved(JsonList& steps, const ServedTools* serves, Decisions* decisi
   });
 }
 
-void drop_over_cap(JsonList& steps, Decisions* decisions) {
-  if (steps.size() <= MAX_STEPS) return;
-  filter(steps, decisions, [](std::size_t position, std::size_t /*kept*/) -> Decision {
-    return {position < MAX_STEPS ? Verdict::kept : Verdict::over_cap};
-  });
-}
-
 // The number of signals that are served.
 std::size_t served_signals(const Candidates& candidates, const ServedTools* serves) noexcept {
   const JsonValue* first = candidates.steps.begin();
@@ -89,8 +82,9 @@ std::size_t place_of(std::size_t position, const Decisions* decisions) noexcept 
 
 // Whether `response` is the answer to a miss, and it is known what the server has.
 bool is_known_miss(const JsonObject& response, const FinishOptions& options) noexcept {
-  return (options.serves != nullptr || options.catalogue != nullptr) &&
-         response["found"].boolean() == false && response["did_you_mean"].list() != nullptr;
+  const bool has_own_tables = &tables_of(options.catalogue) != &module_tables();
+  return (options.serves != nullptr || has_own_tables) && response["found"].boolean() == false &&
+         response["did_you_mean"].list() != nullptr;
 }
 
 // Removes the tool's own steps from its answer. Empty if it gave none.
@@ -102,13 +96,13 @@ JsonList take_own_steps(JsonObject& response) {
 
 }  // namespace
 
-JsonList _deduplicated(JsonList steps, Decisions* decisions) {
+JsonList _deduplicated(JsonList steps, std::size_t max, Decisions* decisions) {
   filter(steps, decisions, [&](std::size_t position, std::size_t kept) -> Decision {
     const JsonValue* first = steps.begin();
     const JsonValue* same = std::find_if(first, first + kept, [&](const JsonValue& earlier) {
       return make_same_call(earlier, first[position]);
     });
-    if (same == first + kept) return {};
+    if (same == first + kept) return {kept < max ? Verdict::kept : Verdict::over_cap};
     return {Verdict::repeat, place_of(static_cast<std::size_t>(same - first), decisions)};
   });
   return steps;
@@ -131,8 +125,7 @@ Choice choose_steps(Candidates candidates, const ServedTools* serves, Decisions*
   choice.steps = std::move(candidates.steps);
   if (candidates.giver != Giver::tool) drop_unserved(choice.steps, serves, decisions);
   if (candidates.giver == Giver::tables) {
-    choice.steps = _deduplicated(std::move(choice.steps), decisions);
-    drop_over_cap(choice.steps, decisions);
+    choice.steps = _deduplicated(std::move(choice.steps), MAX_STEPS, decisions);
   }
   return choice;
 }

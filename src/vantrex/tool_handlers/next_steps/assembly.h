@@ -8,6 +8,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <optional>
 #include <string_view>
 #include <vector>
@@ -22,10 +23,13 @@ namespace vantrex::tool_handlers::next_steps {
 // The decision on each step of a list.
 using Decisions = std::vector<Decision>;
 
-// `steps`, made by step(), without repeated calls. Of the steps with the same tool and the same arguments, in
-// any order of fields, the first stays. `decisions` may be null, or has an entry for each step; of these, the
-// kept ones are the steps of the list, and those of repeats are changed. Throws std::bad_alloc.
-values::JsonList _deduplicated(values::JsonList steps, Decisions* decisions = nullptr);
+// The first `max` of `steps`, made by step(), without repeated calls. Of the steps with the same tool and the
+// same arguments, in any order of fields, the first stays. `decisions` may be null, or has an entry for each
+// step that was a candidate; of these, the kept ones are the steps of the list. Takes time linear in the
+// steps, times `max`. Throws std::bad_alloc.
+values::JsonList _deduplicated(values::JsonList steps,
+                               std::size_t max = std::numeric_limits<std::size_t>::max(),
+                               Decisions* decisions = nullptr);
 
 // Whether the server has the call. A null `serves` has every call.
 bool is_served(std::string_view tool, std::optional<std::string_view> action,

@@ -103,6 +103,8 @@ Explanation explain_answer(JsonObject answer, std::string_view tool_name, Finish
   if (candidates.giver == Giver::tables) {
     explain_tables(explained, AnswerView(answer, options.arguments, tables_of(options.catalogue)), tool_name,
                    options);
+  } else if (candidates.giver == Giver::miss && candidates.steps.empty()) {
+    explained.remarks.emplace_back("a miss: the tables were not asked");
   }
 
   const AnswerBytes bytes{values::compact_size(answer), _hint_size(answer)};

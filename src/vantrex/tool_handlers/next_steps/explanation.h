@@ -82,7 +82,7 @@ struct NEXT_STEPS_API Explanation {
 
   std::vector<CandidateStep> candidates;  ///< in the order of the choice
 
-  /// The rows that apply. This and the next two are empty if the tool gave own steps.
+  /// The rows that apply. This and the next two are empty if the tables were not asked.
   TableRows rows;
   std::vector<AbsentHint> absent;    ///< hints without an argument
   std::vector<SilentSignal> silent;  ///< signals without a step

@@ -33,6 +33,11 @@ std::string place_text(KeyPath path) {
   return place;
 }
 
+// `"total"`, or the place of a nested field: page.total
+std::string field_text(KeyPath path) {
+  return path.size() == 1 ? quoted(path[0]) : place_text(path);
+}
+
 // --- what an answer lacks
 
 // `kind "heading"` or `file "README.md"`: what makes a hit no code symbol.
@@ -60,7 +65,7 @@ std::string passed_over_hits(const AnswerView& answer) {
          no_code_text(*first);
 }
 
-// The answer field that an argument may come from; empty if there is none.
+// The field of the answer itself that an argument may come from; empty if there is none.
 std::string_view answer_field(const Argument& argument) {
   switch (argument.kind) {
     case ArgumentKind::path:
@@ -73,7 +78,7 @@ std::string_view answer_field(const Argument& argument) {
       return "query";
     case ArgumentKind::own:
       for (const ArgumentSource& source : argument.own->sources) {
-        if (source.in == ArgumentSource::In::answer) return source.path.back();
+        if (source.in == ArgumentSource::In::answer && source.path.size() == 1) return source.path[0];
       }
       return "";
     default:
@@ -81,12 +86,15 @@ std::string_view answer_field(const Argument& argument) {
   }
 }
 
-// `; "symbol" has one` if an object in the answer has the field that was looked for in the answer itself.
-std::string one_level_deeper(const AnswerView& answer, std::string_view field) {
+// `; "symbol" has one` if an object in the answer has a string, or for an own kind an integer, in the field
+// that was looked for in the answer itself.
+std::string one_level_deeper(const AnswerView& answer, const Argument& argument) {
+  const std::string_view field = answer_field(argument);
   if (field.empty()) return "";
   for (const JsonField& each : answer.response) {
-    const JsonObject* object = each.value.object();
-    if (object != nullptr && !(*object)[field].is_empty()) return "; " + quoted(each.key.view()) + " has one";
+    const JsonValue& value = each.value[field];
+    const bool is_one = value.string() || (argument.own != nullptr && value.kind() == Kind::integer);
+    if (is_one && !value.is_empty()) return "; " + quoted(each.key.view()) + " has one";
   }
   return "";
 }
@@ -116,6 +124,11 @@ void visit_names(const Tables& tables, Visit visit) {
   for (const SignalRow& row : tables.signals) {
     visit_key(row.key);
     if (row.signal != nullptr) visit_call(row.signal->call);
+  }
+  for (const MissCalls& calls : {tables.symbol_miss, tables.path_miss}) {
+    for (const Call* call : {calls.near, calls.none}) {
+      if (call != nullptr) visit(call->tool.view(), std::optional<std::string_view>());
+    }
   }
 }
 
@@ -165,7 +178,7 @@ void append_unknown_names(Remarks& remarks, const Tables& tables, std::string_vi
     const Names tools = tools_of(tables);
     const bool is_served = options.serves != nullptr && options.serves->contains_any_of(tool);
     const bool is_known = is_served || std::binary_search(tools.begin(), tools.end(), tool);
-    if (!is_known) remarks.push_back(workers::unknown_name("tool", tool, tools));
+    if (!is_known && !tools.empty()) remarks.push_back(workers::unknown_name("tool", tool, tools));
   }
   const bool has_row = (usual != nullptr && usual->key != tool) || (signal != nullptr && signal->key != tool);
   if (action && !has_row) remarks.push_back(misspelt_action(tables, "unknown action", tool, *action));
@@ -194,11 +207,11 @@ void append_counts(Remarks& remarks, const AnswerView& answer) {
       const auto list = std::find_if(lists.begin(), lists.end(), [](const JsonList* each) { return each; });
       if (list == lists.end() || *stated >= (*list)->size()) return;
       const KeyPath name = answer.tables().hit_lists[static_cast<std::size_t>(list - lists.begin())];
-      remarks.push_back(quoted(place_text(path)) + " is " + stated->digits() + ", but " +
-                        quoted(place_text(name)) + " has " + counted_hits(Integer((*list)->size())));
+      remarks.push_back(field_text(path) + " is " + stated->digits() + ", but " + field_text(name) + " has " +
+                        counted_hits(Integer((*list)->size())));
       return;
     }
-    if (!count.is_null()) remarks.push_back(quoted(place_text(path)) + " is ignored: it is no integer");
+    if (!count.is_null()) remarks.push_back(field_text(path) + " is ignored: it is no integer");
   }
 }
 
@@ -242,7 +255,7 @@ std::string lack_text(const AnswerView& answer, const Lack& lack) {
   }
   const bool in_hits = takes_from_hits(argument) && argument.kind != ArgumentKind::query;
   return "no " + std::string(name_of(argument)) + (in_hits ? " in any hit" : "") +
-         one_level_deeper(answer, answer_field(argument));
+         one_level_deeper(answer, argument);
 }
 
 std::string lacking_hits(const AnswerView& answer, const HitCondition& condition) {

@@ -34,7 +34,9 @@ struct FinishOptions {
   /// The tools that the server has, borrowed for the call; null if it has every tool. Signals, usual
   /// follow-ups and the step of a miss are left out if they call another tool. Other own steps stay.
   const ServedTools* serves = nullptr;
-  /// The server's own catalogue, borrowed for the call; null for the module's tables.
+  /// The server's own catalogue, borrowed for the call; null for the module's tables. With `serves` or an own
+  /// catalogue, an answer to a miss ("found" is false, "did_you_mean" is a list) gets no steps from the
+  /// tables.
   const Catalogue* catalogue = nullptr;
 };
 

@@ -1,7 +1,7 @@
 // Answers to a miss: a symbol or a path that the index does not hold.
 //
 // Each function marks the answer as not found, lists the nearest names in the index, and adds one step that
-// uses the best of them. Finish the answer afterwards, like any other.
+// uses the best of them, if the catalogue has a call for that. Finish the answer afterwards, like any other.
 //
 // Ownership: the answer is changed in place and returned. Threads: no state; do not use the same answer on
 // two threads at once.
