@@ -10,7 +10,7 @@ namespace vantrex::names {
 namespace {
 
 constexpr std::size_t kOtherSpelling = 1;
-constexpr std::size_t kEdit = 2;
+constexpr std::size_t kQualifierEdit = 2;
 constexpr std::size_t kLacking = 6;
 constexpr std::size_t kSurplus = 1;
 constexpr std::size_t kMaxCost = kLacking + kSurplus;
@@ -38,10 +38,10 @@ std::size_t OuterCost::replacement(std::size_t wanted, std::string_view candidat
   const FoldedView b = folded_.view();
   if (a.letters == b.letters) return kOtherSpelling;
   const std::size_t third = std::max(a.letters.size(), b.letters.size()) / 3;
-  const std::size_t max = std::min(third, kMaxCost / kEdit);
+  const std::size_t max = std::min(third, kMaxCost / kQualifierEdit);
   if (!may_be_near(a.mask, b.mask, max)) return kMaxCost;
   const std::size_t edits = edit_distance(a.letters, b.letters, max);
-  return edits > max ? kMaxCost : kEdit * edits;
+  return edits > max ? kMaxCost : kQualifierEdit * edits;
 }
 
 std::size_t OuterCost::of(std::string_view candidate, std::size_t max) {
