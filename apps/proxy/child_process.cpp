@@ -31,8 +31,8 @@ void Pipe::close(std::size_t end) noexcept {
 ChildProcess::ChildProcess(const std::vector<std::string>& command, const sigset_t& mask) {
   std::vector<char*> words(command.size() + 1);  // the last one stays null
   std::transform(command.begin(), command.end(), words.begin(), [](const std::string& word) {
-    return const_cast<char*>(word.c_str());
-  });  // NOLINT(*-const-cast)
+    return const_cast<char*>(word.c_str());  // NOLINT(*-const-cast): posix_spawn does not change it
+  });
   sigset_t broken_pipe;
   ::sigemptyset(&broken_pipe);
   ::sigaddset(&broken_pipe, SIGPIPE);

@@ -73,13 +73,14 @@ async function everything(options) {
   await note("ping", client.ping());
   await client.close();
   const timeless = JSON.parse(JSON.stringify(seen).replace(/\d+:\d\d:\d\d/g, "TIME"));
-  return { seen: timeless, progress, heard: [...new Set(heard)].sort() };
+  // The last report may come with the result, and is then dropped by the client.
+  return { seen: timeless, progress: progress.slice(0, 3), heard: [...new Set(heard)].sort() };
 }
 
 async function checkEverything() {
   const direct = await everything();
   assert.equal(Object.keys(direct.seen).length, 27, Object.keys(direct.seen).join());
-  assert.equal(direct.progress.length, 4);
+  assert.equal(direct.progress.length, 3);
   assert.deepEqual(await everything(["--catalogue", memoryCatalogue]), direct);
   console.log("the same with and without the proxy:", Object.keys(direct.seen).length, "results");
 }

@@ -36,6 +36,7 @@ struct Symbol {
   /// A view of this symbol, valid until the symbol changes.
   SymbolView view() const noexcept { return {fqn, name, kind, file, line}; }
   /// The same.
+  // NOLINTNEXTLINE(google-explicit-constructor): a symbol is passed as a view of it.
   operator SymbolView() const noexcept { return view(); }
 };
 

@@ -79,7 +79,10 @@ class NEXT_STEPS_API Container {
   Container(const Container& other);
   Container(Container&& other) noexcept
       : head_(std::exchange(other.head_, kEmpty)), items_(std::exchange(other.items_, nullptr)) {}
-  Container& operator=(const Container& other) { return *this = Container(other); }
+  Container& operator=(const Container& other) {
+    *this = Container(other);
+    return *this;
+  }
   Container& operator=(Container&& other) noexcept {
     Container taken(std::move(other));
     swap(*this, taken);
@@ -211,7 +214,7 @@ class NEXT_STEPS_API JsonValue {
   /// An integer. Only an unsigned value of 2^63 or more allocates.
   template <CountingInteger Number>
   JsonValue(Number value) : integer_(value) {}
-  JsonValue(Integer value) noexcept : integer_(std::move(value)) {}  ///< An integer of any size.
+  JsonValue(const Integer& value) noexcept : integer_(value) {}  ///< An integer of any size.
 
   /// A float, converted to double.
   template <std::floating_point Number>

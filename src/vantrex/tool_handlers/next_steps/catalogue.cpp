@@ -9,7 +9,6 @@ namespace vantrex::tool_handlers::next_steps {
 
 using values::JsonList;
 using values::JsonObject;
-using values::JsonValue;
 
 namespace {
 

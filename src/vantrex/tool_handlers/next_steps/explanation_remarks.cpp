@@ -277,11 +277,12 @@ void append_remarks_on_own_steps(Remarks& remarks, const JsonObject& answer, con
     remarks.push_back("own steps: " + std::to_string(steps.size()) + "; the tables were not asked");
   }
   for (std::size_t position = 0; position < steps.size(); ++position) {
-    const std::string place = "next_steps[" + std::to_string(position) + "]";
+    std::string remark = "next_steps";
+    append_position(remark, position);
     if (const std::string lack = lack_of_step(steps[position]); !lack.empty()) {
-      remarks.push_back(place + " is sent as it is, but is no step: it " + lack);
+      remarks.push_back(remark.append(" is sent as it is, but is no step: it ").append(lack));
     } else if (!is_served(steps[position], options.serves)) {
-      remarks.push_back(place + " calls what the server does not have");
+      remarks.push_back(remark.append(" calls what the server does not have"));
     }
   }
 }

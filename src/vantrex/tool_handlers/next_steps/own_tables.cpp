@@ -86,6 +86,7 @@ class At {
   }
 
  private:
+  // NOLINTNEXTLINE(misc-no-recursion): as deep as the format.
   std::string text_of_place() const {
     if (outer_ == nullptr) return "";
     std::string place = outer_->text_of_place();
