@@ -57,9 +57,11 @@ class KeyOrder {
 
 // A list, an object or a scalar. `value` is null when the container is no JsonValue.
 struct Source {
+  // NOLINTBEGIN(google-explicit-constructor): stands for any of the three.
   Source(const JsonValue& any) noexcept : list(any.list()), object(any.object()), value(&any) {}
   Source(const JsonList& a_list) noexcept : list(&a_list) {}
   Source(const JsonObject& an_object) noexcept : object(&an_object) {}
+  // NOLINTEND(google-explicit-constructor)
 
   const JsonList* list = nullptr;
   const JsonObject* object = nullptr;
