@@ -3,6 +3,8 @@
 #include <string>
 #include <utility>
 
+#include "vantrex/models/repository.h"
+
 namespace vantrex::tool_handlers {
 
 using values::JsonObject;

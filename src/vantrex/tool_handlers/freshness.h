@@ -4,8 +4,13 @@
 #pragma once
 
 #include "vantrex/export.h"
-#include "vantrex/models/repository.h"
 #include "vantrex/values/json_value.h"
+
+namespace vantrex::models {
+
+class Repository;
+
+}  // namespace vantrex::models
 
 namespace vantrex::tool_handlers {
 

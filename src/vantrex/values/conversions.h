@@ -5,9 +5,9 @@
 
 #include <concepts>
 #include <cstddef>
-#include <iterator>
 #include <optional>
 #include <string>
+#include <string_view>  // also gives std::begin, without the streams of <iterator>
 #include <type_traits>
 #include <utility>
 

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cassert>
-#include <iterator>
 #include <tuple>
 #include <utility>
 

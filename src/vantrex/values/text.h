@@ -14,7 +14,6 @@
 #include <concepts>
 #include <cstddef>
 #include <iosfwd>
-#include <iterator>
 #include <stdexcept>
 #include <string_view>
 #include <type_traits>

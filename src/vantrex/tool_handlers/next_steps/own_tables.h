@@ -1,6 +1,8 @@
 // OwnTables: the tables of a server's own catalogue, read from JSON.
 #pragma once
 
+#include <atomic>
+#include <cstddef>
 #include <deque>
 #include <span>
 #include <string_view>
@@ -13,14 +15,19 @@
 
 namespace vantrex::tool_handlers::next_steps {
 
-// Owns all that its tables refer to. Not movable: the tables refer into it.
+// Owns all that its tables refer to. Not movable: the tables refer into it. Shared: made by new with one owner,
+// destroyed by the last one.
 class OwnTables {
  public:
   // Reads `catalogue`. Throws CatalogueError and std::bad_alloc.
   explicit OwnTables(values::JsonObject catalogue);
   OwnTables(const OwnTables&) = delete;
   OwnTables& operator=(const OwnTables&) = delete;
-  ~OwnTables() = default;
+
+  void retain() const noexcept { owners_.fetch_add(1, std::memory_order_relaxed); }
+  void release() const noexcept {
+    if (owners_.fetch_sub(1, std::memory_order_acq_rel) == 1) delete this;
+  }
 
   const values::JsonObject& json() const noexcept { return *json_.object(); }
   const Tables& tables() const noexcept { return tables_; }
@@ -37,6 +44,8 @@ class OwnTables {
   }
 
  private:
+  ~OwnTables() = default;
+
   template <typename... Items>
   using Lists = std::tuple<std::deque<std::vector<Items>>...>;
 
@@ -44,6 +53,7 @@ class OwnTables {
   Lists<std::string_view, KeyPath, ArgumentSource, OwnKind, Argument, Call, Signal, UsualRow, SignalRow>
       stored_;
   Tables tables_;
+  mutable std::atomic<std::size_t> owners_ = 1;
 };
 
 }  // namespace vantrex::tool_handlers::next_steps

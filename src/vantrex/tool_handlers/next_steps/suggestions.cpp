@@ -8,6 +8,7 @@
 
 #include "vantrex/forced_unwind.h"
 #include "vantrex/logging/logger.h"
+#include "vantrex/models/repository.h"
 #include "vantrex/tool_handlers/next_steps/step.h"
 #include "vantrex/tool_handlers/next_steps/tables.h"
 #include "vantrex/workers/name_lookup.h"

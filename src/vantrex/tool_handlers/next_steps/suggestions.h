@@ -14,9 +14,14 @@
 #include <string_view>
 
 #include "vantrex/export.h"
-#include "vantrex/models/repository.h"
 #include "vantrex/tool_handlers/next_steps/catalogue.h"
 #include "vantrex/values/json_value.h"
+
+namespace vantrex::models {
+
+class Repository;
+
+}  // namespace vantrex::models
 
 namespace vantrex::tool_handlers::next_steps {
 
