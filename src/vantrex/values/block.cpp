@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstring>
-#include <memory>
 #include <new>
 #include <stdexcept>
 #include <type_traits>
@@ -17,17 +16,12 @@ namespace {
 constexpr std::size_t kMaxItems = std::size_t{1} << 31;
 constexpr std::size_t kMinCapacity = 4;
 
-struct RawDelete {
-  void operator()(void* memory) const noexcept { ::operator delete(memory); }
-};
-
 // The blocks of a tree that are still to be destroyed, as a linked list through their headers.
 class DyingBlocks {
  public:
   void add(void* items, std::size_t size) noexcept {
     if (items == nullptr) return;
     BlockHeader& header = header_of(items);
-    if (header.index != nullptr) ::operator delete(header.index);
     header.capacity = static_cast<std::uint32_t>(size);
     header.next_dying = std::exchange(next_, &header);
   }
@@ -69,12 +63,11 @@ class DyingBlocks {
 template <typename Item>
 Item* new_block(std::size_t capacity) {
   if (capacity > kMaxItems) throw std::length_error("a list or an object holds at most 2^31 items");
-  std::unique_ptr<void, RawDelete> memory(::operator new(sizeof(BlockHeader) + capacity * sizeof(Item)));
   constexpr bool kHoldsFields = std::is_same_v<Item, JsonField>;
-  FieldIndex* index = nullptr;
-  if (kHoldsFields && capacity > FieldIndex::kUnindexedFields) index = FieldIndex::create(capacity);
-  const BlockHeader header{static_cast<std::uint32_t>(capacity), kHoldsFields, {index}};
-  return reinterpret_cast<Item*>(new (memory.release()) BlockHeader(header) + 1);
+  const std::size_t index_bytes = kHoldsFields ? FieldIndex::bytes(capacity) : 0;
+  void* memory = ::operator new(sizeof(BlockHeader) + capacity * sizeof(Item) + index_bytes);
+  auto* header = new (memory) BlockHeader{static_cast<std::uint32_t>(capacity), kHoldsFields, nullptr};
+  return reinterpret_cast<Item*>(header + 1);
 }
 
 // Moves the items by copying their bytes.
@@ -84,7 +77,6 @@ void Container<Item>::reserve(std::size_t capacity) {
   Item* const block = new_block<Item>(capacity);
   if (items_ != nullptr) {
     std::memcpy(static_cast<void*>(block), static_cast<const void*>(items_), size() * sizeof(Item));
-    ::operator delete(header_of(items_).index);
     ::operator delete(&header_of(items_));
   }
   items_ = block;

@@ -23,7 +23,10 @@ class ByteWord {
  public:
   static constexpr std::size_t kBytes = 8;
 
-  explicit ByteWord(const char* bytes) noexcept { std::memcpy(&word_, bytes, kBytes); }
+  explicit ByteWord(const char* bytes) noexcept {
+    std::memcpy(&word_, bytes, kBytes);
+    if (std::endian::native == std::endian::big) word_ = __builtin_bswap64(word_);
+  }
 
   // A word of 1 to 7 bytes, in any order, some of them repeated, padded with spaces. Only is_ascii() and
   // is_plain() are meaningful.
@@ -54,20 +57,7 @@ class ByteWord {
 
   // The number of bytes before the first one that `mask` selects. `mask` must not be 0.
   static std::size_t bytes_before(std::uint64_t mask) noexcept {
-    const int bits =
-        std::endian::native == std::endian::little ? std::countr_zero(mask) : std::countl_zero(mask);
-    return static_cast<std::size_t>(bits) / 8;
-  }
-
-  // The bytes that escaping adds to all eight.
-  std::size_t escape_gain() const noexcept {
-    const std::uint64_t mask = specials();
-    if (mask == 0) return 0;
-    const std::uint64_t short_controls = at_least('\b') & ~at_least('\r' + 1) & ~equal('\v');
-    const std::uint64_t long_escapes = controls() & ~short_controls;
-    const std::uint64_t gains =
-        (mask >> 7) * kShortEscapeGain + (long_escapes >> 7) * (kUnicodeEscapeGain - kShortEscapeGain);
-    return gains * kOnes >> 56;  // the sum of the bytes
+    return static_cast<std::size_t>(std::countr_zero(mask)) / 8;
   }
 
  private:
@@ -76,11 +66,9 @@ class ByteWord {
   static constexpr std::uint64_t kOnes = 0x0101010101010101;
   static constexpr std::uint64_t kHighBits = kOnes * 0x80;
 
-  std::uint64_t controls() const noexcept { return ~at_least(' ') & kHighBits; }
-
-  // The mask of the bytes that are at least `low`, which is at most 0x80.
-  std::uint64_t at_least(unsigned char low) const noexcept {
-    return (((word_ & ~kHighBits) + kOnes * (0x80U - low)) | word_) & kHighBits;
+  // The mask of the bytes below U+0020.
+  std::uint64_t controls() const noexcept {
+    return ~(((word_ & ~kHighBits) + kOnes * (0x80U - ' ')) | word_) & kHighBits;
   }
   // The mask of the bytes that are equal to `byte`.
   std::uint64_t equal(unsigned char byte) const noexcept {
@@ -116,19 +104,6 @@ class ByteVector {
   }
   static std::size_t bytes_before(std::uint64_t mask) noexcept {
     return static_cast<std::size_t>(std::countr_zero(mask));
-  }
-  std::size_t escape_gain() const noexcept {
-    const __m128i special = special_bytes();
-    if (_mm_movemask_epi8(special) == 0) return 0;
-    const __m128i short_controls =
-        _mm_andnot_si128(equal('\v'), at_most(_mm_sub_epi8(vector_, all('\b')), '\r' - '\b'));
-    const __m128i long_escapes = _mm_andnot_si128(short_controls, controls());
-    const __m128i gains =
-        _mm_or_si128(_mm_and_si128(special, all(kShortEscapeGain)),
-                     _mm_and_si128(long_escapes, all(kUnicodeEscapeGain - kShortEscapeGain)));
-    const __m128i sums = _mm_sad_epu8(gains, _mm_setzero_si128());  // one sum per half
-    return static_cast<std::size_t>(_mm_cvtsi128_si32(sums)) +
-           static_cast<std::size_t>(_mm_extract_epi16(sums, 4));
   }
 
  private:

@@ -40,7 +40,7 @@ class CopyWalk {
     Values<JsonValue> copy;
   };
 
-  // Copies the items of `source` into `copy`, which must be empty. Nested lists and objects stay empty until
+  // Copies the items of `source` into `copy`, which must be empty. Nested lists and objects are null until
   // the walk reaches them.
   template <typename Item>
   void open(const Container<Item>& source, Container<Item>& copy) {
@@ -61,22 +61,17 @@ class CopyWalk {
     return place(field.value, &copy->value);
   }
   static bool place(const JsonValue& value, JsonValue* copy) noexcept {
-    if (const JsonList* list = value.list()) {
-      new (copy) JsonValue(JsonList());
-      return !list->empty();
-    }
-    if (const JsonObject* object = value.object()) {
-      new (copy) JsonValue(JsonObject());
-      return !object->empty();
-    }
-    new (copy) JsonValue(value);
-    return false;
+    const bool is_container = value.list() != nullptr || value.object() != nullptr;
+    new (copy) JsonValue(is_container ? nullptr : value);
+    return is_container;
   }
 
   void fill(const JsonValue& source, JsonValue& copy) {
     if (const JsonList* list = source.list()) {
+      copy = JsonList();
       open(*list, *copy.list());
     } else if (const JsonObject* object = source.object()) {
+      copy = JsonObject();
       open(*object, *copy.object());
     }
   }
@@ -129,7 +124,7 @@ JsonObject::JsonObject(std::initializer_list<FieldInit>&& fields) {
 const JsonValue* JsonObject::find(StringArgument key) const& noexcept {
   const std::string_view bytes = key;
   if (head_.size > FieldIndex::kUnindexedFields) {
-    const std::size_t position = detail::header_of(items_).index->find(bytes, items_, head_.size);
+    const std::size_t position = detail::index_of(items_)->find(bytes, head_.size);
     return position == head_.size ? nullptr : &items_[position].value;
   }
   for (const JsonField& field : *this) {
@@ -157,8 +152,8 @@ void JsonObject::append(const TextArgument& key, JsonValue value) {
 
 void JsonObject::append_new(Text key, JsonValue value) {
   make_room();
-  auto* field = new (items_ + head_.size) JsonField{std::move(key), std::move(value)};
-  if (FieldIndex* index = detail::header_of(items_).index) index->add(field->key, head_.size);
+  new (items_ + head_.size) JsonField{std::move(key), std::move(value)};
+  if (const auto index = detail::index_of(items_)) index->add(head_.size);
   ++head_.size;
 }
 

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstring>
-#include <new>
 
 namespace vantrex::values::detail {
 
@@ -18,21 +17,15 @@ std::uint64_t mixed(std::uint64_t a, std::uint64_t b) noexcept {
 
 }  // namespace
 
-FieldIndex* FieldIndex::create(std::size_t capacity) {
-  const std::size_t slots = slots_for(capacity);
-  auto* index = new (::operator new(sizeof(FieldIndex) + slots * sizeof(std::uint32_t))) FieldIndex(slots);
-  index->rebuild(nullptr, 0);
-  return index;
-}
-
-void FieldIndex::rebuild(const JsonField* fields, std::size_t size) noexcept {
-  std::fill_n(slots(), mask_ + 1, 0);
-  for (std::size_t position = 0; position < size; ++position) add(fields[position].key, position);
+void FieldIndex::rebuild(std::size_t size) const noexcept {
+  std::fill_n(slots_, mask_ + 1, 0);
+  for (std::size_t position = 0; position < size; ++position) add(position);
 }
 
 std::size_t FieldIndex::hash(std::string_view key) const noexcept {
   constexpr std::uint64_t kMultiplier = 0x9E3779B97F4A7C15;
-  std::uint64_t state = mixed(reinterpret_cast<std::uintptr_t>(this) ^ kMultiplier, key.size() ^ kMultiplier);
+  std::uint64_t state =
+      mixed(reinterpret_cast<std::uintptr_t>(slots_) ^ kMultiplier, key.size() ^ kMultiplier);
   while (!key.empty()) {
     std::uint64_t word = 0;
     const std::size_t taken = std::min(key.size(), sizeof word);
@@ -43,18 +36,18 @@ std::size_t FieldIndex::hash(std::string_view key) const noexcept {
   return state;
 }
 
-std::size_t FieldIndex::find(std::string_view key, const JsonField* fields, std::size_t none) const noexcept {
-  for (std::size_t slot = hash(key) & mask_; slots()[slot] != 0; slot = (slot + 1) & mask_) {
-    const std::size_t position = slots()[slot] - 1;
-    if (fields[position].key.view() == key) return position;
+std::size_t FieldIndex::find(std::string_view key, std::size_t none) const noexcept {
+  for (std::size_t slot = hash(key) & mask_; slots_[slot] != 0; slot = (slot + 1) & mask_) {
+    const std::size_t position = slots_[slot] - 1;
+    if (fields_[position].key.view() == key) return position;
   }
   return none;
 }
 
-void FieldIndex::add(const Text& key, std::size_t position) noexcept {
-  std::size_t slot = hash(key.view()) & mask_;
-  while (slots()[slot] != 0) slot = (slot + 1) & mask_;
-  slots()[slot] = static_cast<std::uint32_t>(position + 1);
+void FieldIndex::add(std::size_t position) const noexcept {
+  std::size_t slot = hash(fields_[position].key.view()) & mask_;
+  while (slots_[slot] != 0) slot = (slot + 1) & mask_;
+  slots_[slot] = static_cast<std::uint32_t>(position + 1);
 }
 
 }  // namespace vantrex::values::detail

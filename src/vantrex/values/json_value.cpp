@@ -5,7 +5,7 @@
 #include <bit>
 #include <cmath>
 #include <iterator>
-#include <new>
+#include <memory>
 
 #include "vantrex/values/value_access.h"
 #include "vantrex/values/walk_stack.h"
@@ -60,28 +60,14 @@ class EqualityWalk {
     walk_.push(Values<const JsonValue>(a), Values<const JsonValue>(b));
     return true;
   }
-
   bool match(const JsonValue& a, const JsonValue& b) {
     if (a.kind() != b.kind()) return false;
-    switch (a.kind()) {
-      case Kind::null:
-        return true;
-      case Kind::boolean:
-        return a.boolean() == b.boolean();
-      case Kind::integer:
-        return a.integer() == b.integer();
-      case Kind::floating:
-        return same_float(*a.floating(), *b.floating());
-      case Kind::string:
-        return *a.text() == *b.text();
-      case Kind::foreign:
-        return *a.foreign() == *b.foreign();
-      case Kind::list:
-        return match(*a.list(), *b.list());
-      case Kind::object:
-        return match(*a.object(), *b.object());
-    }
-    return false;
+    if (a.list() != nullptr) return match(*a.list(), *b.list());
+    if (a.object() != nullptr) return match(*a.object(), *b.object());
+    if (a.text() != nullptr) return *a.text() == *b.text();
+    if (a.floating()) return same_float(*a.floating(), *b.floating());
+    if (a.foreign() != nullptr) return *a.foreign() == *b.foreign();
+    return a.boolean() == b.boolean() && a.integer() == b.integer();
   }
 
   WalkStack<Level> walk_;
@@ -97,44 +83,29 @@ ForeignValue::~ForeignValue() {
   if (std::atomic_ref(box_->references).fetch_sub(1, std::memory_order_acq_rel) == 1) delete box_;
 }
 
-void JsonValue::copy_from(const JsonValue& other) {
-  switch (other.tag()) {
+// Calls `visit` with the part of `value` that may own memory.
+template <typename Value, typename Visit>
+void JsonValue::visit_owner(Value& value, Visit visit) {
+  switch (value.tag()) {
     case Tag::list:
-      *this = JsonValue(JsonList(other.list_));
-      break;
+      return visit(value.list_);
     case Tag::object:
-      *this = JsonValue(JsonObject(other.object_));
-      break;
+      return visit(value.object_);
     case Tag::foreign:
-      new (&foreign_) Foreign(other.foreign_);
-      break;
+      return visit(value.foreign_.value);
     case Tag::big_integer:
-      new (&integer_) Integer(other.integer_);
-      break;
+      return visit(value.integer_);
     default:
-      new (&text_) Text(other.text_);
-      break;
+      return visit(value.text_);
   }
 }
 
+void JsonValue::copy_from(const JsonValue& other) {
+  visit_owner(other, [this](const auto& owner) { *this = JsonValue(owner); });
+}
+
 void JsonValue::dispose() noexcept {
-  switch (tag()) {
-    case Tag::list:
-      list_.~JsonList();
-      break;
-    case Tag::object:
-      object_.~JsonObject();
-      break;
-    case Tag::foreign:
-      foreign_.~Foreign();
-      break;
-    case Tag::big_integer:
-      integer_.~Integer();
-      break;
-    default:
-      text_.~Text();
-      break;
-  }
+  visit_owner(*this, [](auto& owner) { std::destroy_at(&owner); });
 }
 
 Kind JsonValue::kind() const noexcept {
@@ -146,25 +117,9 @@ Kind JsonValue::kind() const noexcept {
 }
 
 bool JsonValue::is_empty() const noexcept {
-  switch (tag()) {
-    case Tag::null:
-      return true;
-    case Tag::boolean:
-      return !plain_.as.boolean;
-    case Tag::integer:
-      return integer_ == 0;
-    case Tag::floating:
-      return plain_.as.floating == 0.0;
-    case Tag::list:
-      return list_.empty();
-    case Tag::object:
-      return object_.empty();
-    case Tag::foreign:
-    case Tag::big_integer:
-      return false;
-    default:
-      return text_.empty();
-  }
+  return is_null() || boolean() == false || integer<std::int64_t>() == 0 || floating() == 0.0 ||
+         string() == "" || (list() != nullptr && list()->empty()) ||
+         (object() != nullptr && object()->empty());
 }
 
 bool JsonValue::equals_float(double other) const noexcept {

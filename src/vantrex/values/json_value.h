@@ -5,9 +5,8 @@
 // returns nothing for a value of another kind; an absent field reads as null. No operation recurses on depth.
 //
 // Ownership: value types. A list or an object owns its items. Moving takes constant time and moves no item.
-// Copying is deep: one allocation per non-empty list or object, and one more for an object of more than 32
-// fields. Long texts, foreign values and integers outside the range of std::int64_t are immutable; copies
-// share them by reference count.
+// Copying is deep: one allocation per non-empty list or object. Long texts, foreign values and integers
+// outside the range of std::int64_t are immutable; copies share them by reference count.
 //
 // Threads: like an int. Concurrent reads and copies of one value are safe; a change needs exclusive access.
 // Reading changes nothing, not even caches.
@@ -370,6 +369,8 @@ class NEXT_STEPS_API JsonValue {
     std::memcpy(static_cast<void*>(this), static_cast<const void*>(&other), sizeof(JsonValue));
   }
   void swap_with(JsonValue& other) noexcept;
+  template <typename Value, typename Visit>
+  static void visit_owner(Value& value, Visit visit);
   void copy_from(const JsonValue& other);
   void dispose() noexcept;
 

@@ -3,8 +3,7 @@
 #include <cstring>
 
 #include "vantrex/values/block.h"
-#include "vantrex/values/value_access.h"
-#include "vantrex/values/walk_stack.h"
+#include "vantrex/values/object_walk.h"
 
 namespace vantrex::values {
 
@@ -12,74 +11,34 @@ namespace {
 
 using detail::ValueAccess;
 
-class DropWalk {
- public:
-  void drop(JsonObject& object) {
-    open(object);
-    finish();
-  }
-  void drop(JsonValue& value) {
-    open(value);
-    finish();
-  }
-
- private:
-  // The remaining values of a container.
-  using Level = detail::Values<JsonValue>;
-
-  void finish() {
-    while (!walk_.empty()) {
-      Level& level = walk_.top();
-      if (level.done()) {
-        walk_.pop();
-      } else {
-        open(level.take());
-      }
+// Removes the null fields. Returns whether a value of the others is a list or an object.
+bool drop_from(JsonObject& object) {
+  bool has_containers = false;
+  JsonField* const fields = ValueAccess::items(object);
+  JsonField* kept = fields;
+  for (JsonField* field = fields; field != fields + object.size(); ++field) {
+    if (field->value.is_null()) {
+      field->key.~Text();
+      continue;
     }
+    has_containers |= field->value.list() != nullptr || field->value.object() != nullptr;
+    if (kept != field) std::memcpy(static_cast<void*>(kept), static_cast<const void*>(field), sizeof *field);
+    ++kept;
   }
-
-  void open(JsonValue& value) {
-    if (JsonObject* object = value.object()) {
-      open(*object);
-    } else if (JsonList* list = value.list()) {
-      walk_.push(Level(*list));
-    }
+  if (kept != fields + object.size()) {
+    ValueAccess::size(object) = static_cast<std::uint32_t>(kept - fields);
+    detail::rebuild_index(fields, object.size());
   }
-
-  // Removes the null fields, and pushes the object when one of its values is a container.
-  void open(JsonObject& object) {
-    bool has_containers = false;
-    JsonField* const fields = ValueAccess::items(object);
-    JsonField* kept = fields;
-    for (JsonField* field = fields; field != fields + object.size(); ++field) {
-      if (field->value.is_null()) {
-        field->key.~Text();
-        continue;
-      }
-      has_containers |= field->value.list() != nullptr || field->value.object() != nullptr;
-      if (kept != field)
-        std::memcpy(static_cast<void*>(kept), static_cast<const void*>(field), sizeof *field);
-      ++kept;
-    }
-    if (kept != fields + object.size()) {
-      ValueAccess::size(object) = static_cast<std::uint32_t>(kept - fields);
-      detail::rebuild_index(fields, object.size());
-    }
-    if (has_containers) walk_.push(Level(object));
-  }
-
-  WalkStack<Level> walk_;
-};
+  return has_containers;
+}
 
 }  // namespace
 
 void drop_null_fields(JsonValue& value) {
-  DropWalk walk;
-  walk.drop(value);
+  detail::visit_objects(value, drop_from);
 }
 void drop_null_fields(JsonObject& object) {
-  DropWalk walk;
-  walk.drop(object);
+  detail::visit_objects(object, drop_from);
 }
 
 }  // namespace vantrex::values

@@ -4,9 +4,12 @@
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <limits>
 #include <string_view>
 
 namespace vantrex::values {
+
+static_assert(std::numeric_limits<double>::is_iec559);
 
 namespace {
 

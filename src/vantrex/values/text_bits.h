@@ -4,6 +4,7 @@
 // Internal: other folders use Text, TextLiteral and TextArgument.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -64,12 +65,21 @@ constexpr char short_escape(unsigned char byte) noexcept {
   }
 }
 
+// Indexed by the byte.
+inline constexpr std::array<std::uint8_t, 256> kEscapeGains = [] {
+  std::array<std::uint8_t, 256> gains{};
+  for (std::size_t byte = 0; byte < gains.size(); ++byte) {
+    gains[byte] = short_escape(static_cast<unsigned char>(byte)) != 0 ? kShortEscapeGain
+                  : byte < 0x20                                       ? kUnicodeEscapeGain
+                                                                      : 0;
+  }
+  return gains;
+}();
+
 /// The bytes that escaping adds to `byte`; 0 when it is not escaped. The scan of a new text and the writer
 /// both use it, so measured and written sizes agree.
 constexpr std::size_t escape_gain(char byte) noexcept {
-  const auto value = static_cast<unsigned char>(byte);
-  if (short_escape(value) != 0) return kShortEscapeGain;
-  return value < 0x20 ? kUnicodeEscapeGain : 0;
+  return kEscapeGains[static_cast<unsigned char>(byte)];
 }
 
 /// The layout of the 16 bytes of a Text or a JsonValue. may_own(), is_shared() and is_text() depend on the

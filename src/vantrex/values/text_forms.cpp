@@ -2,9 +2,11 @@
 
 #include <algorithm>
 #include <ostream>
+#include <type_traits>
 #include <utility>
-#include <vector>
 
+#include "vantrex/values/block.h"
+#include "vantrex/values/object_walk.h"
 #include "vantrex/values/text_sinks.h"
 #include "vantrex/values/walk_stack.h"
 
@@ -18,203 +20,152 @@ using detail::ValueAccess;
 
 namespace {
 
-// The orders in which an object's fields are written. next() returns each field once, then a null pointer.
-// The object opened last must be finished first.
-class InsertionOrder {
- public:
-  struct Cursor {
-    const JsonField* next;
-    const JsonField* end;
-  };
-  static Cursor open(const JsonObject& object) noexcept { return {object.begin(), object.end()}; }
-  static const JsonField* next(Cursor& cursor) noexcept {
-    return cursor.next == cursor.end ? nullptr : cursor.next++;
-  }
-};
-
-class KeyOrder {
- public:
-  struct Cursor {
-    std::size_t next;
-    std::size_t begin;
-  };
-  Cursor open(const JsonObject& object) {
-    const std::size_t begin = fields_.size();
-    for (const JsonField& field : object) fields_.push_back(&field);
-    std::sort(fields_.begin() + static_cast<std::ptrdiff_t>(begin), fields_.end(),
-              [](const JsonField* a, const JsonField* b) { return a->key < b->key; });
-    return {begin, begin};
-  }
-  const JsonField* next(Cursor& cursor) noexcept {
-    if (cursor.next < fields_.size()) return fields_[cursor.next++];
-    fields_.resize(cursor.begin);
-    return nullptr;
-  }
-
- private:
-  std::vector<const JsonField*> fields_;
-};
-
-// A list, an object or a scalar. `value` is null when the container is no JsonValue.
-struct Source {
-  // NOLINTBEGIN(google-explicit-constructor): stands for any of the three.
-  Source(const JsonValue& any) noexcept : list(any.list()), object(any.object()), value(&any) {}
-  Source(const JsonList& a_list) noexcept : list(&a_list) {}
-  Source(const JsonObject& an_object) noexcept : object(&an_object) {}
-  // NOLINTEND(google-explicit-constructor)
-
-  const JsonList* list = nullptr;
-  const JsonObject* object = nullptr;
-  const JsonValue* value = nullptr;
-};
-
-// Puts a scalar, an empty list or an empty object, and returns true. For any other list or object, puts
-// nothing and returns false.
+// Puts a value that is no list and no object.
 template <typename Sink>
-bool put_whole(const JsonValue& value, Sink& sink) {
+void put_scalar(const JsonValue& value, Sink& sink) {
   switch (ValueAccess::tag(value)) {
-    case Tag::list:
-      if (!value.list()->empty()) return false;
-      sink.put("[]");
-      break;
-    case Tag::object:
-      if (!value.object()->empty()) return false;
-      sink.put("{}");
-      break;
     case Tag::null:
-      sink.put("null");
-      break;
+      return sink.put("null");
     case Tag::boolean:
-      sink.put(*value.boolean() ? std::string_view("true") : std::string_view("false"));
-      break;
+      return sink.put(*value.boolean() ? std::string_view("true") : std::string_view("false"));
     case Tag::integer:
-      sink.put_integer(ValueAccess::small_integer(value));
-      break;
+      return sink.put_integer(ValueAccess::small_integer(value));
     case Tag::big_integer:
-      sink.put_digits(ValueAccess::digits(value));
-      break;
+      return sink.put_digits(ValueAccess::digits(value));
     case Tag::floating:
-      sink.put_float(*value.floating());
-      break;
+      return sink.put_float(*value.floating());
     case Tag::foreign:
-      sink.put_string(value.foreign()->text_form());
-      break;
+      return sink.put_string(value.foreign()->text_form());
     default:
-      sink.put_string(*value.text());
-      break;
+      return sink.put_string(*value.text());
   }
-  return true;
 }
 
-// Writes a value into a sink.
-template <typename Sink, typename Order>
+// Writes a value, a list or an object into a sink.
+template <typename Sink>
 class Writer {
  public:
-  // Puts `source` and returns the sink. A scalar is put as the only item of a list without brackets.
-  Sink write(const Source& source, Sink sink) {
-    const bool is_scalar = source.list == nullptr && source.object == nullptr;
-    if (is_scalar) {
-      walk_.push(false, source.value, source.value + 1, typename Order::Cursor{});
-    } else {
-      open(source, sink);
-    }
+  // Puts the opening bracket and pushes the rest, or puts an empty list or object whole. Returns whether
+  // there is a rest. A scalar is pushed as the only item of a list without an opening bracket.
+  bool open(const JsonList& list, Sink& sink) {
+    if (list.empty()) return put_whole("[]", sink);
+    sink.put('[');
+    walk_.push(list.begin(), list.end(), nullptr, nullptr);
+    return true;
+  }
+  bool open(const JsonObject& object, Sink& sink) {
+    if (object.empty()) return put_whole("{}", sink);
+    sink.put('{');
+    walk_.push(nullptr, nullptr, object.begin(), object.end());
+    return true;
+  }
+  bool open(const JsonValue& value, Sink& sink) {
+    if (value.list() != nullptr) return open(*value.list(), sink);
+    if (value.object() != nullptr) return open(*value.object(), sink);
+    walk_.push(&value, &value + 1, nullptr, nullptr);
+    return true;
+  }
+
+  // Puts the rest of what was opened.
+  Sink finish(Sink sink) {
     while (!walk_.empty()) {
       sink.ensure_room();
       if (const JsonValue* nested = put_rest(walk_.top(), sink)) {
-        open(*nested, sink);
+        if (!open(*nested, sink)) sink.put(',');
       } else {
         walk_.pop();
         if (!walk_.empty()) sink.put(',');
       }
     }
-    if (is_scalar) sink.drop_last();
     return sink;
   }
 
  private:
-  // A partly written list or object.
+  // The rest of a list, or of an object.
   struct Level {
-    bool is_object;
     const JsonValue* item;
     const JsonValue* items_end;
-    typename Order::Cursor fields;
+    const JsonField* field;
+    const JsonField* fields_end;  // null for a list
   };
 
-  void open(const Source& source, Sink& sink) {
-    if (source.list != nullptr) {
-      sink.put('[');
-      if (source.list->empty()) return sink.put(']');
-      walk_.push(false, source.list->begin(), source.list->end(), typename Order::Cursor{});
-    } else {
-      sink.put('{');
-      if (source.object->empty()) return sink.put('}');
-      walk_.push(true, nullptr, nullptr, order_.open(*source.object));
-    }
+  static bool put_whole(std::string_view brackets, Sink& sink) {
+    sink.put(brackets);
+    return false;
   }
 
-  // Puts the rest of a level until it reaches a non-empty list or object, and returns that; at the end of the
-  // level, returns a null pointer. Puts a comma after each value; the closing bracket replaces the last
-  // comma.
+  // Puts the rest of a level until it reaches a list or an object, and returns that; at the end of the level,
+  // returns a null pointer. Puts a comma after each value; the closing bracket replaces the last comma.
   const JsonValue* put_rest(Level& level, Sink& sink) {
     while (const JsonValue* value = next(level, sink)) {
-      if (!put_whole(*value, sink)) return value;
+      if (value->list() != nullptr || value->object() != nullptr) return value;
+      put_scalar(*value, sink);
       sink.put(',');
     }
-    sink.replace_last(level.is_object ? '}' : ']');
+    sink.replace_last(level.fields_end != nullptr ? '}' : ']');
     return nullptr;
   }
 
   // The next value of a level, or null at its end. Puts the key of a field.
   const JsonValue* next(Level& level, Sink& sink) {
-    if (level.is_object) {
-      const JsonField* field = order_.next(level.fields);
-      if (field == nullptr) return nullptr;
-      sink.put_string(field->key);
+    if (level.fields_end != nullptr) {
+      if (level.field == level.fields_end) return nullptr;
+      sink.put_string(level.field->key);
       sink.put(':');
-      return &field->value;
+      return &level.field++->value;
     }
     if (level.item == level.items_end) return nullptr;
     sink.ensure_room();
     return level.item++;
   }
 
-  Order order_;
   WalkStack<Level> walk_;
 };
 
-template <FloatSizes kFloatSizes>
-std::size_t count_bytes(const Source& source) {
-  Writer<CountingSink<kFloatSizes>, InsertionOrder> writer;
-  return writer.write(source, {}).size();
+// Puts `root` and returns the sink.
+template <typename Sink, typename Root>
+Sink put(const Root& root, Sink sink) {
+  Writer<Sink> writer;
+  writer.open(root, sink);
+  sink = writer.finish(sink);
+  if constexpr (std::is_same_v<Root, JsonValue>) {
+    if (root.list() == nullptr && root.object() == nullptr) sink.drop_last();
+  }
+  return sink;
 }
 
-template <typename Order>
-std::string text_of(const Source& source) {
-  detail::TextMemory memory([&source] { return count_bytes<FloatSizes::maximal>(source); });
-  Writer<MemorySink<decltype(memory)>, Order> writer;
-  const char* end = writer.write(source, MemorySink(memory)).end();
+template <FloatSizes kFloatSizes, typename Root>
+std::size_t count_bytes(const Root& root) {
+  return put(root, CountingSink<kFloatSizes>()).size();
+}
+
+template <typename Root>
+std::string text_of(const Root& root) {
+  detail::TextMemory memory([&root] { return count_bytes<FloatSizes::maximal>(root); });
+  const char* end = put(root, MemorySink(memory)).end();
   return std::move(memory).take(end);
 }
 
 }  // namespace
 
 std::string compact_text(const JsonValue& value) {
-  return text_of<InsertionOrder>(value);
+  return text_of(value);
 }
 std::string compact_text(const JsonList& list) {
-  return text_of<InsertionOrder>(list);
+  return text_of(list);
 }
 std::string compact_text(const JsonObject& object) {
-  return text_of<InsertionOrder>(object);
+  return text_of(object);
 }
-std::string canonical_text(const JsonValue& value) {
-  return text_of<KeyOrder>(value);
-}
-std::string canonical_text(const JsonList& list) {
-  return text_of<KeyOrder>(list);
-}
-std::string canonical_text(const JsonObject& object) {
-  return text_of<KeyOrder>(object);
+std::string canonical_text(JsonValue value) {
+  detail::visit_objects(value, [](JsonObject& object) {
+    JsonField* const fields = ValueAccess::items(object);
+    std::sort(fields, fields + object.size(),
+              [](const JsonField& a, const JsonField& b) { return a.key < b.key; });
+    detail::rebuild_index(fields, object.size());
+    return true;
+  });
+  return compact_text(value);
 }
 
 std::size_t compact_size(const JsonValue& value) {

@@ -26,12 +26,9 @@ NEXT_STEPS_API std::string compact_text(const JsonList& list);
 /// The compact form of an object.
 NEXT_STEPS_API std::string compact_text(const JsonObject& object);
 
-/// The canonical form: fields sorted by the bytes of their keys.
-NEXT_STEPS_API std::string canonical_text(const JsonValue& value);
-/// The same of a list.
-NEXT_STEPS_API std::string canonical_text(const JsonList& list);
-/// The same of an object.
-NEXT_STEPS_API std::string canonical_text(const JsonObject& object);
+/// The canonical form: fields sorted by the bytes of their keys. Sorts the value in place, so it copies only
+/// what is not moved.
+NEXT_STEPS_API std::string canonical_text(JsonValue value);
 
 /// The size of the compact form in bytes. The canonical form has the same size.
 NEXT_STEPS_API std::size_t compact_size(const JsonValue& value);

@@ -1,6 +1,7 @@
 #include "vantrex/values/utf8.h"
 
 #include <algorithm>
+#include <cstdint>
 
 #include "vantrex/values/byte_block.h"
 
@@ -17,7 +18,8 @@ void scan_ascii(std::string_view bytes, Utf8Scan& scan) noexcept {
   while (bytes.size() - scan.well_formed >= Block::kBytes) {
     const Block block(bytes.data() + scan.well_formed);
     if (!block.is_ascii()) return;
-    scan.escape_gain += block.escape_gain();
+    for (std::uint64_t mask = block.specials(); mask != 0; mask &= mask - 1)
+      scan.escape_gain += detail::escape_gain(bytes[scan.well_formed + Block::bytes_before(mask)]);
     scan.well_formed += Block::kBytes;
   }
 }
