@@ -156,24 +156,17 @@ class MemorySink {
   }
 
   void put_escaped(std::string_view bytes) noexcept {
-    put_blocks<ByteVector>(bytes);
-    put_blocks<ByteWord>(bytes);
-    for (const char byte : bytes) put_byte(byte);
-  }
-
-  // Puts whole blocks from the front of `bytes` and removes them. Fewer bytes than a block remain.
-  template <typename Block>
-  void put_blocks(std::string_view& bytes) noexcept {
-    while (bytes.size() >= Block::kBytes) {
-      const std::uint64_t specials = Block(bytes.data()).specials();
-      std::memcpy(out_, bytes.data(), Block::kBytes);
-      const std::size_t plain = specials == 0 ? Block::kBytes : Block::bytes_before(specials);
+    while (bytes.size() >= ByteVector::kBytes) {
+      const std::uint64_t specials = ByteVector(bytes.data()).specials();
+      std::memcpy(out_, bytes.data(), ByteVector::kBytes);
+      const std::size_t plain = specials == 0 ? ByteVector::kBytes : ByteVector::bytes_before(specials);
       out_ += plain;
       bytes.remove_prefix(plain);
       if (specials == 0) continue;
       put_byte(bytes.front());
       bytes.remove_prefix(1);
     }
+    for (const char byte : bytes) put_byte(byte);
   }
 
   void put_byte(char byte) noexcept {
