@@ -1,4 +1,4 @@
-// Tables of test cases as text.
+// Values and tables of test cases as text.
 #pragma once
 
 #include <iterator>
@@ -7,17 +7,13 @@
 #include <string_view>
 #include <vector>
 
-#include "requests/json_reader.h"
 #include "vantrex/values/json_value.h"
 
 namespace vantrex::tests {
 
-inline values::JsonValue parse(std::string_view text) {
-  return next_steps_requests::read_json(text);
-}
-inline values::JsonObject parse_object(std::string_view text) {
-  return next_steps_requests::read_json_object(text, "the cell");
-}
+// The value of a JSON text, read by nlohmann's parser.
+values::JsonValue parse(std::string_view text);
+values::JsonObject parse_object(std::string_view text);
 
 // The cells of each line of `text`: "one | two". Blank lines and lines that begin with "#" are skipped.
 inline std::vector<std::vector<std::string>> table(const std::string& text) {

@@ -90,7 +90,7 @@ TEST(FinishAnswer, TakesTheCallsFromTheAnswer) {
 # tool | action | arguments | answer | tool and arguments of each step
 search | definition | {"query":""} | {"total":false,"query":"q"} | search{"action":"semantic","query":"q"}
 search | semantic | {"query":"q"} | {"results":[]} | explore{"query":"q"}
-symbol | callers | {"fqn":"f"} | {"total":100000000000000000000,"fqn":""} | quality{"action":"impact","fqn":"f"} symbol{"action":"references","fqn":""}
+symbol | callers | {"fqn":"f"} | {"total":18446744073709551615,"fqn":""} | quality{"action":"impact","fqn":"f"} symbol{"action":"references","fqn":""}
 tests | for_file | {"path":"p"} | {"tests":[]} | tests{"action":"recommended","changed_files":["p"]}
 search | symbols | {} | {"symbols":[{"fqn":"h","kind":"HEADING"},{"fqn":"d","file":"a.md"}],"callers":[{"fqn":"c"}]} | symbol{"action":"detail","fqn":"c"} symbol{"action":"callers","fqn":"c"}
 search | code | {} | {"path":"own","tests":["text"],"files":[3,"p"]} | file{"action":"symbols","path":"p"}

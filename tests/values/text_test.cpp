@@ -115,6 +115,21 @@ TEST(TextArgument, TakesEveryKindOfString) {
   EXPECT_THROW(TextArgument{huge}, std::length_error);
 }
 
+// Long texts are written in parts of 8 KiB, which may end at any byte.
+TEST(TextForms, AreWrittenInParts) {
+  const JsonValue parts[] = {"plain", "\"\\\n\x01", *Integer::parse(std::string(20'000, '7')),
+                             std::string(10'000, '\x01'), std::string(20'000, 'x')};
+  for (const JsonValue& part : parts) {
+    const JsonValue end = JsonList::of(JsonList(), JsonObject{{"key", JsonList::of(1.5, part)}, {"", -12}});
+    for (std::size_t size = 8'000; size < 8'220; ++size) {
+      for (const JsonValue& value : {end, JsonValue(JsonObject{{"fqn", part}, {"end", JsonList::of(end)}})}) {
+        const JsonList list = JsonList::of(std::string(size, 'x'), value);
+        ASSERT_EQ(compact_text(list), fuzz::naive::json_text(list)) << size;
+      }
+    }
+  }
+}
+
 TEST(TextForms, AreMeasuredWithoutAllocating) {
   for (std::uint64_t seed = 0; seed < 1000; ++seed) {
     const JsonValue value = fuzz::Random(seed).value(6);

@@ -13,7 +13,6 @@
 namespace vantrex::values {
 
 using detail::CountingSink;
-using detail::FloatSizes;
 using detail::MemorySink;
 using detail::Tag;
 using detail::ValueAccess;
@@ -134,15 +133,15 @@ Sink put(const Root& root, Sink sink) {
   return sink;
 }
 
-template <FloatSizes kFloatSizes, typename Root>
+template <typename Root>
 std::size_t count_bytes(const Root& root) {
-  return put(root, CountingSink<kFloatSizes>()).size();
+  return put(root, CountingSink()).size();
 }
 
 template <typename Root>
 std::string text_of(const Root& root) {
-  detail::TextMemory memory([&root] { return count_bytes<FloatSizes::maximal>(root); });
-  const char* end = put(root, MemorySink(memory)).end();
+  detail::TextMemory memory;
+  char* end = put(root, MemorySink(memory)).end();
   return std::move(memory).take(end);
 }
 
@@ -169,13 +168,13 @@ std::string canonical_text(JsonValue value) {
 }
 
 std::size_t compact_size(const JsonValue& value) {
-  return count_bytes<FloatSizes::exact>(value);
+  return count_bytes(value);
 }
 std::size_t compact_size(const JsonList& list) {
-  return count_bytes<FloatSizes::exact>(list);
+  return count_bytes(list);
 }
 std::size_t compact_size(const JsonObject& object) {
-  return count_bytes<FloatSizes::exact>(object);
+  return count_bytes(object);
 }
 
 std::ostream& operator<<(std::ostream& out, const JsonValue& value) {

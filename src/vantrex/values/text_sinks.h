@@ -3,8 +3,8 @@
 // Both have the same interface, so one writer produces the text and its size.
 #pragma once
 
+#include <algorithm>
 #include <array>
-#include <cassert>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -18,15 +18,11 @@
 
 namespace vantrex::values::detail {
 
-// How CountingSink counts a float: by its exact size, or as kMaxNumberBytes.
-enum class FloatSizes { exact, maximal };
-
 // The room in bytes after ensure_room() or put_string(): enough for a number or a word such as null, with the
 // punctuation around it.
 inline constexpr std::size_t kRoom = kMaxNumberBytes + 8;
 
 // Counts bytes.
-template <FloatSizes kFloatSizes>
 class CountingSink {
  public:
   void ensure_room() noexcept {}
@@ -34,9 +30,7 @@ class CountingSink {
   void put(std::string_view bytes) noexcept { size_ += bytes.size(); }
   void put_digits(std::string_view digits) noexcept { put(digits); }
   void put_integer(std::int64_t value) noexcept { size_ += integer_text_size(value); }
-  void put_float(double value) noexcept {
-    size_ += kFloatSizes == FloatSizes::exact ? float_text_size(value) : kMaxNumberBytes;
-  }
+  void put_float(double value) noexcept { size_ += float_text_size(value); }
   void put_string(const Text& text) noexcept { size_ += text.size() + text.escape_gain() + 2; }
   void replace_last(char /*byte*/) noexcept {}
   void drop_last() noexcept { --size_; }
@@ -70,64 +64,56 @@ inline constexpr std::array<Escape, 256> kEscapes = [] {
   return escapes;
 }();
 
-// The memory of a text during writing. A text starts in a buffer on the stack. When the buffer is full, the
-// text is measured, and continues in a string of that size.
-//
-// `Measure` returns an upper bound of the whole text's size.
-template <typename Measure>
+// The memory of a text during writing: a buffer on the stack, and a string for what no longer fits there.
 class TextMemory {
  public:
-  explicit TextMemory(Measure measure) : measure_(measure) {}
+  static constexpr std::size_t kBufferBytes = 8192;
 
-  char* begin() noexcept { return long_text_.empty() ? short_text_.data() : long_text_.data(); }
-  char* end() noexcept { return begin() + (long_text_.empty() ? short_text_.size() : long_text_.size()); }
+  char* begin() noexcept { return buffer_.data(); }
+  const char* end() const noexcept { return buffer_.data() + kBufferBytes; }
 
-  // Moves the text, written up to `end`, to a string with room for the whole text and `spare` bytes more.
-  // Returns the end in the string. Is called at most once.
-  [[gnu::noinline]] char* grow(const char* end, std::size_t spare) {
-    assert(long_text_.empty());
-    const auto written = static_cast<std::size_t>(end - short_text_.data());
-    long_text_.resize(measure_() + spare);
-    std::memcpy(long_text_.data(), short_text_.data(), written);
-    return long_text_.data() + written;
+  // Moves the buffer, written up to `out`, to the string, except for the last byte, which may be replaced
+  // yet. Returns where to go on.
+  [[gnu::noinline]] char* flush(char* out) {
+    if (out == begin()) return begin();
+    text_.append(begin(), out - 1);
+    buffer_[0] = out[-1];
+    return begin() + 1;
   }
-  // Returns the text, which ends at `end`.
-  std::string take(const char* end) && {
-    const auto size = static_cast<std::size_t>(end - begin());
-    if (long_text_.empty()) return {short_text_.data(), size};
-    long_text_.resize(size);
-    return std::move(long_text_);
+  // Returns the text, whose last byte is before `out`.
+  std::string take(char* out) && {
+    if (text_.empty()) return {begin(), out};
+    text_.append(begin(), out);
+    return std::move(text_);
   }
 
  private:
-  static constexpr std::size_t kShortBytes = 8192;
-
-  Measure measure_;
-  std::string long_text_;
-  std::array<char, kShortBytes> short_text_;  // NOLINT(*-member-init): written before it is read
+  std::string text_;
+  std::array<char, kBufferBytes> buffer_;  // NOLINT(*-member-init): written before it is read
 };
 
 // Writes into a TextMemory. It stores whole blocks, so it may write some bytes beyond the end of the text.
-template <typename Memory>
 class MemorySink {
  public:
-  explicit MemorySink(Memory& memory) noexcept : memory_(&memory), out_(memory.begin()), end_(memory.end()) {}
+  explicit MemorySink(TextMemory& memory) noexcept
+      : memory_(&memory), out_(memory.begin()), end_(memory.end()) {}
 
-  void ensure_room() { ensure(0); }
+  void ensure_room() {
+    if (!has_room(0)) [[unlikely]]
+      out_ = memory_->flush(out_);
+  }
   void put(char byte) noexcept { *out_++ = byte; }
   void put(std::string_view bytes) noexcept {
     std::memcpy(out_, bytes.data(), bytes.size());
     out_ += bytes.size();
   }
-  void put_digits(std::string_view digits) {
-    ensure(digits.size());
-    put(digits);
-  }
+  void put_digits(std::string_view digits) { put_pieces(digits); }
   void put_integer(std::int64_t value) noexcept { out_ = write_integer(value, out_); }
   void put_float(double value) noexcept { out_ = write_float(value, out_); }
   void put_string(const Text& text) {
     const TextBits& bits = ValueAccess::bits(text);
-    ensure(bits.size() + text.escape_gain());
+    if (!has_room(bits.size() + text.escape_gain())) [[unlikely]]
+      return put_long(bits.view());
     put('"');
     if (bits.escape_gain() != 0) {
       put_escaped(bits.view());
@@ -146,20 +132,37 @@ class MemorySink {
 
  private:
   // The room behind a string: kRoom, and a block or an escape that reaches beyond the end.
-  static constexpr std::size_t kSpare = kRoom + ByteVector::kBytes;
+  static constexpr std::size_t kSpare = kRoom + ByteBlock::kBytes;
 
-  void ensure(std::size_t bytes) {
-    if (bytes + kSpare <= static_cast<std::size_t>(end_ - out_)) [[likely]]
-      return;
-    out_ = memory_->grow(out_, kSpare);
-    end_ = memory_->end();
+  // Whether there is room for `bytes`, and kSpare more.
+  bool has_room(std::size_t bytes) const noexcept {
+    return bytes + kSpare <= static_cast<std::size_t>(end_ - out_);
+  }
+
+  // Puts a string of any size.
+  [[gnu::noinline]] void put_long(std::string_view bytes) {
+    out_ = memory_->flush(out_);
+    put('"');
+    put_pieces(bytes);
+    put('"');
+  }
+
+  // Puts a text of any size, escaped.
+  [[gnu::noinline]] void put_pieces(std::string_view bytes) {
+    constexpr std::size_t kPieceBytes = 1024;
+    while (!bytes.empty()) {
+      if (!has_room(kPieceBytes * (1 + kUnicodeEscapeGain))) out_ = memory_->flush(out_);
+      put_escaped(bytes.substr(0, kPieceBytes));
+      bytes.remove_prefix(std::min(bytes.size(), kPieceBytes));
+    }
+    ensure_room();
   }
 
   void put_escaped(std::string_view bytes) noexcept {
-    while (bytes.size() >= ByteVector::kBytes) {
-      const std::uint64_t specials = ByteVector(bytes.data()).specials();
-      std::memcpy(out_, bytes.data(), ByteVector::kBytes);
-      const std::size_t plain = specials == 0 ? ByteVector::kBytes : ByteVector::bytes_before(specials);
+    while (bytes.size() >= ByteBlock::kBytes) {
+      const unsigned specials = ByteBlock(bytes.data()).specials();
+      std::memcpy(out_, bytes.data(), ByteBlock::kBytes);
+      const std::size_t plain = specials == 0 ? ByteBlock::kBytes : ByteBlock::bytes_before(specials);
       out_ += plain;
       bytes.remove_prefix(plain);
       if (specials == 0) continue;
@@ -175,9 +178,9 @@ class MemorySink {
     out_ += escape.size;
   }
 
-  Memory* memory_;
+  TextMemory* memory_;
   char* out_;
-  char* end_;
+  const char* end_;
 };
 
 }  // namespace vantrex::values::detail

@@ -1,7 +1,6 @@
 #include "vantrex/values/utf8.h"
 
 #include <algorithm>
-#include <cstdint>
 
 #include "vantrex/values/byte_block.h"
 
@@ -9,26 +8,24 @@ namespace vantrex::values {
 
 namespace {
 
-using detail::ByteVector;
-using detail::ByteWord;
+using detail::ByteBlock;
 
 // Continues a scan over whole blocks of ASCII.
-template <typename Block>
 void scan_ascii(std::string_view bytes, Utf8Scan& scan) noexcept {
-  while (bytes.size() - scan.well_formed >= Block::kBytes) {
-    const Block block(bytes.data() + scan.well_formed);
+  while (bytes.size() - scan.well_formed >= ByteBlock::kBytes) {
+    const ByteBlock block(bytes.data() + scan.well_formed);
     if (!block.is_ascii()) return;
-    for (std::uint64_t mask = block.specials(); mask != 0; mask &= mask - 1)
-      scan.escape_gain += detail::escape_gain(bytes[scan.well_formed + Block::bytes_before(mask)]);
-    scan.well_formed += Block::kBytes;
+    for (unsigned mask = block.specials(); mask != 0; mask &= mask - 1)
+      scan.escape_gain += detail::escape_gain(bytes[scan.well_formed + ByteBlock::bytes_before(mask)]);
+    scan.well_formed += ByteBlock::kBytes;
   }
 }
 
-// Whether the last ByteVector::kBytes bytes are plain, or all of them when there are fewer. There must be at
+// Whether the last ByteBlock::kBytes bytes are plain, or all of them when there are fewer. There must be at
 // least one.
 bool ends_plain(std::string_view bytes) noexcept {
-  if (bytes.size() < ByteVector::kBytes) return ByteVector::of_few(bytes.data(), bytes.size()).is_plain();
-  return ByteVector(bytes.data() + bytes.size() - ByteVector::kBytes).is_plain();
+  if (bytes.size() < ByteBlock::kBytes) return ByteBlock::of_few(bytes.data(), bytes.size()).is_plain();
+  return ByteBlock(bytes.data() + bytes.size() - ByteBlock::kBytes).is_plain();
 }
 
 }  // namespace
@@ -37,14 +34,13 @@ Utf8Scan scan_utf8(std::string_view bytes) noexcept {
   Utf8Scan scan;
   std::size_t& at = scan.well_formed;
   while (true) {
-    scan_ascii<ByteVector>(bytes, scan);
+    scan_ascii(bytes, scan);
     if (at == bytes.size()) return scan;
-    if (bytes.size() - at < ByteVector::kBytes && ends_plain(bytes)) {
+    if (bytes.size() - at < ByteBlock::kBytes && ends_plain(bytes)) {
       at = bytes.size();
       return scan;
     }
-    scan_ascii<ByteWord>(bytes, scan);
-    for (const std::size_t end = std::min(at + ByteWord::kBytes, bytes.size()); at < end;) {
+    for (const std::size_t end = std::min(at + ByteBlock::kBytes, bytes.size()); at < end;) {
       const Utf8Prefix character = utf8_prefix(bytes.substr(at));
       if (!character.is_complete) return scan;
       scan.escape_gain += detail::escape_gain(bytes[at]);
