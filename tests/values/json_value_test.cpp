@@ -1,6 +1,7 @@
 #include "vantrex/values/json_value.h"
 
 #include <array>
+#include <filesystem>
 #include <limits>
 #include <map>
 #include <memory>
@@ -9,6 +10,7 @@
 #include <string>
 #include <tuple>
 #include <type_traits>
+#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -42,6 +44,10 @@ constexpr bool kNoneIsAValue = !(std::is_constructible_v<JsonValue, T> || ...);
 static_assert(
     kNoneIsAValue<int*, const void*, bool*, const JsonObject*, char8_t*, void (*)(), std::nullopt_t>);
 static_assert(kNoneIsAValue<char, wchar_t, char32_t, Kind, std::shared_ptr<int>, std::map<int, int>>);
+
+// A list of fields with a name must be moved, since the object moves its values.
+static_assert(!std::is_constructible_v<JsonObject, std::initializer_list<JsonObject::FieldInit>&> &&
+              std::is_constructible_v<JsonObject, std::initializer_list<JsonObject::FieldInit>>);
 
 // The initials of the accessors that return something, and whether the value is empty.
 std::string accessors(const JsonValue& value) {
@@ -84,6 +90,8 @@ TEST(JsonValue, ConvertsFromTypesWithAJsonForm) {
       {std::array<std::set<std::string_view>, 2>{{{"b", "a"}, {}}}, R"([["a","b"],[]])"},
       {std::tuple(1, "two", nullptr, std::tuple<>()), R"([1,"two",null,[]])"},
       {std::map<std::string, std::vector<int>>{{"b", {}}, {"a", {1}}}, R"({"a":[1],"b":[]})"},
+      {std::filesystem::path("a/b"), R"("a/b")"},
+      {std::vector<std::filesystem::path>{"a", "\""}, R"(["a","\""])"},
       {JsonList::of(JsonList()), "[[]]"},  // a list in a list, not a copy
       {std::map<std::string, std::pair<Color, int>>{{"a", {Color::green, 1}}}, R"({"a":["green",1]})"},
       {JsonList::of(std::optional(Color::red), colors::Palette{{{}, {}}}), R"(["red",2])"},
@@ -98,6 +106,23 @@ TEST(JsonValue, ConvertsFromTypesWithAJsonForm) {
   EXPECT_THROW(JsonValue(std::map<std::string, std::string>{{"a", fine}, {"\xFF", fine}}), InvalidUtf8);
   EXPECT_THROW(JsonValue(std::tuple(fine, "\xFF")), InvalidUtf8);
   EXPECT_EQ(tests::allocations().live, before);
+}
+
+TEST(JsonValue, MovesWhatIsMoved) {
+  JsonList inner = JsonList::of(1);
+  const JsonValue* const item = inner.begin();
+  std::vector<JsonList> lists;
+  lists.push_back(std::move(inner));
+  std::optional<JsonValue> outer = JsonValue(std::move(lists));
+  JsonValue value = std::move(outer);
+  std::map<std::string, std::tuple<JsonValue>> map;
+  map.emplace("key", std::move(value));
+  JsonObject a = {{"a", JsonValue(std::move(map))}};
+  JsonObject b;
+  swap(a, b);
+  EXPECT_TRUE(a.empty() && b["a"]["key"][0][0].list()->begin() == item);
+  std::unordered_set<Text> texts = {"a text of more than 14 bytes", "short"};
+  EXPECT_TRUE(texts.contains(TextLiteral("a text of more than 14 bytes")) && !texts.contains(""));
 }
 
 // Compares each of `values` with `other`, and with the value of `other`.
@@ -123,7 +148,7 @@ TEST(JsonValue, EqualsTheSameKindAndContent) {
   EXPECT_TRUE(foreign == JsonValue(foreign) && JsonValue(foreign) != ForeignValue::of(1, "x"));
   // Other values are equal exactly when their texts are.
   JsonValue parsed = parse(R"([
-    null, true, 1, 1, 100000000000000000000, 100000000000000000000, 1.0, 10e-1, 0.0, -0.0, "", [], [], {}, {},
+    null, true, 1, 1, 18446744073709551614, 18446744073709551614, 1.0, 10e-1, 0.0, -0.0, "", [], [], {}, {},
     [[], {"a": [1]}], [[], {"a": [1]}], [[], {"a": [1.0]}], {"a": 1, "b": 2}, {"a": 0, "b": 2, "a": 1},
     {"b": 2, "a": 1}, {"a": 1, "c": 2}, {"a": 1, "b": 2, "c": null}])");
   JsonList& values = *parsed.list();
