@@ -7,7 +7,7 @@
 
 #include "calls.h"
 #include "protocol.h"
-#include "requests/ctags_index.h"
+#include "requests/index_reader.h"
 #include "requests/index_file.h"
 #include "requests/json_reader.h"
 #include "requests/served_tool_text.h"
@@ -172,7 +172,7 @@ constexpr const char* kAbsent = "pkg.running_x";
 template <auto function>
 Work of_index(const std::string& lines) {
   return
-      [index = next_steps_requests::read_ctags_index(TextFile(lines).path())]() mutable { function(index); };
+      [index = next_steps_requests::read_index(TextFile(lines).path())]() mutable { function(index); };
 }
 
 // Searches the rest of the text from each of its letters.
@@ -224,9 +224,9 @@ constexpr std::array kNameCalls = {
     Call{Kind::name, "code_index, almost a part wanted", serve<almost_part>},
     Call{Kind::name, "code_index, almost a tail wanted", serve<almost_tail>},
 
-    Call{Kind::index, "read_ctags_index",
+    Call{Kind::index, "read_index",
          [](const std::string& lines) -> Work {
-           return [file = TextFile(lines)] { keep(next_steps_requests::read_ctags_index(file.path())); };
+           return [file = TextFile(lines)] { keep(next_steps_requests::read_index(file.path())); };
          }},
     Call{Kind::index, "nearest_symbols",
          of_index<[](const Repository& index) { keep(workers::nearest_symbols(index, kAbsent)); }>},

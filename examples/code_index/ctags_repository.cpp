@@ -4,14 +4,14 @@
 
 #include <sys/stat.h>
 
-#include "requests/ctags_index.h"
+#include "requests/index_reader.h"
 
 namespace code_index {
 
 CtagsRepository::CtagsRepository(std::string path)
     : path_(std::move(path)),
       indexed_revision_(present_revision()),
-      index_(next_steps_requests::read_ctags_index(path_)) {}
+      index_(next_steps_requests::read_index(path_)) {}
 
 std::string CtagsRepository::present_revision() const {
   struct stat file {};

@@ -11,7 +11,7 @@ namespace models = vantrex::models;
 
 class CtagsRepository final : public models::Repository {
  public:
-  // Reads an index of Universal Ctags. Throws what read_ctags_index throws.
+  // Reads an index of Universal Ctags. Throws what read_index throws.
   explicit CtagsRepository(std::string path);
 
   void visit_symbols(const models::SymbolVisitor& visit) const override { index_.visit_symbols(visit); }
