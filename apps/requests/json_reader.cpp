@@ -69,17 +69,19 @@ class TreeBuilder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, TreeB
   // The parser unescapes the strings in place, in a copy of `text` in `memory`. `members`, which may be null,
   // receives the fields of the outermost object.
   TreeBuilder(std::string_view text, std::string& memory, Encoding encoding,
-              std::vector<MemberOffset>* members, RepeatedKeys repeated = RepeatedKeys::replace)
-      : text_(text), stream_(nullptr), encoding_(encoding), members_(members), repeated_(repeated) {
+              std::vector<MemberOffset>* members, RepeatedKeys repeated = RepeatedKeys::replace,
+              Picking* picking = nullptr)
+      : text_(text),
+        stream_(nullptr),
+        encoding_(encoding),
+        members_(members),
+        repeated_(repeated),
+        picking_(picking) {
     constexpr std::size_t kBlock = 16;  // the parser reads whole blocks
     memory.reserve(text.size() + kBlock);
     memory.assign(text);
     if (encoding == Encoding::lossy) replace_lone_surrogates(memory);
     stream_ = Stream(memory.append(kBlock, '\0').data());
-  }
-  TreeBuilder(std::string_view text, std::string& memory, Picking& picking)
-      : TreeBuilder(text, memory, Encoding::strict, nullptr) {
-    picking_ = &picking;
   }
 
   // Throws JsonError and std::bad_alloc.
@@ -213,7 +215,7 @@ class TreeBuilder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, TreeB
   Encoding encoding_;
   std::vector<MemberOffset>* members_;
   RepeatedKeys repeated_;
-  Picking* picking_ = nullptr;  // null when a value is built
+  Picking* picking_;  // null when a value is built
   std::vector<Open> open_;
   JsonValue root_;
   bool is_cut_ = false;  // the field that was read last may go on: neither a comma nor a brace follows it
@@ -306,7 +308,8 @@ ObjectReading read_members(std::string_view text, std::string_view what, Encodin
 PickedField pick_fields(std::string_view text, std::string_view what, std::span<const std::string_view> keys,
                         std::span<PickedField> fields, std::string& memory) {
   Picking picking{.keys = keys, .fields = fields};
-  object_of(TreeBuilder(text, memory, picking).build(), text, what);
+  TreeBuilder builder(text, memory, Encoding::strict, nullptr, RepeatedKeys::replace, &picking);
+  object_of(builder.build(), text, what);
   return picking.other;
 }
 
