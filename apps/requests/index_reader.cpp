@@ -119,7 +119,7 @@ class IndexFiller {
       line.reject(text.find('{'), R"("_type", "fqn" or "path" is missing)");
     }
   }
-  bool empty() const noexcept { return is_empty_; }
+  bool empty() const noexcept { return repository_.symbol_count() == 0 && paths_.empty(); }
   InMemoryRepository take() && { return std::move(repository_); }
 
  private:
@@ -136,7 +136,6 @@ class IndexFiller {
   }
   void add(const SymbolView& symbol) {
     repository_.add_symbol(symbol);
-    is_empty_ = false;
     if (!symbol.file.empty()) add_path(symbol.file);
   }
   // Adds the path unless it was added before. Most are recognised by their hashes; paths with equal hashes
@@ -147,11 +146,9 @@ class IndexFiller {
     const auto [place, is_new] = paths_.emplace(path);
     recent = &*place;
     if (is_new) repository_.add_path(path);
-    is_empty_ = false;
   }
 
   InMemoryRepository repository_;
-  bool is_empty_ = true;
   std::set<std::string> paths_;
   std::vector<const std::string*> recent_ = std::vector<const std::string*>(std::size_t{1} << 18U);
   std::string memory_;  // of the line that is being read
