@@ -2,13 +2,16 @@
 
 INDEX is made by ctags. MISSES is a file; unless it is there, it is made from the index
 with 200 misses of each kind and the same seed each time. Prints the share of them that
-`PROGRAM batch` answers with the right name first, and the time and memory that it takes.
+`PROGRAM batch` answers with the right name first, the time of a miss as its client sees
+it, the time of `PROGRAM suggest`, which only reads the index, the time until `batch`, which
+also makes the name index, has answered its first miss, and its peak memory. After each time
+stands the processor time in user mode, which hardly depends on the load of the machine.
+The last line is a row for the README.
 """
 import json
 import os
 import random
 import re
-import resource
 import statistics
 import subprocess
 import sys
@@ -134,7 +137,8 @@ def fqn_of(tag):
 
 
 def read(index):
-    names, held, paths = set(), set(), set()
+    """The different qualified names, all that is held, the paths, and the number of tags."""
+    names, held, paths, tags = set(), set(), set(), 0
     with open(index, encoding="utf-8") as lines:
         for line in lines:
             tag = json.loads(line)
@@ -142,7 +146,8 @@ def read(index):
                 paths.add(tag["path"].lstrip("/"))
                 held.add(tag["name"])
                 names.add(fqn_of(tag))
-    return sorted(names), held | names, sorted(paths)
+                tags += 1
+    return sorted(names), held | names, sorted(paths), tags
 
 
 def draw_misses(what, kinds, names, held, split):
@@ -176,11 +181,10 @@ def split_path(path):
 
 
 def make_misses(index, file):
-    names, held, paths = read(index)
-    print(f"{len(names)} different names, {len(paths)} paths")
-    if len(names) < 500_000:
-        print("These are few: install more headers (packages *-dev), or name more directories.")
+    """The first line says how large the index is."""
+    names, held, paths, tags = read(index)
     with open(file, "w", encoding="utf-8") as out:
+        out.write(json.dumps({"tags": tags, "names": len(names), "paths": len(paths)}) + "\n")
         for miss in [*draw_misses("symbol", SYMBOLS, names, held, split_symbol),
                      *draw_misses("path", PATHS, paths, set(paths), split_path)]:
             out.write(json.dumps(miss) + "\n")
@@ -202,29 +206,59 @@ def ask(process, miss):
     return first_name(reply) == miss["meant"], time.perf_counter() - start
 
 
-def main(program, index, file):
-    if not os.path.exists(file):
-        make_misses(index, file)
-    with open(file, encoding="utf-8") as lines:
-        misses = [json.loads(line) for line in lines]
-    answers = {}
+def user_time(process):
+    with open(f"/proc/{process.pid}/stat", encoding="utf-8") as stat:
+        return int(stat.read().rsplit(")", 1)[1].split()[11]) / os.sysconf("SC_CLK_TCK")
+
+
+def peak_memory(process):
+    """In MiB, and of the program alone: getrusage would count what this script had in memory when it started it."""
+    with open(f"/proc/{process.pid}/status", encoding="utf-8") as status:
+        return int(re.search(r"VmHWM:\s*(\d+)", status.read())[1]) / 1024
+
+
+def read_only(program, index):
+    """The time of reading the index, and its processor time."""
     start = time.perf_counter()
-    with subprocess.Popen([program, "batch", "--index", index], stdin=subprocess.PIPE, stdout=subprocess.PIPE) as process:
-        ask(process, misses[0])
-        ready = time.perf_counter() - start
-        for miss in misses:
-            answers.setdefault((miss["suggest"], miss["kind"]), []).append(ask(process, miss))
-        process.stdin.close()
-        process.wait()
+    process = subprocess.Popen([program, "suggest", "--index", index, "path", "no/such/path"], stdout=subprocess.DEVNULL)
+    os.waitid(os.P_PID, process.pid, os.WEXITED | os.WNOWAIT)
+    seconds, user = time.perf_counter() - start, user_time(process)
+    process.wait()
+    return seconds, user
+
+
+def print_firsts(answers):
     print(f"{'the typo is in':44} first   median     99 %")
     for (what, kind), given in answers.items():
         times = sorted(1000 * seconds for _, seconds in given)
         print(f"{what + ': ' + kind:44} {sum(first for first, _ in given) / len(given):5.3f} "
               f"{statistics.median(times):6.1f} ms {times[len(times) * 99 // 100]:6.1f} ms")
+
+
+def main(program, index, file):
+    if not os.path.exists(file):
+        make_misses(index, file)
+    with open(file, encoding="utf-8") as lines:
+        size, *misses = [json.loads(line) for line in lines]
+    read_seconds, read_user = read_only(program, index)
+    answers = {}
+    start = time.perf_counter()
+    with subprocess.Popen([program, "batch", "--index", index], stdin=subprocess.PIPE, stdout=subprocess.PIPE) as process:
+        ask(process, misses[0])
+        ready, ready_user = time.perf_counter() - start, user_time(process)
+        for miss in misses:
+            answers.setdefault((miss["suggest"], miss["kind"]), []).append(ask(process, miss))
+        user, peak = user_time(process), peak_memory(process)
+        process.stdin.close()
+    print_firsts(answers)
     times = sorted(1000 * seconds for given in answers.values() for _, seconds in given)
-    peak = resource.getrusage(resource.RUSAGE_CHILDREN).ru_maxrss / 1024
-    print(f"all misses: median {statistics.median(times):.1f} ms, 99 % {times[len(times) * 99 // 100]:.1f} ms")
-    print(f"index read and first miss: {ready:.2f} s; peak memory: {peak:.0f} MiB")
+    median, slow = statistics.median(times), times[len(times) * 99 // 100]
+    print(f"all misses: median {median:.1f} ms, 99 % {slow:.1f} ms, "
+          f"mean {1000 * (user - ready_user) / len(times):.2f} ms user")
+    print(f"index read: {read_seconds:.2f} s ({read_user:.2f} s user); and the name index made: "
+          f"{ready:.2f} s ({ready_user:.2f} s user); peak memory: {peak:.0f} MiB")
+    print(f"| {size['tags']:,} tags, {size['names']:,} names, {os.path.getsize(index) / 1e6:.0f} MB | {median:.1f} ms, "
+          f"{slow:.1f} ms | {1000 * read_seconds:.0f} ms | {1000 * (ready - read_seconds):.0f} ms | {peak:.0f} MiB |")
 
 
 if __name__ == "__main__":

@@ -124,9 +124,10 @@ constexpr std::array kAnswerCalls = {
          }},
     Call{Kind::line, "code_index",
          [](const std::string& text) -> Work {
+           static const code_index::CtagsRepository index("examples/index/models.json");
            return [text] {
              keep(code_index::answer_line(text, [](std::string_view method, const JsonObject& params) {
-               return code_index::call_method(models::InMemoryRepository(), method, params);
+               return code_index::call_method(index, method, params);
              }));
            };
          }},

@@ -7,8 +7,8 @@
 
 #include "calls.h"
 #include "protocol.h"
-#include "requests/ctags_index.h"
 #include "requests/index_file.h"
+#include "requests/index_reader.h"
 #include "requests/json_reader.h"
 #include "requests/served_tool_text.h"
 #include "vantrex/logging/quoted_literal.h"
@@ -94,28 +94,6 @@ Work look_up_indexed(const std::string& text) {
   };
 }
 
-void call_tool(const Repository& index, std::string_view tool, JsonObject arguments) {
-  const JsonObject result =
-      code_index::call_method(index, "tools/call", {{"name", tool}, {"arguments", std::move(arguments)}});
-  if (result["isError"].boolean() != false) throw std::logic_error("an error instead of a tool's answer");
-}
-
-// Asks each tool of the example server for the wanted name.
-void call_tools(const Repository& index, const Text& wanted) {
-  call_tool(index, "search", {{"action", "symbols"}, {"query", wanted}});
-  call_tool(index, "symbol", {{"action", "detail"}, {"fqn", wanted}});
-  call_tool(index, "file", {{"action", "symbols"}, {"path", wanted}});
-  call_tool(index, "files", {});
-  call_tool(index, "status", {});
-}
-
-template <Miss (*miss_of)(const std::string&)>
-Work serve(const std::string& text) {
-  const Text well_formed = Text::lossy(text);  // as the index of the server
-  Miss miss = miss_of(std::string(well_formed.view()));
-  return [index = std::move(miss.index), wanted = Text(miss.wanted)] { call_tools(index, wanted); };
-}
-
 // A file without a name.
 class TextFile {
  public:
@@ -139,6 +117,32 @@ std::string lines_of(const Repository& index) {
     lines += compact_text(JsonObject{{"_type", "tag"}, {"name", name}, {"path", name}}) + '\n';
   });
   return lines;
+}
+
+void call_tool(const code_index::CtagsRepository& index, std::string_view tool, JsonObject arguments) {
+  const JsonObject result =
+      code_index::call_method(index, "tools/call", {{"name", tool}, {"arguments", std::move(arguments)}});
+  if (result["isError"].boolean() != false) throw std::logic_error("an error instead of a tool's answer");
+}
+
+// Asks each tool of the example server for the wanted name.
+void call_tools(const code_index::CtagsRepository& index, const Text& wanted) {
+  call_tool(index, "search", {{"action", "symbols"}, {"query", wanted}});
+  call_tool(index, "symbol", {{"action", "detail"}, {"fqn", wanted}});
+  call_tool(index, "file", {{"action", "symbols"}, {"path", wanted}});
+  call_tool(index, "files", {});
+  call_tool(index, "status", {});
+}
+
+// Starts the example server over the lines, and asks it.
+Work serve(const std::string& lines, const Text& wanted) {
+  return [file = TextFile(lines), wanted] { call_tools(code_index::CtagsRepository(file.path()), wanted); };
+}
+
+template <Miss (*miss_of)(const std::string&)>
+Work serve(const std::string& text) {
+  const Miss miss = miss_of(text);
+  return serve(lines_of(miss.index), Text::lossy(miss.wanted));
 }
 
 // Asks a batch for the answer to a miss of the symbol and of the path.
@@ -171,8 +175,7 @@ constexpr const char* kAbsent = "pkg.running_x";
 
 template <auto function>
 Work of_index(const std::string& lines) {
-  return
-      [index = next_steps_requests::read_ctags_index(TextFile(lines).path())]() mutable { function(index); };
+  return [index = next_steps_requests::read_index(TextFile(lines).path())]() mutable { function(index); };
 }
 
 // Searches the rest of the text from each of its letters.
@@ -224,9 +227,9 @@ constexpr std::array kNameCalls = {
     Call{Kind::name, "code_index, almost a part wanted", serve<almost_part>},
     Call{Kind::name, "code_index, almost a tail wanted", serve<almost_tail>},
 
-    Call{Kind::index, "read_ctags_index",
+    Call{Kind::index, "read_index",
          [](const std::string& lines) -> Work {
-           return [file = TextFile(lines)] { keep(next_steps_requests::read_ctags_index(file.path())); };
+           return [file = TextFile(lines)] { keep(next_steps_requests::read_index(file.path())); };
          }},
     Call{Kind::index, "nearest_symbols",
          of_index<[](const Repository& index) { keep(workers::nearest_symbols(index, kAbsent)); }>},
@@ -240,7 +243,7 @@ constexpr std::array kNameCalls = {
          }>},
     Call{Kind::index, "reply_to", [](const std::string& lines) { return suggest(lines, kAbsent); }},
     Call{Kind::index, "code_index",
-         of_index<[](const Repository& index) { call_tools(index, values::TextLiteral("run")); }>},
+         [](const std::string& lines) { return serve(lines, values::TextLiteral("run")); }},
 };
 
 }  // namespace

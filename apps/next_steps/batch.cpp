@@ -8,8 +8,8 @@
 
 #include "next_steps/answer_options.h"
 #include "next_steps/command.h"
-#include "requests/ctags_index.h"
 #include "requests/index_file.h"
+#include "requests/index_reader.h"
 #include "requests/input.h"
 #include "requests/output.h"
 #include "requests/reply.h"
@@ -69,7 +69,7 @@ Command add_batch(CLI::App& program) {
   parser->footer(std::string(requests::kRequestForms) +
                  "Each line is answered by one line before the next one is read.\n\n"
                  "Universal Ctags makes the index:\n  " +
-                 requests::kCtagsCommand);
+                 requests::kCtagsCommand + requests::kIndexForms);
   return {parser, [options] { return batch(*options); }};
 }
 

@@ -10,8 +10,8 @@
 #include "next_steps/command.h"
 #include "next_steps/print_answer.h"
 #include "next_steps/usage.h"
-#include "requests/ctags_index.h"
 #include "requests/failures.h"
+#include "requests/index_reader.h"
 #include "vantrex/logging/quoted_literal.h"
 
 namespace next_steps_program {
@@ -30,7 +30,7 @@ struct SuggestOptions {
 models::InMemoryRepository read_index(const std::string& file) {
   requests::Input input(file);
   announce(input, "an index");
-  return requests::read_ctags_index(input);
+  return requests::read_index(input);
 }
 
 ExitStatus suggest(SuggestOptions& options) {
@@ -71,7 +71,8 @@ Command add_suggest(CLI::App& program) {
                    "The answer, an object; standard input if FILE is -, {} if it is missing")
       ->type_name("");
   parser->add_flag("--pretty", options->pretty, "Indent the finished answer");
-  parser->footer("Universal Ctags makes the index:\n  " + std::string(requests::kCtagsCommand));
+  parser->footer("Universal Ctags makes the index:\n  " + std::string(requests::kCtagsCommand) +
+                 requests::kIndexForms);
   parser->callback([options] {
     if (options->index == "-" && options->file == "-") {
       throw CLI::ValidationError("--index", "the index and the answer cannot both be standard input");

@@ -6,7 +6,7 @@
 
 #include <sys/stat.h>
 
-#include "requests/ctags_index.h"
+#include "requests/index_reader.h"
 #include "vantrex/logging/logger.h"
 
 namespace next_steps_requests {
@@ -16,7 +16,7 @@ constexpr vantrex::logging::Logger logger("next_steps.requests");
 }
 
 IndexFile::IndexFile(std::string file)
-    : file_(std::move(file)), seen_(state_of(file_)), index_(read_ctags_index(file_)) {
+    : file_(std::move(file)), seen_(state_of(file_)), index_(read_index(file_)) {
   index_.make_name_index();
 }
 
@@ -26,7 +26,7 @@ const models::Repository& IndexFile::current() {
   seen_ = now;
   try {
     Input input(RegularFile{file_});
-    index_ = read_ctags_index(input);
+    index_ = read_index(input);
     index_.make_name_index();
   } catch (const std::bad_alloc&) {
     throw;

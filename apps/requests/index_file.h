@@ -12,7 +12,7 @@ namespace next_steps_requests {
 
 class IndexFile {
  public:
-  // Reads the index; `file` may be a pipe. Throws like read_ctags_index.
+  // Reads the index; `file` may be a pipe. Throws like read_index.
   explicit IndexFile(std::string file);
 
   // Returns the index, and reads the file again first if it was replaced, which only a regular

@@ -12,6 +12,9 @@
 // Sizes have 64 bits, and a string may be longer than the parser's assertions allow.
 #define RAPIDJSON_NO_SIZETYPEDEFINE
 #define RAPIDJSON_ASSERT(condition) static_cast<void>(0)  // NOLINT(cppcoreguidelines-macro-usage)
+#ifdef __SSE2__
+#define RAPIDJSON_SSE2
+#endif
 namespace rapidjson {
 using SizeType = std::size_t;
 }
@@ -28,6 +31,7 @@ using values::Integer;
 using values::JsonList;
 using values::JsonObject;
 using values::JsonValue;
+using values::Kind;
 using values::Text;
 
 namespace {
@@ -51,19 +55,33 @@ using Stream = rapidjson::InsituStringStream;
 using Reader = rapidjson::GenericReader<rapidjson::UTF8<>, rapidjson::UTF8<>, ThrowingAllocator>;
 constexpr unsigned kFlags = rapidjson::kParseInsituFlag | rapidjson::kParseIterativeFlag;
 
-// Builds the value from the parser's events. Uses no recursion.
+// Where the fields that are wanted go.
+struct Picking {
+  std::span<const std::string_view> keys;
+  std::span<PickedField> fields;
+  PickedField other = {};          // the first field with another key
+  PickedField* current = nullptr;  // of the key that was read last in the outermost object
+};
+
+// Builds the value from the parser's events, or picks fields and builds nothing. Uses no recursion.
 class TreeBuilder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, TreeBuilder> {
  public:
-  // `members`, which may be null, receives the fields of the outermost object.
-  TreeBuilder(std::string_view text, Encoding encoding, std::vector<MemberOffset>* members,
-              RepeatedKeys repeated = RepeatedKeys::replace)
+  // The parser unescapes the strings in place, in a copy of `text` in `memory`. `members`, which may be null,
+  // receives the fields of the outermost object.
+  TreeBuilder(std::string_view text, std::string& memory, Encoding encoding,
+              std::vector<MemberOffset>* members, RepeatedKeys repeated = RepeatedKeys::replace,
+              Picking* picking = nullptr)
       : text_(text),
-        copy_(text),
-        stream_(copy_.data()),
+        stream_(nullptr),
         encoding_(encoding),
         members_(members),
-        repeated_(repeated) {
-    if (encoding == Encoding::lossy) replace_lone_surrogates(copy_);
+        repeated_(repeated),
+        picking_(picking) {
+    constexpr std::size_t kBlock = 16;  // the parser reads whole blocks
+    memory.reserve(text.size() + kBlock);
+    memory.assign(text);
+    if (encoding == Encoding::lossy) replace_lone_surrogates(memory);
+    stream_ = Stream(memory.append(kBlock, '\0').data());
   }
 
   // Throws JsonError and std::bad_alloc.
@@ -75,12 +93,16 @@ class TreeBuilder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, TreeB
   // The parser's events. During an event the stream is at the first byte of its token.
   bool Null() { return add(nullptr); }
   bool Bool(bool value) { return add(value); }
-  bool String(const char* bytes, std::size_t size, bool /*copy*/) { return add(text({bytes, size})); }
+  bool String(const char* bytes, std::size_t size, bool /*copy*/) {
+    const bool picks = picking_ != nullptr && !open_.empty();
+    return picks ? pick(Kind::string, {bytes, size}) : add(text({bytes, size}));
+  }
   bool StartObject() { return open(JsonObject()); }
   bool StartArray() { return open(JsonList()); }
   bool EndObject(std::size_t /*count*/) { return close(); }
   bool EndArray(std::size_t /*count*/) { return close(); }
   bool Key(const char* bytes, std::size_t size, bool /*copy*/) {
+    if (picking_ != nullptr) return pick_key({bytes, size});
     open_.back().key = text({bytes, size});
     if (repeated_ == RepeatedKeys::are_errors &&
         std::as_const(open_.back().container).object()->contains(open_.back().key.view())) {
@@ -97,7 +119,8 @@ class TreeBuilder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, TreeB
     const std::size_t offset = stream_.Tell();
     const NumberScan scan = scan_number(stream_.src_);
     if (scan.error != nullptr) reject(offset + scan.size, scan.error);
-    add(number({stream_.src_, scan.size}, scan.is_integer));
+    const std::string_view digits(stream_.src_, scan.size);
+    add(number(digits, scan.is_integer), digits);
     return scan.size;
   }
 
@@ -131,11 +154,13 @@ class TreeBuilder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, TreeB
     return value;
   }
 
-  bool add(JsonValue value) {
+  // `token` is the text of a number.
+  bool add(JsonValue value, std::string_view token = {}) {
     if (open_.empty()) {
       root_ = std::move(value);
       return true;
     }
+    if (picking_ != nullptr) return pick(value.kind(), token);
     Open& parent = open_.back();
     if (JsonList* list = parent.container.list()) {
       list->push_back(std::move(value));
@@ -152,6 +177,21 @@ class TreeBuilder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, TreeB
     JsonValue finished = std::move(open_.back().container);
     open_.pop_back();
     return add(std::move(finished));
+  }
+
+  bool pick(Kind kind, std::string_view text) {
+    PickedField* const field = picking_->current;
+    if (open_.size() == 1 && field != nullptr) *field = {kind, text, field->offset};
+    return true;
+  }
+  bool pick_key(std::string_view key) {
+    if (open_.size() > 1) return true;
+    auto& [keys, fields, other, current] = *picking_;
+    const auto at = static_cast<std::size_t>(std::find(keys.begin(), keys.end(), key) - keys.begin());
+    current = at == keys.size() ? nullptr : &fields[at];
+    if (current != nullptr) current->offset = stream_.Tell();
+    if (current == nullptr && !other.is_there()) other = {Kind::null, key, stream_.Tell()};
+    return true;
   }
 
   [[noreturn]] void reject(const TextFault& parsed) const {
@@ -171,11 +211,11 @@ class TreeBuilder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, TreeB
   }
 
   std::string_view text_;
-  std::string copy_;  // the parser unescapes its strings in place
   Stream stream_;
   Encoding encoding_;
   std::vector<MemberOffset>* members_;
   RepeatedKeys repeated_;
+  Picking* picking_;  // null when a value is built
   std::vector<Open> open_;
   JsonValue root_;
   bool is_cut_ = false;  // the field that was read last may go on: neither a comma nor a brace follows it
@@ -207,6 +247,9 @@ JsonValue TreeBuilder::build() {
     reject(stream_.Tell(), error.what());
   }
   if (stream_.Tell() < text_.size()) reject(stream_.Tell(), "NUL byte");  // where the parser ends
+  if (picking_ != nullptr && first_fault(text_, {text_.size(), "", false}, true).offset < text_.size()) {
+    reject(text_.size(), "");
+  }
   return std::move(root_);
 }
 
@@ -240,16 +283,19 @@ InputRejected in_source(const std::string& source, const JsonError& error, std::
 }
 
 JsonValue read_json(std::string_view text) {
-  return TreeBuilder(text, Encoding::strict, nullptr).build();
+  std::string memory;
+  return TreeBuilder(text, memory, Encoding::strict, nullptr).build();
 }
 
 JsonObject read_json_object(std::string_view text, std::string_view what, RepeatedKeys repeated) {
-  return object_of(TreeBuilder(text, Encoding::strict, nullptr, repeated).build(), text, what);
+  std::string memory;
+  return object_of(TreeBuilder(text, memory, Encoding::strict, nullptr, repeated).build(), text, what);
 }
 
 ObjectReading read_members(std::string_view text, std::string_view what, Encoding encoding) {
   ObjectReading reading;
-  TreeBuilder builder(text, encoding, &reading.offsets);
+  std::string memory;
+  TreeBuilder builder(text, memory, encoding, &reading.offsets);
   try {
     reading.object = object_of(builder.build(), text, what);
   } catch (const JsonError& error) {
@@ -257,6 +303,14 @@ ObjectReading read_members(std::string_view text, std::string_view what, Encodin
     reading.object = std::move(builder).unfinished();
   }
   return reading;
+}
+
+PickedField pick_fields(std::string_view text, std::string_view what, std::span<const std::string_view> keys,
+                        std::span<PickedField> fields, std::string& memory) {
+  Picking picking{.keys = keys, .fields = fields};
+  TreeBuilder builder(text, memory, Encoding::strict, nullptr, RepeatedKeys::replace, &picking);
+  object_of(builder.build(), text, what);
+  return picking.other;
 }
 
 std::string_view kind_name(values::Kind kind) {

@@ -12,6 +12,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -86,6 +87,22 @@ struct ObjectReading {
 // Reads an object like read_json_object, with the places of its fields. Throws std::bad_alloc.
 ObjectReading read_members(std::string_view text, std::string_view what,
                            Encoding encoding = Encoding::strict);
+
+// A field of an object that was read without its other fields.
+struct PickedField {
+  values::Kind kind = values::Kind::null;       // of its value; null if it is not there
+  std::string_view text;                        // the characters of a string, the digits of a number
+  std::size_t offset = std::string_view::npos;  // of its key in the text
+
+  bool is_there() const noexcept { return offset != std::string_view::npos; }
+};
+
+// Reads an object like read_json_object, but makes none. Sets each of `fields` to the field of its key in
+// `keys`, the last one if the key is repeated, and leaves those that are not there. Returns the first field
+// with another key, which is its text. Texts are in `memory` and valid until it changes. Throws JsonError and
+// std::bad_alloc.
+PickedField pick_fields(std::string_view text, std::string_view what, std::span<const std::string_view> keys,
+                        std::span<PickedField> fields, std::string& memory);
 
 // The kind for a message: "an object", "null", "a string".
 std::string_view kind_name(values::Kind kind);

@@ -10,13 +10,14 @@ namespace next_steps_requests {
 using values::JsonValue;
 using values::Kind;
 
-namespace {
-
 std::string quoted(std::string_view key) {
   return values::compact_text(JsonValue(key));
 }
 
-}  // namespace
+std::string wrong_kind(Kind kind, std::string_view or_null, Kind found) {
+  std::string message = "must be ";
+  return message.append(kind_name(kind)).append(or_null).append(", not ").append(kind_name(found));
+}
 
 Members::Members(std::string_view line, std::string_view what, ObjectReading reading)
     : line_(line), what_(what), read_(std::move(reading)) {
@@ -51,10 +52,7 @@ void Members::check_optional(std::string_view key, Kind kind) const {
 
 void Members::check(std::string_view key, Kind kind, std::string_view or_null) const {
   const Kind found = read_.object[key].kind();
-  if (found == kind) return;
-  std::string message = "must be ";
-  message.append(kind_name(kind)).append(or_null).append(", not ").append(kind_name(found));
-  reject(key, message);
+  if (found != kind) reject(key, wrong_kind(kind, or_null, found));
 }
 
 void Members::reject(std::string_view key, std::string_view message) const {

@@ -1,3 +1,4 @@
+#include <cstdint>
 #include <iterator>
 #include <map>
 #include <set>
@@ -82,6 +83,21 @@ ask; read -r <&${COPROC[0]}; )" +
     const JsonObject answer = parse_object(ran.out);
     const JsonValue& present = answer["result"]["structuredContent"]["freshness"]["present_revision"];
     EXPECT_EQ(present.string().value_or("none"), row.at(1)) << ran.out;
+  }
+}
+
+TEST(CodeIndex, ListsAHundredFilesAndCountsTheOthers) {
+  for (const std::int64_t count : {100, 101}) {
+    const std::string write = "seq " + std::to_string(count) + R"( | sed 's/.*/{"path":"&"}/' >$index; )";
+    const Ran ran =
+        with_server(write + "$server $index",
+                    R"({"jsonrpc":"2.0","id":1,"method":"tools/call","params":{"name":"files"}})");
+    const JsonObject response = parse_object(ran.out);
+    const JsonObject& answer = *response["result"]["structuredContent"].object();
+    EXPECT_EQ(answer["files"].list()->size(), 100U);
+    EXPECT_EQ((*answer["files"].list())[1].string(), "10") << "in order";
+    EXPECT_EQ(answer["total_count"], count);
+    EXPECT_EQ(answer.contains("files_omitted") ? answer["files_omitted"] : JsonValue(0), count - 100);
   }
 }
 

@@ -12,8 +12,6 @@
 
 namespace code_index {
 
-using vantrex::models::Repository;
-
 namespace {
 
 // The versions that begin with a handshake, the newest first, and the one without.
@@ -35,7 +33,7 @@ JsonObject capabilities() {
   return {{"tools", JsonObject()}};
 }
 
-JsonObject initialize(const Repository& /*index*/, const JsonObject& params) {
+JsonObject initialize(const CtagsRepository& /*index*/, const JsonObject& params) {
   const auto requested = params["protocolVersion"].string();
   if (!requested) throw RpcError(kInvalidParams, R"("protocolVersion" must be a string)");
   const auto* known = std::find(kHandshakeVersions.begin(), kHandshakeVersions.end(), *requested);
@@ -52,18 +50,18 @@ JsonObject cacheable(JsonObject result) {
   return result;
 }
 
-JsonObject discover(const Repository& /*index*/, const JsonObject& /*params*/) {
+JsonObject discover(const CtagsRepository& /*index*/, const JsonObject& /*params*/) {
   return cacheable({{"supportedVersions", JsonList::of(kStatelessVersion)},
                     {"capabilities", capabilities()},
                     {"instructions", kInstructions},
                     {"_meta", JsonObject{{kServerInfoKey, server_info()}}}});
 }
 
-JsonObject ping(const Repository& /*index*/, const JsonObject& /*params*/) {
+JsonObject ping(const CtagsRepository& /*index*/, const JsonObject& /*params*/) {
   return {};
 }
 
-JsonObject list_tools(const Repository& /*index*/, const JsonObject& /*params*/) {
+JsonObject list_tools(const CtagsRepository& /*index*/, const JsonObject& /*params*/) {
   return cacheable({{"tools", tool_list()}});
 }
 
@@ -72,7 +70,7 @@ JsonObject tool_result(const std::string& text, bool is_error) {
   return {{"content", JsonList::of(content)}, {"isError", is_error}};
 }
 
-JsonObject call_tool(const Repository& index, const JsonObject& params) {
+JsonObject call_tool(const CtagsRepository& index, const JsonObject& params) {
   const JsonObject* tool = find_tool(params["name"].string().value_or(""));
   if (tool == nullptr) throw RpcError(kInvalidParams, "There is no tool " + compact_text(params["name"]));
   const JsonObject no_arguments;
@@ -92,7 +90,7 @@ JsonObject call_tool(const Repository& index, const JsonObject& params) {
 
 struct Method {
   std::string_view name;
-  JsonObject (*run)(const Repository& index, const JsonObject& params);
+  JsonObject (*run)(const CtagsRepository& index, const JsonObject& params);
 };
 
 constexpr std::array<Method, 5> kMethods = {{{"initialize", initialize},
@@ -114,7 +112,7 @@ bool names_version(const JsonObject& params) {
 
 }  // namespace
 
-JsonObject call_method(const Repository& index, std::string_view method, const JsonObject& params) {
+JsonObject call_method(const CtagsRepository& index, std::string_view method, const JsonObject& params) {
   const bool is_stateless = names_version(params);
   const auto* found =
       std::find_if(kMethods.begin(), kMethods.end(), [&](const Method& each) { return each.name == method; });

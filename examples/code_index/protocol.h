@@ -6,13 +6,12 @@
 
 #include <string_view>
 
+#include "ctags_repository.h"
 #include "json_rpc.h"
-#include "vantrex/models/repository.h"
 
 namespace code_index {
 
 // The result of `method`, served from `index`. Throws RpcError.
-JsonObject call_method(const vantrex::models::Repository& index, std::string_view method,
-                       const JsonObject& params);
+JsonObject call_method(const CtagsRepository& index, std::string_view method, const JsonObject& params);
 
 }  // namespace code_index

@@ -4,20 +4,19 @@
 #include <array>
 #include <cstddef>
 #include <cstring>
-#include <functional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "tool_list.h"
+#include "vantrex/models/name_index.h"
 #include "vantrex/tool_handlers/next_steps.h"
 #include "vantrex/workers/name_lookup.h"
 
 namespace code_index {
 
 namespace next_steps = vantrex::tool_handlers::next_steps;
-using vantrex::models::Repository;
-using vantrex::models::Symbol;
 using vantrex::models::SymbolView;
 using vantrex::values::JsonList;
 using vantrex::values::JsonObject;
@@ -26,33 +25,30 @@ using vantrex::values::JsonValue;
 namespace {
 
 constexpr std::size_t kMaxRows = 20;
+constexpr std::size_t kMaxFiles = 100;
 
-// A symbol without a qualified name cannot be asked for, so it is left out.
-std::vector<Symbol> symbols_where(const Repository& index,
-                                  const std::function<bool(const SymbolView& symbol)>& wanted) {
-  std::vector<Symbol> found;
-  index.visit_symbols([&](const SymbolView& symbol) {
-    if (symbol.fqn.empty() || !wanted(symbol)) return;
-    found.push_back({std::string(symbol.fqn), std::string(symbol.name), std::string(symbol.kind),
-                     std::string(symbol.file), symbol.line});
-  });
-  return found;
+// The symbols that are found, of which kMaxRows are listed.
+struct Hits {
+  std::vector<SymbolView> listed = {};
+  std::size_t count = 0;
+
+  // A symbol without a qualified name cannot be asked for, so it is left out.
+  void add(const SymbolView& symbol) {
+    if (symbol.fqn.empty()) return;
+    ++count;
+    if (listed.size() < kMaxRows) listed.push_back(symbol);
+  }
+};
+
+JsonObject row(const SymbolView& symbol) {
+  return vantrex::workers::SymbolCandidate{{std::string(symbol.fqn), std::string(symbol.name),
+                                            std::string(symbol.kind), std::string(symbol.file), symbol.line}}
+      .to_dict();
 }
 
-std::vector<std::string> all_paths(const Repository& index) {
-  std::vector<std::string> paths;
-  index.visit_paths([&](std::string_view path) { paths.emplace_back(path); });
-  std::sort(paths.begin(), paths.end());
-  return paths;
-}
-
-JsonObject row(const Symbol& symbol) {
-  return vantrex::workers::SymbolCandidate{symbol}.to_dict();
-}
-
-JsonList rows(const std::vector<Symbol>& symbols) {
+JsonList rows(const std::vector<SymbolView>& symbols) {
   JsonList list;
-  for (std::size_t i = 0; i < std::min(symbols.size(), kMaxRows); ++i) list.push_back(row(symbols[i]));
+  for (const SymbolView& symbol : symbols) list.push_back(row(symbol));
   return list;
 }
 
@@ -62,20 +58,26 @@ bool contains(std::string_view text, std::string_view part) {
 }
 
 // Steps take the best hit from the list "symbols". The count includes the hits that are
-// not listed.
-JsonObject search_symbols(const Repository& index, const JsonObject& arguments) {
+// not listed. A part of a name can be anywhere, so all names are looked at.
+JsonObject search_symbols(const CtagsRepository& index, const JsonObject& arguments) {
   const std::string_view query = *arguments["query"].string();
-  std::vector<Symbol> hits =
-      symbols_where(index, [&](const SymbolView& symbol) { return contains(symbol.fqn, query); });
-  std::stable_partition(hits.begin(), hits.end(), [&](const Symbol& hit) { return hit.name == query; });
-  return {{"query", query}, {"symbols", rows(hits)}, {"total_count", hits.size()}};
+  Hits exact;
+  Hits others;
+  for (std::size_t position = 0; position < index.symbol_count(); ++position) {
+    const SymbolView symbol = index.symbol_at(position);
+    if (contains(symbol.fqn, query)) (symbol.name == query ? exact : others).add(symbol);
+  }
+  const std::size_t count = exact.count + others.count;
+  for (const SymbolView& other : others.listed) exact.add(other);
+  return {{"query", query}, {"symbols", rows(exact.listed)}, {"total_count", count}};
 }
 
 // A null field is left out when the answer is finished.
-JsonObject symbol_detail(const Repository& index, const JsonObject& arguments) {
+JsonObject symbol_detail(const CtagsRepository& index, const JsonObject& arguments) {
   const std::string_view fqn = *arguments["fqn"].string();
-  const std::vector<Symbol> found =
-      symbols_where(index, [&](const SymbolView& symbol) { return symbol.fqn == fqn; });
+  const auto names = index.name_index();
+  std::vector<SymbolView> found = names->symbols_named(fqn);
+  std::erase_if(found, [fqn](const SymbolView& symbol) { return symbol.fqn != fqn; });
   JsonObject answer;
   if (found.empty()) return next_steps::suggest_symbols(answer, index, fqn, "detail");
   answer = row(found.front());
@@ -84,35 +86,41 @@ JsonObject symbol_detail(const Repository& index, const JsonObject& arguments) {
   return answer;
 }
 
-JsonObject file_symbols(const Repository& index, const JsonObject& arguments) {
+JsonObject file_symbols(const CtagsRepository& index, const JsonObject& arguments) {
   const std::string_view path = *arguments["path"].string();
-  const std::vector<std::string> paths = all_paths(index);
-  if (!std::binary_search(paths.begin(), paths.end(), path)) {
+  const auto file = index.files().find(path);
+  if (file == index.files().end()) {
     JsonObject missed;
     return next_steps::suggest_paths(missed, index, path, "symbols");
   }
-  const auto symbols = symbols_where(index, [&](const SymbolView& symbol) { return symbol.file == path; });
-  return {{"found", true}, {"file", path}, {"symbols", rows(symbols)}, {"total_count", symbols.size()}};
+  Hits hits;
+  for (const std::size_t position : file->second) hits.add(index.symbol_at(position));
+  return {{"found", true}, {"file", path}, {"symbols", rows(hits.listed)}, {"total_count", hits.count}};
 }
 
-JsonObject list_files(const Repository& index, const JsonObject& /*arguments*/) {
-  const std::vector<std::string> paths = all_paths(index);
-  return {{"files", paths}, {"total_count", paths.size()}};
+JsonObject list_files(const CtagsRepository& index, const JsonObject& /*arguments*/) {
+  JsonList files;
+  for (const auto& file : index.files()) {
+    if (files.size() == kMaxFiles) break;
+    files.push_back(file.first);
+  }
+  const std::size_t omitted = index.files().size() - files.size();
+  return {{"files", std::move(files)},
+          {"total_count", index.files().size()},
+          {"files_omitted", omitted > 0 ? JsonValue(omitted) : nullptr}};
 }
 
 // The counts, and the revisions that freshness compares.
-JsonObject status(const Repository& index, const JsonObject& /*arguments*/) {
-  std::size_t symbols = 0;
-  index.visit_symbols([&](const SymbolView& /*symbol*/) { ++symbols; });
-  return {{"symbol_count", symbols},
-          {"file_count", all_paths(index).size()},
+JsonObject status(const CtagsRepository& index, const JsonObject& /*arguments*/) {
+  return {{"symbol_count", index.symbol_count()},
+          {"file_count", index.files().size()},
           {"indexed_revision", index.indexed_revision()},
           {"present_revision", index.present_revision()}};
 }
 
 struct Tool {
   std::string_view name;
-  JsonObject (*run)(const Repository& index, const JsonObject& arguments);
+  JsonObject (*run)(const CtagsRepository& index, const JsonObject& arguments);
 };
 
 constexpr std::array<Tool, 5> kTools = {{{"search", search_symbols},
@@ -123,7 +131,7 @@ constexpr std::array<Tool, 5> kTools = {{{"search", search_symbols},
 
 }  // namespace
 
-JsonObject finished_answer(const Repository& index, std::string_view tool, const JsonObject& arguments) {
+JsonObject finished_answer(const CtagsRepository& index, std::string_view tool, const JsonObject& arguments) {
   const auto* found =
       std::find_if(kTools.begin(), kTools.end(), [&](const Tool& each) { return each.name == tool; });
   return next_steps::finish_answer(found->run(index, arguments), tool,

@@ -6,7 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "apps/shell.h"
-#include "requests/ctags_index.h"
+#include "requests/index_reader.h"
 #include "support/table.h"
 #include "vantrex/values/text_forms.h"
 
@@ -23,10 +23,17 @@ const std::string kIndex =
 {"_type":"tag","name":"write_all","path":"src/w.c","scope":"io::Writer","kind":null,"line":null}
 {"_type":"tag","name":"flush_all","path":"x.h","language":"C","scope":"io"}
 {"_type":"tag","name":"Größe","path":"src/dir.cpp/plain"}
+{"line":4,"fqn":"app::Server::listen<T>","kind":"method","file":"app/server.rs"}
+{"fqn":"lonely","kind":null,"file":null}
+{"path":"doc/notes.txt"}
+{"_type":"tag","n\u0061me":7,"fqn":[],"path":"last","path":"last/one","deep":DEEP,"name":"wins"}
 )";
 
-// Runs `next-steps suggest` with the index as standard input.
-Ran suggest(const std::string& arguments, const std::string& index = kIndex) {
+// Runs `next-steps suggest` with the index as standard input. DEEP in it becomes a deep list.
+Ran suggest(const std::string& arguments, std::string index = kIndex) {
+  if (const std::size_t deep = index.find("DEEP"); deep != std::string::npos) {
+    index.replace(deep, 4, std::string(100'000, '[') + std::string(100'000, ']'));
+  }
   return run(
       "echo '{\"note\":null,\"found\":true,\"rest\":1}' >$(dirname $0)/answer.json\n"
       "next-steps suggest --index - " +
@@ -44,6 +51,11 @@ symbol größe | [{"fqn":"Größe","name":"Größe","file":"src/dir.cpp/plain"}]
 symbol JSON_OUTPUT_VERSION | [] | search | {"action":"symbols","query":"JSON_OUTPUT_VERSION"} | No indexed symbol is near JSON_OUTPUT_VERSION: search the names
 path lib/mod.py | ["pkg/mod.py"] | file | {"action":"symbols","path":"pkg/mod.py"} | The nearest indexed file to lib/mod.py is pkg/mod.py
 path 0.0 | [] | files | {} | No indexed file is near 0.0
+symbol Server.lisen | [{"fqn":"app::Server::listen<T>","name":"listen","kind":"method","file":"app/server.rs","line":4}] | symbol | {"action":"detail","fqn":"app::Server::listen<T>"} | The nearest indexed symbol to Server.lisen is app::Server::listen<T>
+symbol lonly | [{"fqn":"lonely","name":"lonely"}] | symbol | {"action":"detail","fqn":"lonely"} | The nearest indexed symbol to lonly is lonely
+symbol winz | [{"fqn":"wins","name":"wins","file":"last/one"}] | symbol | {"action":"detail","fqn":"wins"} | The nearest indexed symbol to winz is wins
+path server.rs | ["app/server.rs"] | file | {"action":"symbols","path":"app/server.rs"} | The nearest indexed file to server.rs is app/server.rs
+path docs/notes.txt | ["doc/notes.txt"] | file | {"action":"symbols","path":"doc/notes.txt"} | The nearest indexed file to docs/notes.txt is doc/notes.txt
 )");
   for (const auto& row : rows) {
     const JsonObject missed{{"found", false}, {"did_you_mean", parse(row.at(1))}};
@@ -67,8 +79,11 @@ TEST(Suggest, RefusesWhatIsNoIndexAndSaysWhere) {
   const auto rows = table(R"(
 # a line of the index | the column and message
  | 1: The document is empty.
-["tag"] | 1: a tag must be an object, not a list
+["tag"] | 1: a line of an index must be an object, not a list
+"tag" | 1: a line of an index must be an object, not a string
 {"_type":"tag","name":"a","path":"b" | 37: Missing a comma or '}' after an object member.
+{"_type":"tag","name":"a","path":"b","x":[{"y":"\udc00"}]} | 52: The surrogate pair in string is invalid.
+{"_type":"tag","name":"a","path":"b","x":[1e999]} | 43: Number too big to be stored in double.
 {"_type":"file","name":"a","path":"b"} | 2: "_type" must be "tag" or "ptag"
  {"_type":"tag","path":"b"} | 2: "name" is missing
 {"_type":"tag","name":null,"path":"b"} | 16: "name" must be a string, not null
@@ -76,10 +91,22 @@ TEST(Suggest, RefusesWhatIsNoIndexAndSaysWhere) {
 {"_type":"tag","name":"a","path":"b","scope":"c","language":7} | 50: "language" must be a string or null, not an integer
 {"_type":"tag","name":"a","path":"b","line":"7"} | 38: "line" must be an integer or null, not a string
 {"_type":"tag","name":"a","path":"b","line":-1} | 38: "line" must be the number of a line
+{"_type":"tag","name":"a","path":"b","line":99999999999999999999} | 38: "line" must be the number of a line
+{"_type":"tag","name":"a","path":"b","name":{"name":"a"}} | 38: "name" must be a string, not an object
+ {"name":"a"} | 2: "_type", "fqn" or "path" is missing
+{"fqn":"a","lines":7} | 12: "lines" is no member of a symbol
+{"path":"b","fqn":"a"} | 2: "path" is no member of a symbol
+{"path":"b","l\u0069nes":7} | 13: "lines" is no member of a path
+{"path":"b","line":null} | 13: "line" is no member of a path
+{"fqn":"a","fqn":7} | 12: "fqn" must be a string, not an integer
+{"fqn":null} | 2: "fqn" must be a string, not null
+{"fqn":"a","kind":false} | 12: "kind" must be a string or null, not a boolean
+{"fqn":"a","line":7.0} | 12: "line" must be an integer or null, not a float
+{"path":["b"]} | 2: "path" must be a string, not a list
 )");
   for (const auto& row : rows) {
     const Ran ran = suggest("symbol x", kIndex + row.at(0) + "\n");
-    EXPECT_EQ(ran.err, "<stdin>:8:" + row.at(1) + "\n");
+    EXPECT_EQ(ran.err, "<stdin>:12:" + row.at(1) + "\n");
     EXPECT_EQ(ran.out + std::to_string(ran.status), "1") << row.at(0);
   }
 }
@@ -89,7 +116,8 @@ TEST(Suggest, RefusesAWrongIndexAndWhatIsNoMiss) {
   const std::string only_ptag = kIndex.substr(0, kIndex.find('\n'));
   EXPECT_EQ(suggest("path x", "!_TAG_FILE_FORMAT\t2\n").err.substr(0, 11), "<stdin>:1:1");
   EXPECT_TRUE(suggest("path x", "!_TAG_FILE_FORMAT\t2\n").err.ends_with(how + "\n"));
-  EXPECT_EQ(suggest("symbol x", only_ptag).err, "<stdin>: the index holds no symbols" + how + "\n");
+  EXPECT_EQ(suggest("symbol x", only_ptag).err,
+            "<stdin>: the index holds no symbols and no paths" + how + "\n");
   for (const std::string held : {"symbol runner", "symbol io::Writer::write_all", "path src/w.c"}) {
     const Ran ran = suggest(held);
     const std::size_t blank = held.find(' ');
@@ -102,13 +130,17 @@ TEST(Suggest, RefusesAWrongIndexAndWhatIsNoMiss) {
 TEST(Suggest, KnowsEachPathOnceInTheOrderOfTheIndex) {
   const std::string file = testing::TempDir() + "next_steps_index" + std::to_string(::getpid());
   std::ofstream index(file);
-  for (const char path : std::string("hbbabagacdcadabacaeaafgh")) {
-    index << R"({"_type":"tag","name":"n","path":")" << path << "\"}\n";
+  std::string expected;
+  for (const bool again : {false, true}) {
+    for (int path = 5000; path > 0; --path) {  // so many that some share a place among the recent ones
+      index << R"({"_type":"tag","name":"n","path":")" << path << "\"}\n";
+      if (!again) expected += std::to_string(path) + ' ';
+    }
   }
   index.close();
   std::string paths;
-  next_steps_requests::read_ctags_index(file).visit_paths([&](std::string_view path) { paths += path; });
-  EXPECT_EQ(paths, "hbagcdef");
+  next_steps_requests::read_index(file).visit_paths([&](std::string_view path) { (paths += path) += ' '; });
+  EXPECT_EQ(paths, expected);
 }
 
 }  // namespace

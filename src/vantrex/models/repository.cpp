@@ -35,8 +35,16 @@ void InMemoryRepository::make_name_index() {
   name_index_.reset(new NameIndex(table_));
 }
 
+std::size_t InMemoryRepository::symbol_count() const noexcept {
+  return table_->symbol_count();
+}
+
+SymbolView InMemoryRepository::symbol_at(std::size_t position) const noexcept {
+  return table_->symbol(position);
+}
+
 void InMemoryRepository::visit_symbols(const SymbolVisitor& visit) const {
-  for (std::size_t number = 0; number < table_->symbol_count(); ++number) visit(table_->symbol(number));
+  for (std::size_t position = 0; position < symbol_count(); ++position) visit(symbol_at(position));
 }
 
 void InMemoryRepository::visit_paths(const PathVisitor& visit) const {

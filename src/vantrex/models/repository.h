@@ -8,6 +8,7 @@
 // it.
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <memory>
 #include <string>
@@ -87,6 +88,12 @@ class NEXT_STEPS_API InMemoryRepository final : public Repository {
   /// Makes the name index of the present entries. Takes half a second for a million symbols. Throws
   /// std::bad_alloc.
   void make_name_index();
+
+  /// How many symbols there are.
+  std::size_t symbol_count() const noexcept;
+  /// The symbol at `position`, which is below symbol_count(), in the order of the visit. Its texts are valid
+  /// until something is added.
+  SymbolView symbol_at(std::size_t position) const noexcept;
 
   void visit_symbols(const SymbolVisitor& visit) const override;
   void visit_paths(const PathVisitor& visit) const override;
