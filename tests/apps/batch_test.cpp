@@ -124,12 +124,7 @@ TEST(Batch, AgreesWithTheNaiveImplementation) {
   std::string expected;
   for (std::uint64_t seed = 0; seed < 20000; ++seed) {
     const fuzz::Request request = fuzz::Random(seed, fuzz::Domain::json).request();
-    values::JsonObject line{
-        {"response", request.answer}, {"tool", request.tool}, {"freshness", request.freshness}};
-    if (request.action) line.set("action", *request.action);
-    if (request.arguments) line.set("arguments", *request.arguments);
-    if (request.serves) line.set("serves", request.serves->names);
-    input += fuzz::naive::json_text(line) + '\n';
+    input += fuzz::naive::request_text(request) + '\n';
     expected += fuzz::naive::json_text(fuzz::naive::finish(request).answer) + '\n';
   }
   const std::string out = run("next-steps batch", input).out;
