@@ -24,7 +24,8 @@ fields and appends the calls that an agent may make next.")
 set(CPACK_DEBIAN_C_PACKAGE_NAME libnext-steps-c${PROJECT_VERSION_MAJOR})
 set(CPACK_DEBIAN_C_PACKAGE_SECTION libs)
 set(CPACK_DEBIAN_C_PACKAGE_SHLIBDEPS ON)
-set(CPACK_DEBIAN_C_PACKAGE_GENERATE_SHLIBS ON)
+set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
+set(CPACK_DEBIAN_C_PACKAGE_CONTROL_EXTRA ${PROJECT_SOURCE_DIR}/cmake/debian/triggers)
 set(CPACK_DEBIAN_C_DESCRIPTION "This package has the shared library with the C interface, for programs in C and
 for the packages of other languages.")
 
