@@ -56,6 +56,7 @@ struct next_steps_session {
 
 namespace {
 
+// NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables): it is the thread's
 thread_local std::string last_error;
 
 void set_last_error(const char* message) noexcept {
@@ -79,7 +80,7 @@ auto reporting(Operation operation) -> decltype(operation()) {
   return nullptr;
 }
 
-std::string_view text_of(const std::string& name, const char* text, std::size_t size) {
+std::string_view checked_text(const std::string& name, const char* text, std::size_t size) {
   if (text == nullptr) throw std::invalid_argument(name + " must not be null");
   if (size > std::numeric_limits<std::uint32_t>::max()) {
     throw std::invalid_argument(name + " must not be longer than 2^32 - 1 bytes");
@@ -91,7 +92,7 @@ std::string_view text_of(const std::string& name, const char* text, std::size_t 
 
 next_steps_session* next_steps_open(const char* options, std::size_t size) {
   return reporting([&] {
-    const std::string_view text = text_of("the options", options, size);
+    const std::string_view text = checked_text("the options", options, size);
     try {
       return new next_steps_session(requests::Members(text, "the options"));
     } catch (const requests::JsonError& error) {
@@ -109,7 +110,7 @@ char* next_steps_reply(next_steps_session* session, const char* request, std::si
   return reporting([&] {
     if (session == nullptr) throw std::invalid_argument("the session must not be null");
     const std::string reply =
-        requests::reply_to(text_of("the request", request, size), 1, session->context).line;
+        requests::reply_to(checked_text("the request", request, size), 1, session->context).line;
     char* copy = new char[reply.size() + 1];
     std::copy_n(reply.c_str(), reply.size() + 1, copy);
     if (reply_size != nullptr) *reply_size = reply.size();
@@ -117,7 +118,7 @@ char* next_steps_reply(next_steps_session* session, const char* request, std::si
   });
 }
 
-void next_steps_free(char* reply) {
+void next_steps_free(char* reply) {  // NOLINT(readability-non-const-parameter): it is freed
   delete[] reply;
 }
 
