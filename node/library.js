@@ -40,9 +40,10 @@ function loaded() {
 const library = loaded();
 const open = library.func("void *next_steps_open(const uint8_t *options, size_t size)");
 const close = library.func("void next_steps_close(void *session)");
+// A reply ends with a null byte. It becomes a string and is freed.
+koffi.disposable("next_steps_text", "str", library.func("void next_steps_free(void *reply)"));
 const reply = library.func(
-  "void *next_steps_reply(void *session, const uint8_t *request, size_t size, _Out_ size_t *reply_size)");
-const free = library.func("void next_steps_free(void *reply)");
+  "next_steps_text next_steps_reply(void *session, const uint8_t *request, size_t size, void *reply_size)");
 const lastError = library.func("const char *next_steps_last_error()");
 
 /** A wrong request or wrong options. The message is the library's, and says where the error is. */
@@ -85,9 +86,9 @@ function called(kept, func, ...args) {
 
 // Throws the reason of a null pointer, which only the thread of its call knows. So a call that failed on another
 // thread is repeated on this one: it fails for the same reason.
-function checked(pointer) {
-  if (pointer === null) throw new NextStepsError(lastError());
-  return pointer;
+function checked(result) {
+  if (result === null) throw new NextStepsError(lastError());
+  return result;
 }
 
 const sessions = new FinalizationRegistry(close);
@@ -106,13 +107,7 @@ const MAX_SMALL = 2048;
 /** Returns the reply to a request, both as text. One that may wait for a file is always handed over. */
 export async function replyTo(session, request, mayWait) {
   const bytes = Buffer.from(request);
-  const size = [0];
-  const args = [session.pointer, bytes, bytes.length, size];
+  const args = [session.pointer, bytes, bytes.length, null];
   const isSmall = bytes.length <= MAX_SMALL && !mayWait;
-  const text = checked((isSmall ? null : await called(session, reply, ...args)) ?? reply(...args));
-  try {
-    return koffi.decode(text, "char", size[0]);
-  } finally {
-    free(text);
-  }
+  return checked((isSmall ? null : await called(session, reply, ...args)) ?? reply(...args));
 }
