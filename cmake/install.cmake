@@ -1,4 +1,4 @@
-# Installs the library with a CMake package and a file for pkg-config, and the program.
+# Installs the library with a CMake package and a file for pkg-config, the program, and the C interface.
 include(CMakePackageConfigHelpers)
 include(GNUInstallDirs)
 
@@ -33,4 +33,6 @@ install(FILES schemas/catalogue.schema.json schemas/finished_answer.schema.json
 
 if(TARGET next-steps)
   install(TARGETS next-steps RUNTIME COMPONENT program)
+  install(TARGETS next_steps_c LIBRARY COMPONENT c NAMELINK_COMPONENT dev
+    FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT dev)
 endif()

@@ -40,6 +40,7 @@ target_sources(next_steps_internals INTERFACE FILE_SET HEADERS BASE_DIRS src FIL
 if(BUILD_SHARED_LIBS)
   target_compile_definitions(next_steps PUBLIC NEXT_STEPS_SHARED)
   next_steps_library(next_steps_static STATIC EXCLUDE_FROM_ALL)
+  set_target_properties(next_steps_static PROPERTIES POSITION_INDEPENDENT_CODE ON)  # it is part of libnext_steps_c
   target_link_libraries(next_steps_internals INTERFACE next_steps_static)
 else()
   target_link_libraries(next_steps_internals INTERFACE next_steps)

@@ -1,6 +1,6 @@
-# The Debian packages: libnext-steps-dev with the headers, the static library, the guide and the examples in C++,
-# and next-steps with the program, its manual page and the examples for it. They hold the components "dev" and
-# "program".
+# The Debian packages: libnext-steps-dev with the headers, the static library, the guide and the examples in C++;
+# next-steps with the program, its manual page and the examples for it; libnext-steps-c3, named after its soname,
+# with the C interface; and python3-next-steps. They hold the components "dev", "program", "c" and "python".
 set(CPACK_GENERATOR DEB)
 set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
@@ -10,6 +10,7 @@ set(CPACK_STRIP_FILES ON)
 
 set(CPACK_DEBIAN_DEV_PACKAGE_NAME libnext-steps-dev)
 set(CPACK_DEBIAN_DEV_PACKAGE_SECTION libdevel)
+set(CPACK_DEBIAN_DEV_PACKAGE_DEPENDS "libnext-steps-c${PROJECT_VERSION_MAJOR} (= ${PROJECT_VERSION})")
 set(CPACK_DEBIAN_DEV_PACKAGE_SUGGESTS "nlohmann-json3-dev, rapidjson-dev")
 set(CPACK_DEBIAN_DEV_DESCRIPTION "This package has the header files and the static library, with a CMake
 package, a file for pkg-config, the guide and the examples.")
@@ -19,6 +20,23 @@ set(CPACK_DEBIAN_PROGRAM_PACKAGE_SECTION utils)
 set(CPACK_DEBIAN_PROGRAM_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PROGRAM_DESCRIPTION "This package has the program: it takes answers as JSON, drops their null
 fields and appends the calls that an agent may make next.")
+
+set(CPACK_DEBIAN_C_PACKAGE_NAME libnext-steps-c${PROJECT_VERSION_MAJOR})
+set(CPACK_DEBIAN_C_PACKAGE_SECTION libs)
+set(CPACK_DEBIAN_C_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
+set(CPACK_DEBIAN_C_PACKAGE_CONTROL_EXTRA ${PROJECT_SOURCE_DIR}/cmake/debian/triggers)
+set(CPACK_DEBIAN_C_DESCRIPTION "This package has the shared library with the C interface, for programs in C and
+for the packages of other languages.")
+
+set(CPACK_DEBIAN_PYTHON_PACKAGE_NAME python3-next-steps)
+set(CPACK_DEBIAN_PYTHON_PACKAGE_SECTION python)
+set(CPACK_DEBIAN_PYTHON_PACKAGE_ARCHITECTURE all)
+set(CPACK_DEBIAN_PYTHON_PACKAGE_DEPENDS "libnext-steps-c${PROJECT_VERSION_MAJOR} (>= ${PROJECT_VERSION}), python3 (>= 3.9)")
+set(CPACK_DEBIAN_PYTHON_PACKAGE_CONTROL_EXTRA
+  ${PROJECT_SOURCE_DIR}/cmake/debian/postinst ${PROJECT_SOURCE_DIR}/cmake/debian/prerm)
+set(CPACK_DEBIAN_PYTHON_DESCRIPTION "This package has the module next_steps for Python 3. It finishes answers in
+the process of the server.")
 
 # next_steps_packaged(COMPONENT DESTINATION FILE...): adds files to the package only, not to an installation.
 function(next_steps_packaged component destination)
@@ -37,6 +55,10 @@ next_steps_packaged(dev ${dev_docs} cmake/debian/copyright ${packaged}/changelog
   ${packaged}/catalogue.md.gz)
 next_steps_packaged(program doc/next-steps cmake/debian/copyright ${packaged}/changelog.gz)
 next_steps_packaged(program man/man1 ${packaged}/next-steps.1.gz)
+next_steps_packaged(c doc/libnext-steps-c${PROJECT_VERSION_MAJOR} cmake/debian/copyright ${packaged}/changelog.gz)
+next_steps_packaged(python doc/python3-next-steps cmake/debian/copyright ${packaged}/changelog.gz python/README.md)
+file(GLOB python_module CONFIGURE_DEPENDS python/next_steps/*.py python/next_steps/py.typed)
+install(FILES ${python_module} DESTINATION lib/python3/dist-packages/next_steps COMPONENT python EXCLUDE_FROM_ALL)
 
 # next_steps_packaged_examples(COMPONENT DESTINATION PATTERN...): adds the files that match, except tests.
 function(next_steps_packaged_examples component destination)

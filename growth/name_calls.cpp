@@ -151,9 +151,9 @@ Work suggest(const std::string& lines, std::string_view wanted) {
   const auto line = [name = Text::lossy(wanted)](const char* what) {
     return compact_text(JsonObject{{"id", name}, {"suggest", what}, {"wanted", name}});
   };
-  return [file, index = next_steps_requests::IndexFile(file.path()), symbol = line("symbol"),
-          path = line("path")]() mutable {
-    for (const std::string& each : {symbol, path}) reply(each, {.index = &index});
+  return [file, index = std::make_shared<next_steps_requests::IndexFile>(file.path()),
+          symbol = line("symbol"), path = line("path")] {
+    for (const std::string& each : {symbol, path}) reply(each, {.index = index.get()});
   };
 }
 

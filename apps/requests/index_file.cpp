@@ -12,22 +12,27 @@
 namespace next_steps_requests {
 
 namespace {
+
 constexpr vantrex::logging::Logger logger("next_steps.requests");
+
+std::shared_ptr<const models::Repository> with_name_index(models::InMemoryRepository index) {
+  index.make_name_index();
+  return std::make_shared<models::InMemoryRepository>(std::move(index));
 }
+
+}  // namespace
 
 IndexFile::IndexFile(std::string file)
-    : file_(std::move(file)), seen_(state_of(file_)), index_(read_index(file_)) {
-  index_.make_name_index();
-}
+    : file_(std::move(file)), seen_(state_of(file_)), index_(with_name_index(read_index(file_))) {}
 
-const models::Repository& IndexFile::current() {
+std::shared_ptr<const models::Repository> IndexFile::current() {
+  const std::scoped_lock lock(mutex_);
   const State now = state_of(file_);
   if (now == seen_) return index_;
   seen_ = now;
   try {
     Input input(RegularFile{file_});
-    index_ = read_index(input);
-    index_.make_name_index();
+    index_ = with_name_index(read_index(input));
   } catch (const std::bad_alloc&) {
     throw;
   } catch (const std::exception&) {

@@ -1,8 +1,12 @@
 // An index file that may be replaced while the program runs.
+//
+// Threads: any number may use an IndexFile at once. While one reads a replaced file, the others wait for it.
 #pragma once
 
 #include <array>
 #include <cstdint>
+#include <memory>
+#include <mutex>
 #include <string>
 
 #include "requests/names.h"
@@ -17,9 +21,8 @@ class IndexFile {
 
   // Returns the index, and reads the file again first if it was replaced, which only a regular
   // file can be: others may make the reader wait. If that fails, the index that was read last
-  // stays in use, and a warning goes to the log. The reference is valid until the next
-  // call. Throws std::bad_alloc.
-  const models::Repository& current();
+  // stays in use, and a warning goes to the log. Throws std::bad_alloc.
+  std::shared_ptr<const models::Repository> current();
 
  private:
   // What changes with the file: inode, size, and the seconds and nanoseconds of the last
@@ -29,8 +32,9 @@ class IndexFile {
   static State state_of(const std::string& file);
 
   std::string file_;
-  State seen_;  // before the file was read last
-  models::InMemoryRepository index_;
+  std::mutex mutex_;  // for what follows
+  State seen_;        // before the file was read last
+  std::shared_ptr<const models::Repository> index_;
 };
 
 }  // namespace next_steps_requests

@@ -14,7 +14,9 @@ using vantrex::tool_handlers::tool_result_text;
 namespace {
 
 JsonObject error_object(std::size_t line_number, const JsonError& error) {
-  return {{"line", line_number}, {"column", error.place().column}, {"message", error.what()}};
+  return {{"line", line_number - 1 + error.place().line},
+          {"column", error.place().column},
+          {"message", error.what()}};
 }
 
 // Returns {"id": id, name: result}; without an id, {name: result}.
@@ -30,10 +32,11 @@ JsonObject answer(Members& members, const ReplyContext& context) {
   request.catalogue = context.catalogue;
   if (!request.miss) return answer_to(std::move(request));
   if (context.index == nullptr) {
-    members.reject("suggest", "needs an index; next-steps batch takes one with --index FILE");
+    members.reject("suggest",
+                   "needs an index; the option --index, or \"index\" of a session, names its file");
   }
   try {
-    return answer_to(std::move(request), &context.index->current());
+    return answer_to(std::move(request), context.index->current().get());
   } catch (const NoMiss& error) {
     members.reject("wanted", std::string("is ") + error.what());
   }

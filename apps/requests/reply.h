@@ -1,6 +1,6 @@
 // One request in, one reply out.
 //
-// Threads: an IndexFile serves one thread at a time; without one, any number of threads may call.
+// Threads: any number may call, also with the same context.
 #pragma once
 
 #include <cstddef>
@@ -29,9 +29,9 @@ struct Reply {
   std::optional<JsonError> error;  // set when the reply is an error
 };
 
-// Returns the reply to the line with the number `line_number`, whose form kRequestForms describes. Each line
-// has a reply. If the line cannot be read as JSON, the reply has the id if that ends before the error. Throws
-// std::bad_alloc.
+// Returns the reply to the request whose first line has the number `line_number`, and whose form
+// kRequestForms describes. Each line has a reply. If the line cannot be read as JSON, the reply has the id if
+// that ends before the error. Throws std::bad_alloc.
 Reply reply_to(std::string_view line, std::size_t line_number, const ReplyContext& context);
 
 }  // namespace next_steps_requests

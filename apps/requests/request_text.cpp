@@ -10,7 +10,6 @@
 
 namespace next_steps_requests {
 
-using values::JsonList;
 using values::JsonValue;
 using values::Kind;
 
@@ -18,20 +17,6 @@ namespace {
 
 std::string string_of(const JsonValue& value) {
   return std::string(*value.string());
-}
-
-// Returns the set that the list "serves" names.
-module::ServedTools served_tools(const JsonList& names, const Members& members) {
-  std::vector<module::ServedTool> served;
-  for (const JsonValue& each : names) {
-    if (!each.string()) members.reject("serves", "must be a list of strings");
-    try {
-      served.push_back(read_served_tool(*each.string()));
-    } catch (const std::invalid_argument& error) {
-      members.reject("serves", std::string("is wrong: ") + error.what());
-    }
-  }
-  return module::ServedTools(std::move(served));
 }
 
 // Rejects members that are neither common to all requests nor among `own`.
@@ -68,6 +53,21 @@ Request miss_request(Members& members) {
 
 }  // namespace
 
+std::optional<module::ServedTools> served_tools(Members& members) {
+  const JsonValue* names = members.optional("serves", Kind::list);
+  if (names == nullptr) return std::nullopt;
+  std::vector<module::ServedTool> served;
+  for (const JsonValue& each : *names->list()) {
+    if (!each.string()) members.reject("serves", "must be a list of strings");
+    try {
+      served.push_back(read_served_tool(*each.string()));
+    } catch (const std::invalid_argument& error) {
+      members.reject("serves", std::string("is wrong: ") + error.what());
+    }
+  }
+  return module::ServedTools(std::move(served));
+}
+
 ObjectReading read_request_members(std::string_view line, bool lossy) {
   ObjectReading strict = read_members(line, kRequest);
   if (!strict.error || !strict.error->concerns_encoding()) return strict;
@@ -85,9 +85,7 @@ Request request_of(Members& members, const module::ServedTools* serves) {
   if (JsonValue* freshness = members.optional("freshness", Kind::object)) {
     request.freshness = std::move(*freshness);
   }
-  if (const JsonValue* own = members.optional("serves", Kind::list)) {
-    request.own_serves = served_tools(*own->list(), members);
-  }
+  request.own_serves = served_tools(members);
   members.check_optional("lossy", Kind::boolean);  // read_request_members() has followed it
   return request;
 }

@@ -1,6 +1,7 @@
 // Requests as JSON text, one object on one line.
 #pragma once
 
+#include <optional>
 #include <string_view>
 
 #include "requests/json_reader.h"
@@ -33,6 +34,10 @@ inline constexpr std::string_view kRequest = "a request";
 // Reads the members of a request. If the encoding is wrong, and the request or else `lossy` allows that,
 // replaces what is ill-formed. Throws std::bad_alloc.
 ObjectReading read_request_members(std::string_view line, bool lossy);
+
+// Returns the set that the list "serves" of `members` names, or nothing without one. Throws JsonError and
+// std::bad_alloc.
+std::optional<module::ServedTools> served_tools(Members& members);
 
 // Takes the request out of its members; `serves` is for one that has none of its own. Throws JsonError and
 // std::bad_alloc.

@@ -15,6 +15,9 @@ namespace vantrex::fuzz::naive {
 // The compact JSON text of `value`. With `sorted`, the fields of every object are sorted by key.
 std::string json_text(const values::JsonValue& value, bool sorted = false);
 
+// The request as a line for `next-steps batch`.
+std::string request_text(const Request& request);
+
 // The bytes of the outermost hint fields of `value`, at any depth.
 std::size_t hint_size(const values::JsonValue& value);
 

@@ -90,4 +90,13 @@ std::string json_text(const JsonValue& value, bool sorted) {
   return "{" + out + "}";
 }
 
+std::string request_text(const Request& request) {
+  values::JsonObject line{
+      {"response", request.answer}, {"tool", request.tool}, {"freshness", request.freshness}};
+  if (request.action) line.set("action", *request.action);
+  if (request.arguments) line.set("arguments", *request.arguments);
+  if (request.serves) line.set("serves", request.serves->names);
+  return json_text(line);
+}
+
 }  // namespace vantrex::fuzz::naive

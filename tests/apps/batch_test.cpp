@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <initializer_list>
+#include <regex>
 #include <string>
 #include <utility>
 
@@ -66,12 +67,14 @@ TEST(Batch, AnswersEachLineInItsPlace) {
   }
   const Ran ran = run("next-steps batch --index examples/index/models.json", input);
   EXPECT_EQ(ran.out, expected);
+  const std::regex line_number(R"("line":\d+,"column")");  // to the C interface, each line is the first
+  EXPECT_EQ(run(NEXT_STEPS_C_BATCH R"( '{"index":"examples/index/models.json"}')", input).out,
+            std::regex_replace(expected, line_number, R"("line":1,"column")"));
   EXPECT_EQ(ran.status, 1);
   EXPECT_EQ(ran.err.substr(0, 11) + ran.err.substr(ran.err.find(" (")), "<stdin>:8:1 (lines rejected: 23)\n");
-  EXPECT_EQ(
-      run("next-steps batch", R"({"suggest":"path","wanted":"x"})").out,
-      R"({"error":{"line":1,"column":2,"message":"\"suggest\" needs an index; next-steps batch takes one )"
-      "with --index FILE\"}}\n");
+  EXPECT_EQ(run("next-steps batch", R"({"suggest":"path","wanted":"x"})").out,
+            R"({"error":{"line":1,"column":2,"message":"\"suggest\" needs an index; the option --index, or )"
+            "\\\"index\\\" of a session, names its file\"}}\n");
 }
 
 // Returns `text` with each `mark` replaced by `by`.
@@ -121,12 +124,7 @@ TEST(Batch, AgreesWithTheNaiveImplementation) {
   std::string expected;
   for (std::uint64_t seed = 0; seed < 20000; ++seed) {
     const fuzz::Request request = fuzz::Random(seed, fuzz::Domain::json).request();
-    values::JsonObject line{
-        {"response", request.answer}, {"tool", request.tool}, {"freshness", request.freshness}};
-    if (request.action) line.set("action", *request.action);
-    if (request.arguments) line.set("arguments", *request.arguments);
-    if (request.serves) line.set("serves", request.serves->names);
-    input += fuzz::naive::json_text(line) + '\n';
+    input += fuzz::naive::request_text(request) + '\n';
     expected += fuzz::naive::json_text(fuzz::naive::finish(request).answer) + '\n';
   }
   const std::string out = run("next-steps batch", input).out;
@@ -134,6 +132,7 @@ TEST(Batch, AgreesWithTheNaiveImplementation) {
   const char* with_own =
       "own=$(dirname $0)/own; next-steps catalogue --json >$own; next-steps batch --catalogue $own";
   EXPECT_TRUE(run(with_own, input).out == out);
+  EXPECT_TRUE(run(NEXT_STEPS_C_BATCH, input).out == out);
   const auto equal = std::ranges::mismatch(out, expected).in1 - out.begin();
   EXPECT_TRUE(out == expected) << "they differ in line "
                                << 1 + std::count(out.begin(), out.begin() + equal, '\n');
@@ -178,13 +177,15 @@ symbol to hird is third
 TEST(Batch, NeedsNoMoreMemoryForMoreLines) {
   // 1,000,000 requests in 30 MB of memory. The reader starts late.
   if (NEXT_STEPS_SANITIZED) GTEST_SKIP() << "the sanitizers need more memory than the limit";
-  const Ran ran = run(R"x(
-    ulimit -v 30000
-    printf '{"response":{"a":"%200s"},"tool":"x","id":%d}\n[\n{"response":{}}' x 7 >$(dirname $0)/lines
-    yes "$(<$(dirname $0)/lines)" | head -1000000 | next-steps batch | (sleep 1; wc -l)
-    exit ${PIPESTATUS[2]})x");
-  EXPECT_EQ(ran.out, "1000000\n");
-  EXPECT_EQ(ran.status, 1) << ran.err;
+  for (const std::string command : {"next-steps batch", NEXT_STEPS_C_BATCH}) {
+    const Ran ran = run(R"x(
+      ulimit -v 30000
+      printf '{"response":{"a":"%200s"},"tool":"x","id":%d}\n[\n{"response":{}}' x 7 >$(dirname $0)/lines
+      yes "$(<$(dirname $0)/lines)" | head -1000000 | )x" +
+                        command + " | (sleep 1; wc -l)\n exit ${PIPESTATUS[2]}");
+    EXPECT_EQ(ran.out, "1000000\n");
+    EXPECT_EQ(ran.status, command == "next-steps batch" ? 1 : 0) << ran.err;
+  }
 }
 
 TEST(Batch, WaitsWhenStandardInputAndOutputDoNotBlock) {
