@@ -53,7 +53,6 @@ ChildProcess::ChildProcess(const std::vector<std::string>& command, const sigset
   if (error != 0) throw requests::IoFailed(command.front());
   input_.close_source();
   output_.close_sink();
-  ::fcntl(input_.sink(), F_SETFL, O_NONBLOCK);  // NOLINT(*-vararg)
 }
 
 std::optional<int> ChildProcess::exit_status() const noexcept {

@@ -36,7 +36,7 @@ class ChildProcess {
   // mask. Throws IoFailed and std::bad_alloc.
   ChildProcess(const std::vector<std::string>& command, const sigset_t& mask);
 
-  // Where to write, without waiting, and where to read.
+  // Where to write and where to read.
   int input() const noexcept { return input_.sink(); }
   int output() const noexcept { return output_.source(); }
   void close_input() noexcept { input_.close_sink(); }

@@ -21,12 +21,14 @@ std::string id_text(std::string_view span) {
   if (span.empty()) return "";
   const JsonValue id = requests::read_json(span);
   const bool is_id = id.kind() == Kind::string || id.kind() == Kind::integer || id.kind() == Kind::floating;
-  return is_id ? values::compact_text(id) : "";
+  std::string text = is_id ? values::compact_text(id) : "";
+  if (text.ends_with(".0")) text.resize(text.size() - 2);  // 1 and 1.0 are the same number
+  return text;
 }
 
-// The string in `span`, or nothing.
-std::optional<std::string> string_in(std::string_view span) {
-  if (!span.starts_with('"')) return std::nullopt;
+// The string in `span`, or "".
+std::string string_in(std::string_view span) {
+  if (!span.starts_with('"')) return "";
   if (span.find('\\') == std::string_view::npos) return std::string(span.substr(1, span.size() - 2));
   const JsonValue text = requests::read_json(span);
   return std::string(text.string().value_or(""));
@@ -35,22 +37,30 @@ std::optional<std::string> string_in(std::string_view span) {
 }  // namespace
 
 void Conversation::from_client(std::string_view line) {
-  const auto [method_span, id, parameters] = members_of(line, {"method", "id", "params"});
-  const std::string method = string_in(method_span).value_or("");
-  if (method == "tools/call") call(line, id_text(id), parameters);
-  if (method == "tools/list") list(id_text(id), parameters);
-  if (method == "notifications/cancelled")
-    in_flight_.erase(id_text(members_of(parameters, {"requestId"})[0]));
+  visit_items(line, [this](std::string_view message) { take_request(message); });
+  take_request(line);
 }
 
-void Conversation::call(std::string_view line, const std::string& id, std::string_view parameters) {
-  const std::optional<std::string> tool = string_in(members_of(parameters, {"name"})[0]);
-  if (id.empty() || !tool || !tools_.touches(*tool)) return;
-  JsonObject message = requests::read_json_object(line, "a message");
+void Conversation::take_request(std::string_view message) {
+  const auto [method_span, id_span, parameters] = members_of(message, {"method", "id", "params"});
+  const std::string method = string_in(method_span);
+  if (method == "notifications/cancelled")
+    in_flight_.erase(id_text(members_of(parameters, {"requestId"})[0]));
+  const std::string id = id_text(id_span);
+  if (method.empty() || id.empty()) return;
+  if (method == "tools/call") call(message, id, parameters);
+  if (method == "tools/list") list(id, parameters);
+}
+
+void Conversation::call(std::string_view message, const std::string& id, std::string_view parameters) {
+  in_flight_.erase(id);  // a new request with an old id
+  const std::string tool = string_in(members_of(parameters, {"name"})[0]);
+  if (tool.empty() || !tools_.touches(tool)) return;
+  JsonObject fields = requests::read_json_object(message, "a message");
   requests::Request request;
-  request.tool = *tool;
+  request.tool = tool;
   request.catalogue = options_.catalogue;
-  JsonValue* const arguments = message.find("params")->object()->find("arguments");
+  JsonValue* const arguments = fields.find("params")->object()->find("arguments");
   if (arguments != nullptr && arguments->object() != nullptr) {
     request.arguments = std::move(*arguments->object());
     const auto action = std::as_const(*request.arguments)["action"].string();
@@ -63,14 +73,16 @@ void Conversation::call(std::string_view line, const std::string& id, std::strin
 }
 
 void Conversation::list(const std::string& id, std::string_view parameters) {
-  if (id.empty()) return;
-  in_flight_[id] = [this, cursor = string_in(members_of(parameters, {"cursor"})[0])](
-                       std::string_view answer) { return tools_.add_page(answer, cursor); };
+  std::string cursor = string_in(members_of(parameters, {"cursor"})[0]);
+  if (cursor.empty()) ++lists_;
+  in_flight_[id] = [this, cursor = std::move(cursor), list = lists_](std::string_view answer) {
+    return tools_.add_page(answer, cursor, list);
+  };
 }
 
 std::optional<std::string> Conversation::from_server(std::string_view line) {
   if (in_flight_.empty()) return std::nullopt;
-  for (const std::string_view message : items_of(line)) take(message);
+  visit_items(line, [this](std::string_view message) { take(message); });
   const OnAnswer on_answer = take(line);
   return on_answer ? on_answer(line) : std::nullopt;
 }

@@ -4,6 +4,7 @@
 // a server's own requests have other ones. Threads: one at a time.
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <map>
 #include <optional>
@@ -19,23 +20,28 @@ class Conversation {
  public:
   explicit Conversation(const ProxyOptions& options) : options_(options), tools_(options) {}
 
-  // Takes note of a line from the client. Throws JsonError and std::bad_alloc; the line then has no effect.
+  // Takes note of a line from the client. Throws JsonError and std::bad_alloc.
   void from_client(std::string_view line);
 
   // Returns what is to be passed on in place of a line from the server, or nothing if that is the line
   // itself. Throws JsonError and std::bad_alloc.
   std::optional<std::string> from_server(std::string_view line);
 
+  // Lets the answers to all calls in flight pass.
+  void forget_calls() noexcept { in_flight_.clear(); }
+
  private:
   // Returns the line that replaces the answer, or nothing.
   using OnAnswer = std::function<std::optional<std::string>(std::string_view line)>;
 
-  void call(std::string_view line, const std::string& id, std::string_view parameters);
+  void take_request(std::string_view message);
+  void call(std::string_view message, const std::string& id, std::string_view parameters);
   void list(const std::string& id, std::string_view parameters);
   OnAnswer take(std::string_view answer);
 
   ProxyOptions options_;
   ToolList tools_;
+  std::size_t lists_ = 0;                      // how many lists of tools were begun
   std::map<std::string, OnAnswer> in_flight_;  // by the JSON text of the id
 };
 

@@ -70,8 +70,10 @@ std::optional<std::string> finished_result(std::string_view line, requests::Requ
   std::vector<NewValue> changes;
   if (answer != nullptr) changes.push_back({spans[0], finished});
   if (replaces_text) {
-    const std::string_view item = items_of(spans[1])[*text];
-    changes.push_back({members_of(item, {"text"})[0], values::compact_text(JsonValue(finished))});
+    visit_items(spans[1], [&, position = std::size_t{0}](std::string_view item) mutable {
+      if (position++ != *text) return;
+      changes.push_back({members_of(item, {"text"})[0], values::compact_text(JsonValue(finished))});
+    });
   }
   return spliced(line, std::move(changes));
 }

@@ -101,14 +101,12 @@ void find_members(std::string_view text, std::span<const std::string_view> keys,
   } while (rest.take(','));
 }
 
-std::vector<std::string_view> items_of(std::string_view text) {
-  std::vector<std::string_view> items;
+void visit_items(std::string_view text, const std::function<void(std::string_view item)>& visit) {
   Rest rest(text);
-  if (!rest.take('[')) return items;
+  if (!rest.take('[')) return;
   do {
-    items.push_back(rest.take_value());
+    visit(rest.take_value());
   } while (rest.take(','));
-  return items;
 }
 
 std::string spliced(std::string_view line, std::vector<NewValue> values) {

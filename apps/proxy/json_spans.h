@@ -5,6 +5,7 @@
 #pragma once
 
 #include <array>
+#include <functional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -27,8 +28,8 @@ std::array<std::string_view, kCount> members_of(std::string_view text,
   return values;
 }
 
-// The items of the list `text`; none if it is no list. Throws std::bad_alloc.
-std::vector<std::string_view> items_of(std::string_view text);
+// Calls `visit` with each item of the list `text`; never if it is no list.
+void visit_items(std::string_view text, const std::function<void(std::string_view item)>& visit);
 
 struct NewValue {
   std::string_view old;  // a span

@@ -1,13 +1,15 @@
 #include "proxy/line_pump.h"
 
 #include <algorithm>
-#include <array>
 #include <cerrno>
+#include <climits>
 #include <iostream>
 #include <new>
-#include <poll.h>
 #include <unistd.h>
 #include <utility>
+
+#include <sys/socket.h>
+#include <sys/stat.h>
 
 #include "proxy/names.h"
 #include "requests/json_reader.h"
@@ -23,54 +25,48 @@ bool is_temporary(int error) noexcept {
   return error == EAGAIN || error == EINTR;
 }
 
+bool is_socket(int stream) noexcept {
+  struct stat found = {};
+  return ::fstat(stream, &found) == 0 && S_ISSOCK(found.st_mode);
+}
+
 }  // namespace
 
-void LinePump::run(const std::function<void()>& on_break) {
-  bool is_broken = false;
-  while (read()) {
-    if (!is_broken) rewrite_lines();
-    if (is_broken || !write(ready_)) {
-      if (!std::exchange(is_broken, true)) on_break();
-      buffer_.clear();
-    }
-    ready_ = 0;
-    searched_ = buffer_.size();
-  }
-  if (!is_broken) write(buffer_.size());
-}
+LinePump::LinePump(int source, int sink, Rewrite rewrite)
+    : source_(source), sink_(sink), is_socket_(is_socket(sink)), rewrite_(std::move(rewrite)) {}
 
-// Returns false if the stream is not ready and the pump is to stop.
-bool LinePump::wait_for(int stream, std::int16_t events) const noexcept {
-  std::array<pollfd, 2> awaited{{{stream, events, 0}, {streams_.stop, POLLIN, 0}}};
-  if (streams_.drains && events == POLLOUT) awaited[1].fd = -1;
-  while (::poll(awaited.data(), awaited.size(), -1) < 0 && is_temporary(errno)) {
-  }
-  return awaited[1].revents == 0 || (streams_.drains && awaited[0].revents != 0);
-}
-
-// Returns false at the end.
 bool LinePump::read() {
   try {
     buffer_.reserve(buffer_.size() + kReadSize);
-  } catch (const std::bad_alloc&) {  // the part of the line that is there passes
-    if (!write(std::exchange(searched_, 0))) return false;
+  } catch (const std::bad_alloc& error) {
+    if (buffer_.empty()) throw;
+    warn(error.what());
+    is_split_ = true;
+    ready_ = buffer_.size();
+    return false;
   }
   const std::size_t size = buffer_.size();
   buffer_.resize(size + kReadSize);
-  ssize_t count = 0;
-  do {
-    count = wait_for(streams_.source, POLLIN) ? ::read(streams_.source, buffer_.data() + size, kReadSize) : 0;
-  } while (count < 0 && is_temporary(errno));
+  const ssize_t count = ::read(source_, buffer_.data() + size, kReadSize);
+  const bool is_end = count == 0 || (count < 0 && !is_temporary(errno));
   buffer_.resize(size + static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
-  return count > 0;
+  if (is_dropped_) {
+    drop();
+  } else {
+    rewrite_lines();
+  }
+  if (is_end) end();
+  return true;
 }
 
 void LinePump::rewrite_lines() {
   std::size_t end = 0;
   while ((end = buffer_.find('\n', searched_)) != std::string::npos) {
-    ready_ += rewrite_line(end - ready_) + 1;
+    ready_ += (std::exchange(is_split_, false) ? end - ready_ : rewrite_line(end - ready_)) + 1;
     searched_ = ready_;  // the new line may be shorter
   }
+  searched_ = buffer_.size();
+  if (is_split_) ready_ = searched_;
 }
 
 // Rewrites the line of `size` bytes at ready_, and returns its new size.
@@ -82,24 +78,41 @@ std::size_t LinePump::rewrite_line(std::size_t size) {
     return changed->size();
   } catch (const requests::JsonError&) {  // it is no message
   } catch (const std::exception& error) {
-    if (!std::exchange(has_warned_, true)) {
-      std::cerr << "next-steps: an answer is passed on as it came: " << error.what() << '\n';
-    }
+    warn(error.what());
   }
   return size;
 }
 
-// Writes and forgets the first `size` bytes. Returns false if nobody reads them.
-bool LinePump::write(std::size_t size) {
-  std::string_view rest = std::string_view(buffer_).substr(0, size);
-  while (!rest.empty()) {
-    const ssize_t count = ::write(streams_.sink, rest.data(), rest.size());
-    if (count < 0 && !(is_temporary(errno) && wait_for(streams_.sink, POLLOUT))) return false;
-    rest.remove_prefix(static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
-  }
-  buffer_.erase(0, size);
+void LinePump::warn(const char* reason) {
+  if (!std::exchange(has_warned_, true))
+    std::cerr << "next-steps: an answer is passed on as it came: " << reason << '\n';
+}
+
+bool LinePump::write() noexcept {
+  const char* const rest = buffer_.data() + written_;
+  const std::size_t size = ready_ - written_;
+  // A pipe that is ready takes PIPE_BUF bytes at once, also if the stream may block.
+  const ssize_t count = is_socket_ ? ::send(sink_, rest, size, MSG_DONTWAIT)
+                                   : ::write(sink_, rest, std::min<std::size_t>(size, PIPE_BUF));
+  if (count < 0) return is_temporary(errno);
+  written_ += static_cast<std::size_t>(count);
+  if (written_ < ready_) return true;
+  buffer_.erase(0, ready_);
+  searched_ = buffer_.size();
+  written_ = ready_ = 0;
   if (buffer_.empty() && buffer_.capacity() > kKeptSize) buffer_ = std::string();
   return true;
+}
+
+void LinePump::end() noexcept {
+  has_ended_ = true;
+  ready_ = buffer_.size();
+}
+
+void LinePump::drop() noexcept {
+  is_dropped_ = true;
+  buffer_.clear();
+  written_ = ready_ = searched_ = 0;
 }
 
 }  // namespace next_steps_proxy

@@ -1,10 +1,10 @@
 // Passes lines from one stream to another, in one direction.
 //
-// Owns neither stream, and changes no flags, as others may share them. Threads: one for each pump.
+// Nothing here waits: the owner polls the streams and says when they are ready. Owns neither stream, and
+// changes no flags, as others may share them. Threads: one at a time.
 #pragma once
 
 #include <cstddef>
-#include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>
@@ -18,31 +18,39 @@ class LinePump {
   // throws JsonError, the line is passed on, too; after another exception with a warning, once.
   using Rewrite = std::function<std::optional<std::string>(std::string_view line)>;
 
-  struct Streams {
-    int source;
-    int sink;
-    int stop;     // has bytes or an end as soon as the pump is to stop
-    bool drains;  // whether to pass on first what the source has, and then to wait for the sink
-  };
+  LinePump(int source, int sink, Rewrite rewrite);
 
-  LinePump(const Streams& streams, Rewrite rewrite) : streams_(streams), rewrite_(std::move(rewrite)) {}
+  bool wants_to_write() const noexcept { return written_ < ready_; }
+  bool wants_to_read() const noexcept { return !has_ended_ && !wants_to_write(); }
+  bool has_ended() const noexcept { return has_ended_; }
+  bool is_done() const noexcept { return has_ended_ && !wants_to_write(); }
 
-  // Passes lines on until the source ends, and then the bytes after the last line. Calls `on_break` if nobody
-  // reads the sink any more; what is read later is dropped. Throws std::bad_alloc.
-  void run(const std::function<void()>& on_break);
+  // Reads what the source has; it must be ready. Returns false if there is no memory for the rest of a line:
+  // that line is passed on as it comes, with the warning. Throws std::bad_alloc.
+  bool read();
+  // Writes some of what waits; the sink must be ready. Returns false if nobody reads it any more.
+  bool write() noexcept;
+  // Reads no more. The bytes after the last line are still to be passed on.
+  void end() noexcept;
+  // Forgets what waits, and drops all that is read later.
+  void drop() noexcept;
 
  private:
-  bool wait_for(int stream, std::int16_t events) const noexcept;
-  bool read();
   void rewrite_lines();
   std::size_t rewrite_line(std::size_t size);
-  bool write(std::size_t size);
+  void warn(const char* reason);
 
-  Streams streams_;
+  int source_;
+  int sink_;
+  bool is_socket_;  // the sink
   Rewrite rewrite_;
   std::string buffer_;
-  std::size_t ready_ = 0;     // the end of the lines that are rewritten
+  std::size_t written_ = 0;
+  std::size_t ready_ = 0;     // the end of what is to be written
   std::size_t searched_ = 0;  // there is no line feed from ready_ to here
+  bool is_split_ = false;     // whether a part of the line that comes is passed on already
+  bool has_ended_ = false;
+  bool is_dropped_ = false;
   bool has_warned_ = false;
 };
 

@@ -1,17 +1,23 @@
 #include "proxy/proxy.h"
 
+#include <algorithm>
+#include <array>
+#include <cerrno>
 #include <chrono>
 #include <csignal>
 #include <fcntl.h>
-#include <mutex>
 #include <optional>
+#include <poll.h>
 #include <string_view>
-#include <thread>
 #include <unistd.h>
+
+#include <sys/signalfd.h>
 
 #include "proxy/child_process.h"
 #include "proxy/conversation.h"
 #include "proxy/line_pump.h"
+#include "proxy/names.h"
+#include "requests/failures.h"
 
 namespace next_steps_proxy {
 
@@ -19,75 +25,174 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-// How long the server has after the end of its input, and again after SIGTERM.
+// How long the server has after the end of its input, and again after SIGTERM; and how long a client that
+// reads nothing has after the end of the server.
 constexpr std::chrono::seconds kPatience{1};
 
-// The threads send it to the process when one side has ended. Users do not send it.
-int side_ended() noexcept {
-  return SIGRTMIN;
-}
-void report_end() noexcept {
-  ::kill(::getpid(), side_ended());
-}
-
-// Signals that wait until they are asked for, in all threads.
+// Signals that are read from a descriptor instead of ending the process.
 class Signals {
  public:
   Signals() {
     static_cast<void>(::signal(SIGPIPE, SIG_IGN));
     static_cast<void>(::signal(SIGCHLD, SIG_DFL));
-    ::sigemptyset(&awaited_);
-    for (const int each : {SIGINT, SIGTERM, SIGCHLD, side_ended()}) ::sigaddset(&awaited_, each);
-    ::pthread_sigmask(SIG_BLOCK, &awaited_, &before_);
+    sigset_t awaited = {};
+    ::sigemptyset(&awaited);
+    for (const int each : {SIGHUP, SIGINT, SIGQUIT, SIGTERM, SIGCHLD}) ::sigaddset(&awaited, each);
+    ::pthread_sigmask(SIG_BLOCK, &awaited, &before_);
+    descriptor_ = ::signalfd(-1, &awaited, SFD_CLOEXEC | SFD_NONBLOCK);
+    if (descriptor_ < 0) throw requests::IoFailed("signals");
   }
+  Signals(const Signals&) = delete;
+  Signals& operator=(const Signals&) = delete;
+  ~Signals() { ::close(descriptor_); }
 
   const sigset_t& before() const noexcept { return before_; }
+  int descriptor() const noexcept { return descriptor_; }
 
-  // Lets SIGINT and SIGTERM end the process from now on.
-  static void unblock_ending() noexcept {
-    sigset_t ending = {};
-    ::sigemptyset(&ending);
-    ::sigaddset(&ending, SIGINT);
-    ::sigaddset(&ending, SIGTERM);
-    ::pthread_sigmask(SIG_UNBLOCK, &ending, nullptr);
-  }
-
-  // Waits for the next signal. Returns -1 at the deadline, and sometimes earlier.
-  int next(std::optional<Clock::time_point> deadline) const noexcept {
-    if (!deadline) return ::sigwaitinfo(&awaited_, nullptr);
-    const auto left = std::max<Clock::duration>(*deadline - Clock::now(), Clock::duration::zero());
-    const auto seconds = std::chrono::floor<std::chrono::seconds>(left);
-    const timespec time{seconds.count(), std::chrono::nanoseconds(left - seconds).count()};
-    return ::sigtimedwait(&awaited_, nullptr, &time);
+  // The next signal, or 0.
+  int next() const noexcept {
+    signalfd_siginfo signal = {};
+    const bool is_there = ::read(descriptor_, &signal, sizeof(signal)) == sizeof(signal);
+    return is_there ? static_cast<int>(signal.ssi_signo) : 0;
   }
 
  private:
-  sigset_t awaited_ = {};
+  int descriptor_ = -1;
   sigset_t before_ = {};
 };
 
-// Waits until the server ends, and returns its status. Passes signals on. After the end of a side it sends
-// signals of its own.
-int wait_for_end(const ChildProcess& server, const Signals& signals) {
-  std::optional<Clock::time_point> deadline;
-  int next_signal = SIGTERM;
-  std::optional<int> status;
-  while (!(status = server.exit_status())) {
-    const int signal = signals.next(deadline);
-    if (signal == side_ended()) {
-      if (!deadline && next_signal == SIGTERM) deadline = Clock::now() + kPatience;
-    } else if (signal > 0 && signal != SIGCHLD) {
-      server.send_signal(signal);
-    } else if (deadline && Clock::now() >= *deadline) {
-      server.send_signal(next_signal);
-      deadline = next_signal == SIGTERM ? std::optional(*deadline + kPatience) : std::nullopt;
-      next_signal = SIGKILL;
-    }
+// One loop serves both directions, so that neither side stalls the other.
+class Proxy {
+ public:
+  Proxy(const std::vector<std::string>& command, const ProxyOptions& options)
+      : server_(command, signals_.before()),
+        conversation_(options),
+        to_server_(STDIN_FILENO, server_.input(),
+                   [this](std::string_view line) {
+                     conversation_.from_client(line);
+                     return std::nullopt;
+                   }),
+        to_client_(server_.output(), STDOUT_FILENO,
+                   [this](std::string_view line) { return conversation_.from_server(line); }) {}
+
+  // Returns the server's status.
+  int run() {
+    while (!status_ || !(is_deaf_ || to_client_.is_done())) step();
+    // Processes that the server has left behind had their signal, too.
+    if (next_signal_ == SIGKILL) server_.send_signal(SIGKILL);
+    return *status_;
   }
-  // Processes that the server has left behind had their signal, too.
-  if (next_signal == SIGKILL) server.send_signal(SIGKILL);
-  return *status;
-}
+
+ private:
+  void step() {
+    const auto watch = [](bool is_wanted, int stream, int events) {
+      return pollfd{is_wanted ? stream : -1, static_cast<std::int16_t>(events), 0};
+    };
+    const bool drains = status_ && to_client_.wants_to_read();  // what a dead server has written is there
+    const bool hears = !status_ && !to_server_.has_ended() && (to_server_.wants_to_read() || !has_left_);
+    std::array<pollfd, 5> streams = {
+        {watch(true, signals_.descriptor(), POLLIN),
+         watch(hears, STDIN_FILENO, to_server_.wants_to_read() ? POLLIN : POLLRDHUP),
+         watch(!status_ && to_server_.wants_to_write(), server_.input(), POLLOUT),
+         watch(to_client_.wants_to_read(), server_.output(), POLLIN),
+         watch(!is_deaf_, STDOUT_FILENO, to_client_.wants_to_write() ? POLLOUT : 0)}};
+    const int ready = ::poll(streams.data(), streams.size(), drains ? 0 : milliseconds_left());
+    if (ready < 0) return;  // interrupted
+    const auto& [signals, client_in, server_in, server_out, client_out] = streams;
+    if (client_in.revents != 0) hear();
+    if (server_in.revents != 0) write_to_server();
+    if (server_out.revents != 0) {
+      read(to_client_);
+    } else if (drains) {
+      to_client_.end();
+    }
+    if (client_out.revents != 0) write_to_client();
+    if (to_server_.is_done()) server_.close_input();
+    if (to_client_.has_ended()) end_input();
+    if (signals.revents != 0) take_signal();
+    if (deadline_ && Clock::now() >= *deadline_ && (ready == 0 || !status_)) end_patience();
+  }
+
+  // Up to the deadline; -1 without one.
+  int milliseconds_left() const {
+    if (!deadline_) return -1;
+    const auto left = std::chrono::ceil<std::chrono::milliseconds>(*deadline_ - Clock::now());
+    return std::max(static_cast<int>(left.count()), 0);
+  }
+
+  void read(LinePump& pump) {
+    if (!pump.read()) conversation_.forget_calls();  // one of them may be answered by the line
+  }
+
+  // Reads from the client, or notes its end while the server does not take what was read before.
+  void hear() {
+    if (to_server_.wants_to_read()) {
+      read(to_server_);
+      has_left_ = to_server_.has_ended();
+    } else {
+      has_left_ = true;
+    }
+    if (has_left_) start_clock();
+  }
+
+  void write_to_server() {
+    if (!to_server_.write()) to_server_.drop();
+    if (deadline_ && next_signal_ == SIGTERM) deadline_ = Clock::now() + kPatience;
+  }
+
+  void write_to_client() {
+    if (to_client_.wants_to_write() && to_client_.write()) {
+      if (status_) deadline_ = Clock::now() + kPatience;
+      return;
+    }
+    is_deaf_ = true;
+    to_client_.drop();
+    end_input();
+  }
+
+  // Ends the server's input, as nobody gets answers any more.
+  void end_input() {
+    to_server_.drop();
+    to_server_.end();
+    server_.close_input();
+    start_clock();
+  }
+
+  void start_clock() {
+    if (!deadline_ && next_signal_ == SIGTERM) deadline_ = Clock::now() + kPatience;
+  }
+
+  // Passes a signal on, or takes note of the server's end.
+  void take_signal() {
+    const int signal = signals_.next();
+    if (signal != 0 && signal != SIGCHLD) {
+      is_deaf_ |= status_.has_value();  // the user waits no longer for the client
+      return server_.send_signal(signal);
+    }
+    if (!status_ && (status_ = server_.exit_status())) deadline_ = Clock::now() + kPatience;
+  }
+
+  void end_patience() {
+    if (status_) {
+      is_deaf_ = true;
+      return;
+    }
+    server_.send_signal(next_signal_);
+    deadline_ = next_signal_ == SIGTERM ? std::optional(Clock::now() + kPatience) : std::nullopt;
+    next_signal_ = SIGKILL;
+  }
+
+  Signals signals_;
+  ChildProcess server_;
+  Conversation conversation_;
+  LinePump to_server_;
+  LinePump to_client_;
+  std::optional<int> status_;                  // of the server, when it has ended
+  std::optional<Clock::time_point> deadline_;  // of the server, or after its end of the client
+  int next_signal_ = SIGTERM;                  // to the server, at the deadline
+  bool has_left_ = false;                      // whether the client sends no more
+  bool is_deaf_ = false;                       // whether the client reads no more
+};
 
 }  // namespace
 
@@ -96,34 +201,7 @@ int run_proxy(const std::vector<std::string>& command, const ProxyOptions& optio
   for (int stream = STDIN_FILENO; stream <= STDERR_FILENO; ++stream) {
     if (::fcntl(stream, F_GETFD) < 0) ::open("/dev/null", O_RDWR);  // NOLINT(*-vararg, android-*)
   }
-  const Signals signals;
-  ChildProcess server(command, signals.before());
-  Pipe ended;  // its sink is closed when the server has ended
-  Conversation conversation(options);
-  std::mutex mutex;  // for the conversation
-  std::jthread to_server([&] {
-    LinePump pump({STDIN_FILENO, server.input(), ended.source(), false},
-                  [&](std::string_view line) -> std::optional<std::string> {
-                    const std::lock_guard lock(mutex);
-                    conversation.from_client(line);
-                    return std::nullopt;
-                  });
-    pump.run([] {});
-    server.close_input();
-    report_end();
-  });
-  std::jthread to_client([&] {
-    LinePump pump({server.output(), STDOUT_FILENO, ended.source(), true}, [&](std::string_view line) {
-      const std::lock_guard lock(mutex);
-      return conversation.from_server(line);
-    });
-    pump.run(report_end);
-    report_end();
-  });
-  const int status = wait_for_end(server, signals);
-  ended.close_sink();
-  Signals::unblock_ending();  // the client may never read the rest
-  return status;
+  return Proxy(command, options).run();
 }
 
 }  // namespace next_steps_proxy

@@ -39,28 +39,32 @@ bool ToolList::touches(std::string_view tool) const {
          std::any_of(tables.signals.begin(), tables.signals.end(), is_signal);
 }
 
-std::optional<std::string> ToolList::add_page(std::string_view line,
-                                              const std::optional<std::string>& cursor) {
+std::optional<std::string> ToolList::add_page(std::string_view line, std::string_view cursor,
+                                              std::size_t list) {
   const JsonValue message = requests::read_json(line);
   const JsonList* const tools = message["result"]["tools"].list();
   if (tools == nullptr) return std::nullopt;
   const auto [page] = members_of(members_of(line, {"result"})[0], {"tools"});
-  const std::vector<std::string_view> spans = items_of(page);
   std::vector<module::ServedTool> listed;
   std::vector<NewValue> changes;
-  for (std::size_t i = 0; i < tools->size(); ++i) {
-    const JsonValue& tool = (*tools)[i];
+  visit_items(page, [&, position = std::size_t{0}](std::string_view span) mutable {
+    const JsonValue& tool = (*tools)[position++];
     add(tool, listed);
     const JsonObject* const schema = tool["outputSchema"].object();
-    if (schema == nullptr || !touches(tool["name"].string().value_or(""))) continue;
-    changes.push_back(
-        {members_of(spans[i], {"outputSchema"})[0], values::compact_text(widened_schema(*schema))});
-  }
-  if (!cursor || cursor == next_page_) {
-    if (!cursor) pages_.clear();
+    if (schema == nullptr || !touches(tool["name"].string().value_or(""))) return;
+    changes.push_back({members_of(span, {"outputSchema"})[0], values::compact_text(widened_schema(*schema))});
+  });
+  if (cursor.empty() ? list > served_list_ : cursor == next_page_) {
+    if (cursor.empty()) {
+      pages_.clear();
+      list_ = list;
+    }
     pages_.insert(pages_.end(), listed.begin(), listed.end());
-    next_page_ = message["result"]["nextCursor"].string();
-    if (!next_page_) listed_ = module::ServedTools(std::exchange(pages_, {}));
+    next_page_ = message["result"]["nextCursor"].string().value_or("");
+    if (next_page_.empty()) {
+      listed_ = module::ServedTools(std::exchange(pages_, {}));
+      served_list_ = list_;
+    }
   }
   return changes.empty() ? std::nullopt : std::optional(spliced(line, std::move(changes)));
 }

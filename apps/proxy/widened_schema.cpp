@@ -1,8 +1,12 @@
 #include "proxy/widened_schema.h"
 
+#include <algorithm>
+#include <charconv>
+#include <cstddef>
 #include <set>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "proxy/names.h"
@@ -39,17 +43,14 @@ bool is_one_of(std::string_view key, const Keys&... keys) {
   return ((key == keys) || ...);
 }
 
-JsonObject* object_at(JsonObject& parent, std::string_view key) {
-  JsonValue* const value = parent.find(key);
-  return value == nullptr ? nullptr : value->object();
+bool goes_at_root(std::string_view key) {
+  return std::find(std::begin(kDroppedAtRoot), std::end(kDroppedAtRoot), key) != std::end(kDroppedAtRoot);
 }
 
 // A value in a schema.
 struct Part {
   JsonValue* value;
-  std::string_view key;  // of the field that it is, or is in
-  bool is_schema;        // or a list of schemas; otherwise an object of them
-  bool is_root;          // whether the answer itself must fit it
+  bool is_schema;  // or a list of schemas; otherwise an object of them
 };
 
 class Widening {
@@ -57,91 +58,140 @@ class Widening {
   explicit Widening(JsonObject schema) : root_(std::move(schema)) {}
 
   JsonObject result() && {
-    std::size_t known = 0;
-    do {
-      known = opened_.size();
-      relax_parts();
-    } while (opened_.size() != known);
+    relax_all();
+    open_all();
+    for (JsonValue* const schema : schemas_) redirect(*schema->object());
+    // The inner ones first: what is removed moves its neighbours.
+    for (std::size_t i = schemas_.size(); i > 0; --i) {
+      if (!opened_.contains(schemas_[i - 1])) continue;
+      for (const std::string_view key : kDroppedAtRoot) schemas_[i - 1]->object()->remove(key);
+    }
     if (is_lost_) root_ = JsonObject{{"type", "object"}};
     JsonObject& schema = *root_.object();
-    if (object_at(schema, "properties") == nullptr) schema.set("properties", JsonObject());
+    if (schema["properties"].object() == nullptr) schema.set("properties", JsonObject());
     const JsonObject steps{{"description", "Calls that may be made next: a list of {tool, args, reason}"}};
-    object_at(schema, "properties")->set("next_steps", steps);
+    schema.find("properties")->object()->set("next_steps", steps);
     return std::move(schema);
   }
 
  private:
-  void relax_parts() {
-    std::vector<Part> waiting = {{&root_, "", true, true}};
+  // Relaxes every subschema, and lists them: the outer ones first.
+  void relax_all() {
+    std::vector<Part> waiting = {{&root_, true}};
     while (!waiting.empty()) {
       const Part part = waiting.back();
       waiting.pop_back();
       if (JsonList* const list = part.value->list()) {
-        for (std::size_t i = 0; i < list->size(); ++i) {
-          waiting.push_back({list->item(i), part.key, part.is_schema, part.is_root});
-        }
+        for (std::size_t i = 0; i < list->size(); ++i) waiting.push_back({list->item(i), part.is_schema});
       }
-      if (part.value->object() != nullptr) relax(part, *part.value->object(), waiting);
+      JsonObject* const object = part.value->object();
+      if (object == nullptr) continue;
+      if (part.is_schema) relax(*part.value, *object);
+      for (const values::JsonField& field : *object) {
+        const std::string_view key = field.key.view();
+        if (part.is_schema && is_one_of(key, "enum", "const", "default", "examples")) continue;
+        const bool has_names = is_one_of(key, "properties", "patternProperties", "$defs", "definitions");
+        waiting.push_back({object->find(key), !part.is_schema || !has_names});
+      }
     }
   }
 
-  // Relaxes a schema but not what is in it, which is to wait.
-  void relax(const Part& part, JsonObject& object, std::vector<Part>& waiting) {
-    const bool is_root = part.is_root || (part.is_schema && is_opened(part.key));
-    if (part.is_schema) relax_keywords(object, is_root);
-    for (const values::JsonField& field : object) {
-      const std::string_view key = field.key.view();
-      if (part.is_schema && is_one_of(key, "$ref", "$dynamicRef", "$recursiveRef"))
-        follow(field.value, is_root);
-      if (part.is_schema && is_one_of(key, "enum", "const", "default", "examples")) continue;
-      const bool has_names = is_one_of(key, "properties", "patternProperties", "$defs", "definitions");
-      waiting.push_back({object.find(key), key, !part.is_schema || !has_names,
-                         part.is_schema && is_root && is_one_of(key, "allOf", "anyOf")});
-    }
-  }
-
-  static void relax_keywords(JsonObject& schema, bool is_root) {
+  // Relaxes a schema but not what is in it.
+  void relax(JsonValue& value, JsonObject& schema) {
+    is_lost_ |= schema.contains("$dynamicRef") || schema.contains("$recursiveRef") ||
+                (schema.contains("$id") && &value != &root_);
     for (const std::string_view key : kDropped) schema.remove(key);
-    if (auto one_of = schema.remove("oneOf")) {  // several of the relaxed schemas may fit
-      JsonList all_of;
-      if (auto any_of = schema.remove("anyOf")) all_of.push_back(JsonObject{{"anyOf", *std::move(any_of)}});
-      if (auto others = schema.remove("allOf")) all_of.push_back(JsonObject{{"allOf", *std::move(others)}});
-      schema.set("anyOf", *std::move(one_of));
-      if (!all_of.empty()) schema.set("allOf", std::move(all_of));
-    }
     for (const std::string_view key : {"enum", "const"}) {
-      if (JsonValue* value = schema.find(key)) *value = module::without_null_fields(std::move(*value));
+      if (JsonValue* each = schema.find(key)) *each = module::without_null_fields(std::move(*each));
     }
-    if (!is_root) return;
-    for (const std::string_view key : kDroppedAtRoot) schema.remove(key);
-    if (JsonObject* const properties = object_at(schema, "properties")) properties->remove("next_steps");
+    if (auto one_of = schema.remove("oneOf")) {  // several of the relaxed schemas may fit
+      if (!schema.contains("anyOf")) {
+        schema.set("anyOf", *std::move(one_of));
+      } else {
+        if (schema["allOf"].list() == nullptr) schema.set("allOf", JsonList());
+        schema.find("allOf")->list()->push_back(JsonObject{{"anyOf", *std::move(one_of)}});
+        moved_.insert(&value);
+      }
+    }
+    schemas_.push_back(&value);
   }
 
-  // Notes where a reference leads.
-  void follow(const JsonValue& reference, bool is_root) {
-    const std::string pointer = std::string(reference.string().value_or("")) + "/";
-    const auto passes = [&](std::string_view key) {
-      return pointer.find("/" + std::string(key) + "/") != std::string::npos;
-    };
-    for (const std::string_view key : kDropped) is_lost_ |= passes(key);
-    is_lost_ |=
-        passes("oneOf") || pointer.starts_with("#/additionalProp") || pointer.starts_with("#/patternProp");
-    if (!is_root || pointer == "#/") return;
-    const std::size_t name = pointer.rfind('/', pointer.size() - 2) + 1;
-    const bool is_name = pointer.starts_with("#/") && pointer.find_first_of("~%") == std::string::npos &&
-                         pointer.find_first_not_of("0123456789/", name) != std::string::npos;
-    opened_.insert(is_name && opened_.size() < kMaxOpened ? pointer.substr(name, pointer.size() - name - 1)
-                                                          : "");
+  // Finds the schemas that the answer itself must fit.
+  void open_all() {
+    std::vector<JsonValue*> waiting = {&root_};
+    while (!waiting.empty()) {
+      JsonValue* const value = waiting.back();
+      waiting.pop_back();
+      if (value == nullptr || value->object() == nullptr || !opened_.insert(value).second) continue;
+      JsonObject& schema = *value->object();
+      for (const std::string_view key : {"allOf", "anyOf"}) {
+        JsonValue* const field = schema.find(key);
+        JsonList* const list = field == nullptr ? nullptr : field->list();
+        for (std::size_t i = 0; list != nullptr && i < list->size(); ++i) waiting.push_back(list->item(i));
+      }
+      if (const auto reference = schema["$ref"].string()) waiting.push_back(target(*reference).value);
+      JsonValue* const properties = schema.find("properties");
+      if (properties == nullptr || properties->object() == nullptr) continue;
+      if (JsonValue* steps = properties->object()->find("next_steps")) *steps = JsonObject();
+    }
   }
 
-  // Whether a reference from the root leads to the schema under this key, or may do so.
-  bool is_opened(std::string_view key) const { return opened_.contains("") || opened_.contains(key); }
+  struct Target {
+    JsonValue* value;     // null if it goes, or is not found
+    std::string pointer;  // where it is now
+  };
 
-  static constexpr std::size_t kMaxOpened = 16;
+  // Where a reference leads.
+  Target target(std::string_view reference) {
+    Target at{reference.starts_with('#') ? &root_ : nullptr, "#"};
+    reference.remove_prefix(std::min<std::size_t>(reference.size(), 1));
+    while (at.value != nullptr && !reference.empty()) {
+      const std::size_t end = std::min(reference.find('/', 1), reference.size());
+      if (reference.front() != '/') return {nullptr, ""};
+      enter(at, reference.substr(1, end - 1));
+      reference.remove_prefix(end);
+    }
+    return at;
+  }
+
+  // Follows a reference into the field or the item `key`. Escapes are not known.
+  void enter(Target& at, std::string_view key) {
+    JsonValue* value = std::exchange(at.value, nullptr);
+    if (JsonList* const list = value->list()) {
+      std::size_t position = list->size();
+      std::from_chars(key.data(), key.data() + key.size(), position);
+      at.value = list->item(position);
+    }
+    at.pointer += '/';
+    if (JsonObject* const object = value->object()) {
+      const bool was_one_of = key == "oneOf" && !object->contains(key);
+      if (was_one_of && moved_.contains(value)) {
+        JsonList* const all_of = object->find("allOf")->list();
+        at.pointer += "allOf/" + std::to_string(all_of->size() - 1) + "/";
+        at.value = all_of->item(all_of->size() - 1)->object()->find("anyOf");
+      } else {
+        const bool goes = opened_.contains(value) && goes_at_root(key);
+        at.value = goes ? nullptr : object->find(was_one_of ? "anyOf" : key);
+      }
+      if (was_one_of) key = "anyOf";
+    }
+    at.pointer += key;
+  }
+
+  // Lets a reference lead to where its target is now.
+  void redirect(JsonObject& schema) {
+    const auto reference = schema["$ref"].string();
+    if (!reference) return;
+    const Target now = target(*reference);
+    is_lost_ |= now.value == nullptr;
+    if (now.pointer != *reference) *schema.find("$ref") = now.pointer;
+  }
 
   JsonValue root_;
-  std::set<std::string, std::less<>> opened_;  // "" for everything
-  bool is_lost_ = false;                       // a reference may lead to what is dropped
+  std::vector<JsonValue*> schemas_;
+  std::set<const JsonValue*> moved_;   // whose "oneOf" is the last item of "allOf"
+  std::set<const JsonValue*> opened_;  // schemas that the answer itself must fit
+  bool is_lost_ = false;               // a reference leads to what goes, or may do so
 };
 
 }  // namespace

@@ -67,16 +67,21 @@ TEST(Proxy, KnowsWhichCallIsAnswered) {
     std::string client, id;
     bool is_finished;
   };
-  for (const Row& row : {Row{call("1", "act"), "1", true},
-                         {call("\"1\"", "act"), "1", false},
-                         {call(R"("\u00e9\/")", "act"), "\"é/\"", true},
-                         {call("1", "act") + cancelled, "1", true},
-                         {call("\"1\"", "act") + cancelled, "\"1\"", false},
-                         {call("1", "act") + answer("1", before).replace(2, 6, "error"), "1", false},
-                         {call("1", "act") + "[{\"id\":1}]\n", "1", true},
-                         {call("1", "act") + "[{\"id\":1,\"error\":0}]\n", "1", false},
-                         {call("1", "act") + "{\"method\":\"ping\",\"id\":1,\"result\":1}\n", "1", true},
-                         {call("null", "act") + call("true", "act"), "null", false}}) {
+  for (const Row& row :
+       {Row{call("1", "act"), "1", true},
+        {call("\"1\"", "act"), "1", false},
+        {call(R"("\u00e9\/")", "act"), "\"é/\"", true},
+        {call("1", "act") + cancelled, "1", true},
+        {call("\"1\"", "act") + cancelled, "\"1\"", false},
+        {call("1", "act") + answer("1", before).replace(2, 6, "error"), "1", false},
+        {call("1", "act") + "[{\"id\":1}]\n", "1", true},
+        {call("1", "act") + "[{\"id\":1,\"error\":0}]\n", "1", false},
+        {call("1", "act") + "{\"method\":\"ping\",\"id\":1,\"result\":1}\n", "1", true},
+        {call("1", "act"), "1.0", true},
+        {call("1", "act") + call("1", "other"), "1", false},
+        {call("1", "act") + "[" + cancelled.substr(0, cancelled.size() - 1) + "]\n", "1", true},
+        {call("\"1\"", "act") + "[" + cancelled.substr(0, cancelled.size() - 1) + "]\n", "\"1\"", false},
+        {call("null", "act") + call("true", "act"), "null", false}}) {
     const std::string end = answer(row.id, row.is_finished ? after : before);
     EXPECT_TRUE(passed("", row.client + answer(row.id, before)).ends_with("\n" + end)) << row.client;
   }
@@ -104,6 +109,8 @@ TEST(Proxy, ServesTheToolsOfTheLastCompleteList) {
         {"", list("1", "") + answer("1", page + next), false},
         {"", list("1", "") + answer("1", page + next) + list("2", second) + answer("2", none + "}"), true},
         {"", list("1", second) + answer("1", page + "}"), false},
+        {"", list("1", "") + answer("1", page + R"(,"nextCursor":""})"), true},
+        {"", list("1", "") + list("2", "") + answer("2", none + "}") + answer("1", page + "}"), false},
         {"", list("1", "") + answer("1", page + "}") + list("2", "") + answer("2", none + next), true},
         {"", list("1", "") + answer("1", page + "}") + list("2", "") + answer("2", none + "}"), false}}) {
     EXPECT_EQ(passed(row.options, row.lines + question).find("next_steps") != std::string::npos, row.has_step)
@@ -115,9 +122,15 @@ TEST(Proxy, WidensTheSchemasOfFinishedTools) {
   for (const auto& row : table(R"(
 {"required":["a"],"properties":{"required":{"oneOf":[{"minProperties":1}],"additionalProperties":false}},"additionalProperties":false} | {"properties":{"required":{"additionalProperties":false,"anyOf":[{}]},@}}
 {"$ref":"#/$defs/a","$defs":{"a":{"maxProperties":1,"allOf":[{"propertyNames":{}}]},"b":{"maxProperties":1}}} | {"$ref":"#/$defs/a","$defs":{"a":{"allOf":[{}]},"b":{"maxProperties":1}},"properties":{@}}
-{"anyOf":[{"const":1}],"oneOf":[{"not":{}}],"items":{"enum":[{"a":null}],"default":{"not":1}}} | {"items":{"enum":[{}],"default":{"not":1}},"anyOf":[{}],"allOf":[{"anyOf":[{}]}],"properties":{@}}
-{"$ref":"#there","items":{"maxProperties":1},"properties":{"next_steps":{"type":"null"}}} | {"$ref":"#there","items":{},"properties":{@}}
-{"items":{"$ref":"#/oneOf/0"}} | {"type":"object","properties":{@}}
+{"anyOf":[{"const":1}],"oneOf":[{"not":{}}],"items":{"enum":[{"a":null}],"default":{"not":1}}} | {"anyOf":[{}],"items":{"enum":[{}],"default":{"not":1}},"allOf":[{"anyOf":[{}]}],"properties":{@}}
+{"properties":{"next_steps":{"type":"null"}},"items":{"maxProperties":1}} | {"properties":{@},"items":{"maxProperties":1}}
+{"items":{"$ref":"#/oneOf/0"},"oneOf":[{"required":[]}]} | {"items":{"$ref":"#/anyOf/0"},"anyOf":[{}],"properties":{@}}
+{"$ref":"#/items","items":{"$ref":"#/oneOf/0","const":1},"allOf":[{}],"anyOf":[{}],"oneOf":[{}]} | {"$ref":"#/items","items":{"$ref":"#/allOf/1/anyOf/0"},"allOf":[{},{"anyOf":[{}]}],"anyOf":[{}],"properties":{@}}
+{"items":{"$ref":"#/properties/oneOf"},"properties":{"oneOf":{"not":1}}} | {"items":{"$ref":"#/properties/oneOf"},"properties":{"oneOf":{},@}}
+{"items":{"$ref":"#/not"},"not":{}} | {"type":"object","properties":{@}}
+{"items":{"$ref":"#/additionalProperties"},"additionalProperties":{}} | {"type":"object","properties":{@}}
+{"items":{"$ref":"#there"}} | {"type":"object","properties":{@}}
+{"items":{"$id":"there"}} | {"type":"object","properties":{@}}
 )")) {
     const std::string request = R"({"method":"tools/list","id":1})"
                                 "\n";
@@ -156,6 +169,30 @@ no-such-program |  | 3
           "next-steps proxy -- sh -c 'trap \"exit 6\" TERM; while :; do sleep 0.1; done' <&3 &\n"
           "sleep 0.5; kill -TERM $!; wait $!");
   EXPECT_EQ(told.status, 6) << told.err;
+}
+
+TEST(Proxy, EndsWithItsClient) {
+  struct Row {
+    const char* command;
+    const char* out;
+  };
+  for (const Row& row : {
+           // The client ends while the server reads nothing.
+           Row{"(head -c 1000000 /dev/zero & sleep 0.3; kill $!) | (next-steps proxy -- sleep 60; echo $?)",
+               "143\n"},
+           // The client reads nothing after the server's end.
+           Row{"mkfifo $(dirname $0)/full; exec 3<>$(dirname $0)/full; echo | (next-steps proxy -- "
+               "sh -c 'head -c 150000 /dev/zero; exit 7' >&3; echo $?)",
+               "7\n"},
+           // The client reads no more: first the server's input ends.
+           Row{"mkfifo $(dirname $0)/open; exec 3<>$(dirname $0)/open; (next-steps proxy -- "
+               "sh -c 'echo; cat; echo ended >&2' <&3 | true) 2>&1",
+               "ended\n"},
+       }) {
+    const auto begin = std::chrono::steady_clock::now();
+    EXPECT_EQ(run(row.command).out, row.out) << row.command;
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(4)) << row.command;
+  }
 }
 
 TEST(Proxy, PassesEachLineOnInTime) {
