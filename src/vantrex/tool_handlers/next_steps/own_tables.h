@@ -15,8 +15,8 @@
 
 namespace vantrex::tool_handlers::next_steps {
 
-// Owns all that its tables refer to. Not movable: the tables refer into it. Shared: made by new with one owner,
-// destroyed by the last one.
+// Owns all that its tables refer to. Not movable: the tables refer into it. Shared: made by new with one
+// owner, destroyed by the last one.
 class OwnTables {
  public:
   // Reads `catalogue`. Throws CatalogueError and std::bad_alloc.
