@@ -20,9 +20,9 @@ std::vector<AnswerOf> answers_of(const module::Tables& tables, const std::vector
     const std::optional<std::string_view> action = each.action;
     answers.push_back({each.tool, action ? std::optional<std::string>(*action) : std::nullopt});
     if (action) continue;
-    const std::string prefix = each.tool + ':';
     for (const std::string_view key : keys) {
-      if (key.starts_with(prefix)) answers.push_back({each.tool, std::string(key.substr(prefix.size()))});
+      const auto [tool, key_action] = module::split_key(key);
+      if (tool == each.tool && key_action) answers.push_back({each.tool, std::string(*key_action)});
     }
   }
   return answers;

@@ -31,7 +31,7 @@ void add(const JsonValue& tool, std::vector<module::ServedTool>& tools) {
 
 bool ToolList::touches(std::string_view tool) const {
   const module::Tables& tables = module::tables_of(options_.catalogue);
-  const auto is_of_tool = [tool](const auto& row) { return row.key.substr(0, row.key.find(':')) == tool; };
+  const auto is_of_tool = [tool](const auto& row) { return module::split_key(row.key).tool == tool; };
   const auto is_signal = [&](const module::SignalRow& row) {
     return row.signal != nullptr && is_of_tool(row);
   };

@@ -1,8 +1,9 @@
 #include "requests/served_tool_text.h"
 
-#include <cstddef>
 #include <stdexcept>
 #include <string>
+
+#include "vantrex/tool_handlers/next_steps/rules.h"
 
 namespace next_steps_requests {
 
@@ -16,14 +17,11 @@ bool is_name(std::string_view text) {
 }  // namespace
 
 module::ServedTool read_served_tool(std::string_view text) {
-  const std::size_t colon = text.find(':');
-  const std::string_view tool = text.substr(0, colon);
-  const bool has_action = colon != std::string_view::npos;
-  const std::string_view action = has_action ? text.substr(colon + 1) : "";
-  if (!is_name(tool) || (has_action && !is_name(action))) {
+  const auto [tool, action] = module::split_key(text);
+  if (!is_name(tool) || (action && !is_name(*action))) {
     throw std::invalid_argument("\"" + std::string(text) + "\" is neither TOOL nor TOOL:ACTION");
   }
-  return {.tool = std::string(tool), .action = has_action ? module::OptionalText(action) : nullptr};
+  return {.tool = std::string(tool), .action = action ? module::OptionalText(*action) : nullptr};
 }
 
 }  // namespace next_steps_requests

@@ -72,7 +72,7 @@ TEST(Readme, PicturesAnAnswerAsItIs) {
 
 TEST(Documents, ShowWhatTheCommandsPrint) {
   std::vector<std::string> sessions;
-  for (const char* document : {"README.md", "docs/guide.md"}) {
+  for (const char* document : {"README.md", "docs/program.md", "docs/guide.md"}) {
     const std::vector<std::string> found = blocks(document, "console");
     ASSERT_FALSE(found.empty());
     sessions.insert(sessions.end(), found.begin(), found.end());

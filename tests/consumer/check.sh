@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Adds the library to a project in each way that the README describes, builds an example there and runs it.
+# Adds the library to a project in each way that docs/install.md describes, builds an example there and runs it.
 # An installed tree is moved before it is used.
 # check.sh BUILD WORK COMPILER VERSION: the build tree to install from, a directory for temporary files, the
 # compiler, and the library's version.

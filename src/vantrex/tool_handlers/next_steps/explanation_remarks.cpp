@@ -112,9 +112,8 @@ std::string_view name_of(const Argument& argument) {
 template <typename Visit>
 void visit_names(const Tables& tables, Visit visit) {
   const auto visit_key = [&](std::string_view key) {
-    const std::size_t colon = key.find(':');
-    const bool has_action = colon != std::string_view::npos;
-    visit(key.substr(0, colon), has_action ? std::optional(key.substr(colon + 1)) : std::nullopt);
+    const auto [tool, action] = split_key(key);
+    visit(tool, action);
   };
   const auto visit_call = [&](const Call& call) { visit(call.tool.view(), action_of(call)); };
   for (const UsualRow& row : tables.usual) {

@@ -266,7 +266,7 @@ class Reader {
   std::span<const SignalRow> signal_rows(const At& at) {
     const CallForm form = form_of_rows({"hits", "hits_at_least", "tool", "args", "takes", "reason"});
     return own_.store(each_member(at, [&](const At& row) {
-      const bool is_none = row.value().is_null() && row.key().find(':') != std::string_view::npos;
+      const bool is_none = row.value().is_null() && split_key(row.key()).action;
       return SignalRow{row.key(),
                        is_none ? nullptr : own_.store_one(Signal{condition(row), call(row, form)})};
     }));

@@ -4,6 +4,7 @@
 // borrows its texts and lists from one of them.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <span>
@@ -15,6 +16,18 @@ namespace vantrex::tool_handlers::next_steps {
 
 // Keys that lead into nested objects.
 using KeyPath = std::span<const std::string_view>;
+
+// The key of a row: a tool, or a tool and an action joined by a colon.
+struct RowKey {
+  std::string_view tool;
+  std::optional<std::string_view> action;
+};
+
+inline RowKey split_key(std::string_view key) noexcept {
+  const std::size_t colon = key.find(':');
+  if (colon == std::string_view::npos) return {key, std::nullopt};
+  return {key.substr(0, colon), key.substr(colon + 1)};
+}
 
 // Where the value of an argument comes from. The first five are those of Takes.
 enum class ArgumentKind : std::uint8_t {
