@@ -1,5 +1,5 @@
 # The Debian packages: libnext-steps-dev with the headers, the static library, the guide and the examples in C++;
-# next-steps with the program, its manual page and the examples for it; libnext-steps-c3, named after its soname,
+# next-steps with the program, its manual page and the examples for it; libnext-steps-c1, named after its soname,
 # with the C interface; and python3-next-steps. They hold the components "dev", "program", "c" and "python".
 set(CPACK_GENERATOR DEB)
 set(CPACK_DEB_COMPONENT_INSTALL ON)

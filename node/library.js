@@ -5,7 +5,7 @@ import { fileURLToPath } from "node:url";
 
 import koffi from "koffi";
 
-const NAME = "libnext_steps_c.so.3";
+const NAME = "libnext_steps_c.so.1";
 
 // Yields the library's files below a prefix, in lib, lib64 and lib/x86_64-linux-gnu.
 function* under(prefix) {

@@ -46,7 +46,7 @@ void next_steps_free(char* reply);
  * options". Valid until the thread's next error or its end. Empty before the first one. */
 const char* next_steps_last_error(void); /* NOLINT(modernize-redundant-void-arg) */
 
-/** The version of the library: "3.0.0". */
+/** The version of the library: "1.0.0". */
 const char* next_steps_version(void); /* NOLINT(modernize-redundant-void-arg) */
 
 #ifdef __cplusplus

@@ -43,7 +43,7 @@ TEST(CodeIndex, AnswersTheRecordedSession) {
     if (line.starts_with("> ")) sent += (sent.empty() ? "" : "\n") + line.substr(2);
     if (line.starts_with("< ")) recorded.push_back(line.substr(2));
   }
-  const Ran ran = with_server("$server $index | sed 's/" NEXT_STEPS_VERSION "/VERSION/'", sent);
+  const Ran ran = with_server("$server $index | sed 's/\"" NEXT_STEPS_VERSION "\"/\"VERSION\"/'", sent);
   EXPECT_EQ(lines_of(ran.out), recorded);
   EXPECT_EQ(ran.err, "");
 }

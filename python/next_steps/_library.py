@@ -8,7 +8,7 @@ import shutil
 import sys
 from collections.abc import Iterator
 
-_NAME = "libnext_steps_c.so.3"
+_NAME = "libnext_steps_c.so.1"
 
 
 def _places() -> Iterator[str]:

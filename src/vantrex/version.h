@@ -2,7 +2,7 @@
 #pragma once
 
 // NOLINTBEGIN(cppcoreguidelines-macro-usage): preprocessor directives compare them.
-#define NEXT_STEPS_VERSION_MAJOR 3  ///< Raised by an incompatible change.
+#define NEXT_STEPS_VERSION_MAJOR 1  ///< Raised by an incompatible change.
 #define NEXT_STEPS_VERSION_MINOR 0  ///< Raised by an addition.
 #define NEXT_STEPS_VERSION_PATCH 0  ///< Raised by a bug fix.
 
