@@ -178,8 +178,7 @@ TEST(Proxy, EndsWithItsClient) {
   };
   for (const Row& row : {
            // The client ends while the server reads nothing.
-           Row{"(head -c 1000000 /dev/zero & sleep 0.3; kill $!) | (next-steps proxy -- sleep 60; echo $?)",
-               "143\n"},
+           Row{"(yes & sleep 0.3; kill $!) | (next-steps proxy -- sleep 60; echo $?)", "143\n"},
            // The client reads nothing after the server's end.
            Row{"mkfifo $(dirname $0)/full; exec 3<>$(dirname $0)/full; echo | (next-steps proxy -- "
                "sh -c 'head -c 150000 /dev/zero; exit 7' >&3; echo $?)",
