@@ -6,11 +6,11 @@
  * Ownership: the caller closes a session and frees a reply. What is passed in is only read, and only during
  * the call. A text is given with its size in bytes; it must be UTF-8 and not longer than 2^32 - 1 bytes.
  *
- * Threads: any number may use one session at once, until it is closed. A warning is written to standard
- * error.
+ * Threads: any number may use one session at once, until it is closed. When a replaced index cannot be read,
+ * a warning goes to standard error and the old index stays in use.
  *
- * Errors: a null pointer. The reason is next_steps_last_error(). A wrong request is none: its reply is the
- * error.
+ * Errors: an open or a reply that fails returns a null pointer, and next_steps_last_error() says why. A wrong
+ * request does not fail: its reply describes the error.
  */
 #ifndef NEXT_STEPS_C_H
 #define NEXT_STEPS_C_H
@@ -26,16 +26,16 @@ struct next_steps_session;
 
 /** Opens a session. `options` is a JSON object; a member with "?" may be absent or null:
  *    {"index"?: string, "catalogue"?: string, "serves"?: ["symbol:detail", ...]}
- *  "index" names an index of Universal Ctags, for misses. It is read now, and again by the first miss after
- * its file was replaced. "catalogue" names a file with the server's own catalogue, "serves" lists the tools
+ *  "index" names the file of an index, for misses. It is read now, and again by the first miss after the file
+ * was replaced. "catalogue" names a file with the server's own catalogue, "serves" lists the tools
  * and actions that the server has. */
 struct next_steps_session* next_steps_open(const char* options, size_t size);
 
 /** Closes a session that no thread uses. Does nothing for a null pointer. */
 void next_steps_close(struct next_steps_session* session);
 
-/** Returns the reply to a request, and its size in `reply_size`, which may be null. A null byte follows the
- *  reply. Takes linear time in the size of the request, but for a miss. */
+/** Returns the reply to a request, and its size in `reply_size`, which may be null and is not set if the call
+ *  fails. A null byte follows the reply. Takes time linear in the size of the request, except for a miss. */
 char* next_steps_reply(struct next_steps_session* session, const char* request, size_t size,
                        size_t* reply_size);
 

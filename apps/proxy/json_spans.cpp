@@ -105,7 +105,8 @@ void visit_items(std::string_view text, const std::function<void(std::string_vie
   Rest rest(text);
   if (!rest.take('[')) return;
   do {
-    visit(rest.take_value());
+    const std::string_view item = rest.take_value();
+    if (!item.empty()) visit(item);
   } while (rest.take(','));
 }
 

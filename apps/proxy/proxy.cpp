@@ -25,9 +25,13 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-// How long the server has after the end of its input, and again after SIGTERM; and how long a client that
-// reads nothing has after the end of the server.
+// How long the server has after the end of its input, and again after SIGTERM; and how long a client that has
+// left and reads nothing has after the end of the server.
 constexpr std::chrono::seconds kPatience{1};
+
+// How often the output of a server that has ended is read: more often than a full pipe needs, but not for as
+// long as processes that it has left behind write.
+constexpr int kMaxDrains = 32;
 
 // Signals that are read from a descriptor instead of ending the process.
 class Signals {
@@ -89,7 +93,7 @@ class Proxy {
       return pollfd{is_wanted ? stream : -1, static_cast<std::int16_t>(events), 0};
     };
     const bool drains = status_ && to_client_.wants_to_read();  // what a dead server has written is there
-    const bool hears = !status_ && !to_server_.has_ended() && (to_server_.wants_to_read() || !has_left_);
+    const bool hears = to_server_.wants_to_read() ? !status_ : !has_left_;
     std::array<pollfd, 5> streams = {
         {watch(true, signals_.descriptor(), POLLIN),
          watch(hears, STDIN_FILENO, to_server_.wants_to_read() ? POLLIN : POLLRDHUP),
@@ -101,11 +105,8 @@ class Proxy {
     const auto& [signals, client_in, server_in, server_out, client_out] = streams;
     if (client_in.revents != 0) hear();
     if (server_in.revents != 0) write_to_server();
-    if (server_out.revents != 0) {
-      read(to_client_);
-    } else if (drains) {
-      to_client_.end();
-    }
+    if (server_out.revents != 0) read(to_client_);
+    if (drains && (server_out.revents == 0 || ++drains_ == kMaxDrains)) to_client_.end();
     if (client_out.revents != 0) write_to_client();
     if (to_server_.is_done()) server_.close_input();
     if (to_client_.has_ended()) end_input();
@@ -142,7 +143,7 @@ class Proxy {
 
   void write_to_client() {
     if (to_client_.wants_to_write() && to_client_.write()) {
-      if (status_) deadline_ = Clock::now() + kPatience;
+      if (status_) restart_clock();
       return;
     }
     is_deaf_ = true;
@@ -158,8 +159,14 @@ class Proxy {
     start_clock();
   }
 
+  // Sets the deadline of the server, or after its end that of a client that has left.
   void start_clock() {
-    if (!deadline_ && next_signal_ == SIGTERM) deadline_ = Clock::now() + kPatience;
+    if (deadline_) return;
+    if (status_ ? has_left_ : next_signal_ == SIGTERM) deadline_ = Clock::now() + kPatience;
+  }
+  void restart_clock() {
+    deadline_.reset();
+    start_clock();
   }
 
   // Passes a signal on, or takes note of the server's end.
@@ -169,7 +176,7 @@ class Proxy {
       is_deaf_ |= status_.has_value();  // the user waits no longer for the client
       return server_.send_signal(signal);
     }
-    if (!status_ && (status_ = server_.exit_status())) deadline_ = Clock::now() + kPatience;
+    if (!status_ && (status_ = server_.exit_status())) restart_clock();
   }
 
   void end_patience() {
@@ -190,6 +197,7 @@ class Proxy {
   std::optional<int> status_;                  // of the server, when it has ended
   std::optional<Clock::time_point> deadline_;  // of the server, or after its end of the client
   int next_signal_ = SIGTERM;                  // to the server, at the deadline
+  int drains_ = 0;                             // how often the output was read since then
   bool has_left_ = false;                      // whether the client sends no more
   bool is_deaf_ = false;                       // whether the client reads no more
 };

@@ -132,7 +132,8 @@ class Widening {
       if (const auto reference = schema["$ref"].string()) waiting.push_back(target(*reference).value);
       JsonValue* const properties = schema.find("properties");
       if (properties == nullptr || properties->object() == nullptr) continue;
-      if (JsonValue* steps = properties->object()->find("next_steps")) *steps = JsonObject();
+      if (JsonValue* steps = properties->object()->find("next_steps"))
+        replaced_.push_back(std::exchange(*steps, JsonObject()));
     }
   }
 
@@ -189,6 +190,7 @@ class Widening {
 
   JsonValue root_;
   std::vector<JsonValue*> schemas_;
+  std::vector<JsonValue> replaced_;    // what "next_steps" was: schemas_ leads into it
   std::set<const JsonValue*> moved_;   // whose "oneOf" is the last item of "allOf"
   std::set<const JsonValue*> opened_;  // schemas that the answer itself must fit
   bool is_lost_ = false;               // a reference leads to what goes, or may do so

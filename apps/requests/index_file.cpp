@@ -34,6 +34,7 @@ std::shared_ptr<const models::Repository> IndexFile::current() {
     Input input(RegularFile{file_});
     index_ = with_name_index(read_index(input));
   } catch (const std::bad_alloc&) {
+    seen_ = {};
     throw;
   } catch (const std::exception&) {
     logger.warning("Reading %r again failed; the index that was read before stays in use", file_,

@@ -19,9 +19,9 @@ class IndexFile {
   // Reads the index; `file` may be a pipe. Throws like read_index.
   explicit IndexFile(std::string file);
 
-  // Returns the index, and reads the file again first if it was replaced, which only a regular
-  // file can be: others may make the reader wait. If that fails, the index that was read last
-  // stays in use, and a warning goes to the log. Throws std::bad_alloc.
+  // Returns the index. If the file is a regular file and was replaced, reads it again first; a pipe or a
+  // device is read only once, since reading it again could block. If reading fails, the index that was read
+  // last stays in use, and a warning goes to the log. Throws std::bad_alloc; the next call then tries again.
   std::shared_ptr<const models::Repository> current();
 
  private:

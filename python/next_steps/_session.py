@@ -32,6 +32,10 @@ def _listed(serves: Iterable[str] | None) -> object:
     return serves if serves is None or isinstance(serves, str) else list(serves)
 
 
+def _file(name: str | os.PathLike[str] | None) -> str | None:
+    return None if name is None else os.fspath(name)
+
+
 def _error(reply: bytes, request: bytes) -> NextStepsError:
     error = json.loads(reply)["error"]
     at = error["column"] - 1
@@ -47,14 +51,15 @@ class Session:
     serves: the tools and actions that the server has: ["search", "symbol:detail"]. None stands for all.
 
     Raises NextStepsError for a wrong file or list, as all calls do for a wrong request. The answers may hold any
-    value: one that JSON has no form for becomes its str, and bytes are text in UTF-8. What is no UTF-8, and lone
-    surrogates, are replaced by U+FFFD with lossy=True; otherwise they are errors. NaN and infinities are errors.
+    value, under keys that json.dumps takes: one that JSON has no form for becomes its str, and bytes are text in
+    UTF-8. What is no UTF-8, and lone surrogates, are replaced by U+FFFD with lossy=True; otherwise they are errors.
+    NaN and infinities are errors.
     """
 
     def __init__(self, *, index: str | os.PathLike[str] | None = None,
                  catalogue: str | os.PathLike[str] | None = None, serves: Iterable[str] | None = None) -> None:
         self._handle = _library.open_session(
-            _encoded({"index": index, "catalogue": catalogue, "serves": _listed(serves)}))
+            _encoded({"index": _file(index), "catalogue": _file(catalogue), "serves": _listed(serves)}))
         weakref.finalize(self, _library.close, self._handle).atexit = False  # other threads may still use it
 
     def finish(self, answer: dict[str, Any], tool: str, *, action: str | None = None,

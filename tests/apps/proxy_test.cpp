@@ -124,6 +124,7 @@ TEST(Proxy, WidensTheSchemasOfFinishedTools) {
 {"$ref":"#/$defs/a","$defs":{"a":{"maxProperties":1,"allOf":[{"propertyNames":{}}]},"b":{"maxProperties":1}}} | {"$ref":"#/$defs/a","$defs":{"a":{"allOf":[{}]},"b":{"maxProperties":1}},"properties":{@}}
 {"anyOf":[{"const":1}],"oneOf":[{"not":{}}],"items":{"enum":[{"a":null}],"default":{"not":1}}} | {"anyOf":[{}],"items":{"enum":[{}],"default":{"not":1}},"allOf":[{"anyOf":[{}]}],"properties":{@}}
 {"properties":{"next_steps":{"type":"null"}},"items":{"maxProperties":1}} | {"properties":{@},"items":{"maxProperties":1}}
+{"properties":{"next_steps":{"items":{"properties":{"a":{"oneOf":[{}]},"b":{"$ref":"#/items"}}}}},"items":{}} | {"properties":{@},"items":{}}
 {"items":{"$ref":"#/oneOf/0"},"oneOf":[{"required":[]}]} | {"items":{"$ref":"#/anyOf/0"},"anyOf":[{}],"properties":{@}}
 {"$ref":"#/items","items":{"$ref":"#/oneOf/0","const":1},"allOf":[{}],"anyOf":[{}],"oneOf":[{}]} | {"$ref":"#/items","items":{"$ref":"#/allOf/1/anyOf/0"},"allOf":[{},{"anyOf":[{}]}],"anyOf":[{}],"properties":{@}}
 {"items":{"$ref":"#/properties/oneOf"},"properties":{"oneOf":{"not":1}}} | {"items":{"$ref":"#/properties/oneOf"},"properties":{"oneOf":{},@}}
@@ -183,6 +184,9 @@ TEST(Proxy, EndsWithItsClient) {
            Row{"mkfifo $(dirname $0)/full; exec 3<>$(dirname $0)/full; echo | (next-steps proxy -- "
                "sh -c 'head -c 150000 /dev/zero; exit 7' >&3; echo $?)",
                "7\n"},
+           // The client reads late, but is still there.
+           Row{"sleep 2.5 | next-steps proxy -- sh -c 'yes | head -c 300000; exit 3' | (sleep 1.5; wc -c)",
+               "300000\n"},
            // The client reads no more: first the server's input ends.
            Row{"mkfifo $(dirname $0)/open; exec 3<>$(dirname $0)/open; (next-steps proxy -- "
                "sh -c 'echo; cat; echo ended >&2' <&3 | true) 2>&1",

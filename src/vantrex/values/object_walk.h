@@ -1,6 +1,8 @@
 // Visits every object of a tree of values, without recursion.
 #pragma once
 
+#include <type_traits>
+
 #include "vantrex/values/value_access.h"
 #include "vantrex/values/walk_stack.h"
 

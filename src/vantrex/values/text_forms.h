@@ -26,8 +26,8 @@ NEXT_STEPS_API std::string compact_text(const JsonList& list);
 /// The compact form of an object.
 NEXT_STEPS_API std::string compact_text(const JsonObject& object);
 
-/// The canonical form: fields sorted by the bytes of their keys. Sorts the value in place, so it copies only
-/// what is not moved.
+/// The canonical form: fields sorted by the bytes of their keys. Sorts its own copy of the value;
+/// a value that is moved is not copied.
 NEXT_STEPS_API std::string canonical_text(JsonValue value);
 
 /// The size of the compact form in bytes. The canonical form has the same size.

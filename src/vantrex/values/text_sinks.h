@@ -72,8 +72,8 @@ class TextMemory {
   char* begin() noexcept { return buffer_.data(); }
   const char* end() const noexcept { return buffer_.data() + kBufferBytes; }
 
-  // Moves the buffer, written up to `out`, to the string, except for the last byte, which may be replaced
-  // yet. Returns where to go on.
+  // Appends the bytes before `out` to the string, except the last one, which the sink may still replace.
+  // Returns the new write position.
   [[gnu::noinline]] char* flush(char* out) {
     if (out == begin()) return begin();
     text_.append(begin(), out - 1);
@@ -92,7 +92,8 @@ class TextMemory {
   std::array<char, kBufferBytes> buffer_;  // NOLINT(*-member-init): written before it is read
 };
 
-// Writes into a TextMemory. It stores whole blocks, so it may write some bytes beyond the end of the text.
+// Writes into a TextMemory. It stores whole blocks, so it may write beyond the end of the text, within
+// kSpare.
 class MemorySink {
  public:
   explicit MemorySink(TextMemory& memory) noexcept
