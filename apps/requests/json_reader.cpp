@@ -12,9 +12,6 @@
 // Sizes have 64 bits, and a string may be longer than the parser's assertions allow.
 #define RAPIDJSON_NO_SIZETYPEDEFINE
 #define RAPIDJSON_ASSERT(condition) static_cast<void>(0)  // NOLINT(cppcoreguidelines-macro-usage)
-#ifdef __SSE2__
-#define RAPIDJSON_SSE2
-#endif
 namespace rapidjson {
 using SizeType = std::size_t;
 }
@@ -77,11 +74,9 @@ class TreeBuilder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, TreeB
         members_(members),
         repeated_(repeated),
         picking_(picking) {
-    constexpr std::size_t kBlock = 16;  // the parser reads whole blocks
-    memory.reserve(text.size() + kBlock);
     memory.assign(text);
     if (encoding == Encoding::lossy) replace_lone_surrogates(memory);
-    stream_ = Stream(memory.append(kBlock, '\0').data());
+    stream_ = Stream(memory.data());
   }
 
   // Throws JsonError and std::bad_alloc.

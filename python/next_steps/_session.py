@@ -32,8 +32,8 @@ def _listed(serves: Iterable[str] | None) -> object:
     return serves if serves is None or isinstance(serves, str) else list(serves)
 
 
-def _file(name: str | os.PathLike[str] | None) -> str | None:
-    return None if name is None else os.fspath(name)
+def _file(name: object) -> object:
+    return os.fspath(name) if isinstance(name, os.PathLike) else name
 
 
 def _error(reply: bytes, request: bytes) -> NextStepsError:

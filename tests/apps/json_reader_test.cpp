@@ -54,6 +54,21 @@ TEST(JsonReader, RoundsANumberOfAnyLengthToTheNearestDouble) {
   }
 }
 
+TEST(JsonReader, RejectsEachControlCharacterInAString) {
+  for (char control = '\x01'; control < ' '; ++control) {
+    for (std::size_t at = 1; at <= 40; ++at) {
+      std::string text = '"' + std::string(40, 'x') + '"';
+      text[at] = control;
+      try {
+        read_json(text);
+        ADD_FAILURE() << static_cast<int>(control) << " at " << at;
+      } catch (const JsonError& error) {
+        EXPECT_EQ(error.place().line == 1 ? error.place().column : 0, at + 1) << static_cast<int>(control);
+      }
+    }
+  }
+}
+
 TEST(JsonReader, RejectsWithTheFirstWrongPlace) {
   const std::tuple<std::string, std::string, std::string> table[] = {
       {"", "1:1", "The document is empty."},
