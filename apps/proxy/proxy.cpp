@@ -6,6 +6,7 @@
 #include <chrono>
 #include <csignal>
 #include <fcntl.h>
+#include <memory>
 #include <optional>
 #include <poll.h>
 #include <string_view>
@@ -17,6 +18,7 @@
 #include "proxy/conversation.h"
 #include "proxy/line_pump.h"
 #include "proxy/names.h"
+#include "proxy/step_log.h"
 #include "requests/failures.h"
 
 namespace next_steps_proxy {
@@ -37,7 +39,7 @@ constexpr int kMaxDrains = 32;
 class Signals {
  public:
   Signals() {
-    static_cast<void>(::signal(SIGPIPE, SIG_IGN));
+    for (const int each : {SIGPIPE, SIGXFSZ}) static_cast<void>(::signal(each, SIG_IGN));
     static_cast<void>(::signal(SIGCHLD, SIG_DFL));
     sigset_t awaited = {};
     ::sigemptyset(&awaited);
@@ -69,8 +71,9 @@ class Signals {
 class Proxy {
  public:
   Proxy(const std::vector<std::string>& command, const ProxyOptions& options)
-      : server_(command, signals_.before()),
-        conversation_(options),
+      : log_(options.log.empty() ? nullptr : std::make_unique<StepLog>(options.log)),
+        server_(command, signals_.before()),
+        conversation_(options, log_.get()),
         to_server_(STDIN_FILENO, server_.input(),
                    [this](std::string_view line) {
                      conversation_.from_client(line);
@@ -190,6 +193,7 @@ class Proxy {
   }
 
   Signals signals_;
+  std::unique_ptr<StepLog> log_;
   ChildProcess server_;
   Conversation conversation_;
   LinePump to_server_;
