@@ -68,7 +68,7 @@ std::optional<std::string> finished_result(std::string_view line, requests::Requ
   request.response = std::move(answer == nullptr ? *told : *answer);
   const auto spans = members_of(members_of(line, {"result"})[0], {"structuredContent", "content"});
   if (log != nullptr) {
-    log->note_answer(request, answer != nullptr ? spans[0].size() : content[*text]["text"].string()->size());
+    log->note_answer(request, replaces_text ? content[*text]["text"].string()->size() : spans[0].size());
   }
   const std::string finished = values::compact_text(requests::answer_to(std::move(request)));
   std::vector<NewValue> changes;

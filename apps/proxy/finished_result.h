@@ -16,7 +16,7 @@ namespace next_steps_proxy {
 //
 // The answer is "structuredContent" if that is an object, otherwise the only text if that is the JSON text of
 // an object. A text that equals the structured content is replaced along with it. `log` takes note of the
-// answer; it may be null.
+// answer, with the bytes of the text that is replaced, or else of the structured content; it may be null.
 std::optional<std::string> finished_result(std::string_view line, next_steps_requests::Request request,
                                            StepLog* log);
 
