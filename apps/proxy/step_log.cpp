@@ -49,8 +49,8 @@ JsonObject entry_of(const module::CandidateStep& candidate) {
   return entry;
 }
 
-// Whether the arguments contain those of the step.
-bool contains(const JsonObject& arguments, const JsonValue& step) {
+// Whether a call with these arguments follows the step: it gives all that the step has.
+bool follows(const JsonObject& arguments, const JsonValue& step) {
   const JsonObject* const wanted = step["args"].object();
   return wanted != nullptr && std::all_of(wanted->begin(), wanted->end(), [&](const JsonField& each) {
            const JsonValue& given = arguments[each.key];
@@ -88,7 +88,7 @@ JsonObject StepLog::followed(std::string_view tool, const JsonObject& arguments)
   for (Answer& answer : answers_) {
     for (std::size_t i = 0; i < answer.offers.size(); ++i) {
       JsonValue& step = *answer.offers.item(i);
-      if (std::as_const(step)["tool"] != tool || !contains(arguments, step)) continue;
+      if (std::as_const(step)["tool"] != tool || !follows(arguments, step)) continue;
       return {{"time", now()}, {"followed", std::exchange(step, nullptr)}, {"after", calls_ - answer.calls}};
     }
   }

@@ -33,6 +33,9 @@ def client(program, seed):
     with tempfile.TemporaryDirectory() as place:
         with open(place + "/catalogue", "w") as catalogue:
             json.dump(CATALOGUE, catalogue)
+        with open(place + "/log", "w") as log:
+            log.write('{"followed":{"row":"usual old","tool":"open"},"after":3}\n')
+        rows[("usual old", "open")].update(followed=1, after=[3])
         command = [program, "proxy", "--catalogue", catalogue.name, "--log", place + "/log"]
         proxy = subprocess.Popen([*command, "--", sys.executable, __file__, "--server"], stdin=subprocess.PIPE, stdout=subprocess.PIPE)
 
