@@ -136,9 +136,9 @@ class Report {
       const bool is_kept = step["outcome"] == "kept";
       has_steps |= is_kept;
       ++counts.offered;
-      counts.kept += is_kept;
+      if (is_kept) ++counts.kept;
     }
-    without_steps_ += !has_steps;
+    if (!has_steps) ++without_steps_;
   }
 
   Counts& counts_of(Row row) {

@@ -71,7 +71,7 @@ class Signals {
 class Proxy {
  public:
   Proxy(const std::vector<std::string>& command, const ProxyOptions& options)
-      : log_(options.log.empty() ? nullptr : std::make_unique<StepLog>(options.log)),
+      : log_(options.log.empty() ? nullptr : std::make_unique<StepLog>(std::string(options.log))),
         server_(command, signals_.before()),
         conversation_(options, log_.get()),
         to_server_(STDIN_FILENO, server_.input(),

@@ -61,12 +61,10 @@ bool follows(const JsonObject& arguments, const JsonValue& step) {
 
 }  // namespace
 
-StepLog::StepLog(const std::string& file)
-    : file_(file),
-      // A pipe that nobody reads must not stop the proxy.
-      descriptor_(::open(file.c_str(),
-                         O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC | O_NONBLOCK,  // NOLINT(*-vararg)
-                         0666)) {
+StepLog::StepLog(const std::string& file) : file_(file) {
+  // A pipe that nobody reads must not stop the proxy.
+  constexpr int kFlags = O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC | O_NONBLOCK;
+  descriptor_ = ::open(file.c_str(), kFlags, 0666);  // NOLINT(*-vararg)
   if (descriptor_ < 0) throw requests::IoFailed(file);
 }
 

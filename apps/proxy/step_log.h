@@ -47,7 +47,7 @@ class StepLog {
   void append(const std::function<values::JsonObject()>& make_entry) noexcept;
 
   std::string file_;
-  int descriptor_;  // -1 after a failure
+  int descriptor_ = -1;  // -1 also after a failure
   std::size_t calls_ = 0;
   std::deque<Answer> answers_;  // the newest first
 };
