@@ -41,11 +41,10 @@ JsonObject entry_of(const module::CandidateStep& candidate) {
   JsonObject entry{{"row", candidate.from()}};
   if (const JsonObject* step = candidate.step.object()) {
     entry.append("tool", (*step)["tool"]);
-    entry.append("action", (*step)["args"]["action"]);
+    if (const JsonValue& action = (*step)["args"]["action"]; action.string()) entry.append("action", action);
     if (candidate.verdict == module::Verdict::kept) entry.append("args", (*step)["args"]);
   }
   entry.append("outcome", kOutcomes.at(static_cast<std::size_t>(candidate.verdict)));
-  values::drop_null_fields(entry);
   return entry;
 }
 
