@@ -180,6 +180,16 @@ struct CatalogueOptions {
   bool json = false;
 };
 
+std::string markdown(const ServerTables& tables, bool lists_dead_ends) {
+  std::string text =
+      "## Usual follow-ups\n\n" + follow_ups(tables) +
+      "\n## Signals\n\nA kind that begins with `asked_` is taken from the request or, if that has "
+      "none, from the answer.\n\n" +
+      signals(tables);
+  if (lists_dead_ends) text += "\n## Without a follow-up\n\n" + dead_ends(tables);
+  return text + "\n## Limits\n\n" + limits();
+}
+
 ExitStatus catalogue(CatalogueOptions& options) {
   const module::Catalogue* own = options.server.catalogue();
   if (options.json) {
@@ -187,19 +197,8 @@ ExitStatus catalogue(CatalogueOptions& options) {
     return ExitStatus::done;
   }
   const ServerTables tables(options.server, module::tables_of(own));
-  requests::Output output;
-  if (options.graph) {
-    output.write(Flowchart(tables).markdown());
-    output.flush();
-    return ExitStatus::done;
-  }
-  output.write("## Usual follow-ups\n\n" + follow_ups(tables) +
-               "\n## Signals\n\nA kind that begins with `asked_` is taken from the request or, if that has "
-               "none, from the answer.\n\n" +
-               signals(tables));
-  if (options.server.serves() != nullptr) output.write("\n## Without a follow-up\n\n" + dead_ends(tables));
-  output.write("\n## Limits\n\n" + limits());
-  output.flush();
+  requests::print(options.graph ? Flowchart(tables).markdown()
+                                : markdown(tables, options.server.serves() != nullptr));
   return ExitStatus::done;
 }
 

@@ -36,9 +36,7 @@ ExitStatus explain(ExplainOptions& options) {
     print_answer(explained.to_dict(), options.pretty);
     return ExitStatus::done;
   }
-  requests::Output output;
-  output.write(explanation_text(explained, wanted_colour()));
-  output.flush();
+  requests::print(explanation_text(explained, wanted_colour()));
   return ExitStatus::done;
 }
 

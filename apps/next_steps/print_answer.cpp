@@ -41,10 +41,8 @@ std::string pretty_text(const values::JsonValue& value) {
 }
 
 void print_answer(values::JsonObject answer, bool pretty) {
-  requests::Output output;
-  output.write(pretty ? pretty_text(std::move(answer)) : vantrex::tool_handlers::tool_result_text(answer));
-  output.write("\n");
-  output.flush();
+  requests::print(
+      (pretty ? pretty_text(std::move(answer)) : vantrex::tool_handlers::tool_result_text(answer)) + '\n');
 }
 
 }  // namespace next_steps_program

@@ -13,12 +13,14 @@
 #include "requests/failures.h"
 #include "requests/members.h"
 #include "vantrex/workers/name_lookup.h"
+#include "vantrex/workers/unknown_name.h"
 
 namespace next_steps_requests {
 
 using models::InMemoryRepository;
 using models::SymbolView;
 using values::Kind;
+using vantrex::workers::quoted;
 
 namespace {
 

@@ -1,6 +1,7 @@
 #include "requests/json_reader.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
 #include <cstdint>
@@ -308,26 +309,10 @@ PickedField pick_fields(std::string_view text, std::string_view what, std::span<
   return picking.other;
 }
 
-std::string_view kind_name(values::Kind kind) {
-  switch (kind) {
-    case values::Kind::null:
-      return "null";
-    case values::Kind::boolean:
-      return "a boolean";
-    case values::Kind::integer:
-      return "an integer";
-    case values::Kind::floating:
-      return "a float";
-    case values::Kind::string:
-      return "a string";
-    case values::Kind::list:
-      return "a list";
-    case values::Kind::object:
-      return "an object";
-    case values::Kind::foreign:
-      break;
-  }
-  return "a foreign value";
+std::string_view kind_name(Kind kind) {
+  constexpr std::array<std::string_view, 8> kNames = {
+      "null", "a boolean", "an integer", "a float", "a string", "a list", "an object", "a foreign value"};
+  return kNames.at(static_cast<std::size_t>(kind));
 }
 
 }  // namespace next_steps_requests

@@ -3,16 +3,13 @@
 #include <algorithm>
 #include <utility>
 
-#include "vantrex/values/text_forms.h"
+#include "vantrex/workers/unknown_name.h"
 
 namespace next_steps_requests {
 
 using values::JsonValue;
 using values::Kind;
-
-std::string quoted(std::string_view key) {
-  return values::compact_text(JsonValue(key));
-}
+using vantrex::workers::quoted;
 
 std::string wrong_kind(Kind kind, std::string_view or_null, Kind found) {
   std::string message = "must be ";

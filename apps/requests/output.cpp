@@ -24,4 +24,10 @@ void Output::flush() {
   waiting_.clear();
 }
 
+void print(std::string_view text) {
+  Output output;
+  output.write(text);
+  output.flush();
+}
+
 }  // namespace next_steps_requests
