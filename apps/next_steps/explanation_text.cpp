@@ -62,6 +62,7 @@ class ExplanationWriter {
 
  private:
   void line(const std::string& text) { text_ += vantrex::logging::printable(text) + '\n'; }
+  void detail(const std::string& text) { line(std::string(11, ' ') + text); }
 
   // Appends a line: `number`, `verdict` in `colour` if colours are wanted, and `rest`.
   void marked_line(const std::string& number, const std::string& verdict, std::string_view colour,
@@ -96,11 +97,10 @@ class ExplanationWriter {
     const bool kept = each.verdict == module::Verdict::kept;
     marked_line(std::to_string(number) + " ", kept ? "kept" : "dropped", kept ? "\x1b[32m" : "\x1b[31m",
                 call_text(each.step));
-    const std::string indent(11, ' ');
     if (const JsonObject* call = each.step.object()) {
-      if (const auto reason = (*call)["reason"].string()) line(indent + std::string(*reason));
+      if (const auto reason = (*call)["reason"].string()) detail(std::string(*reason));
     }
-    line(indent + each.from() + ", " + std::to_string(each.bytes) + " bytes: " + each.why());
+    detail(each.from() + ", " + std::to_string(each.bytes) + " bytes: " + each.why());
   }
 
   void absent(const module::AbsentHint& each) {
@@ -112,8 +112,8 @@ class ExplanationWriter {
     if (const JsonValue& takes = each.hint["takes"]; !takes.is_null())
       call += " takes " + compact_text(takes);
     marked_line("- ", "absent", kYellow, call);
-    line(std::string(11, ' ') + text_of("reason"));
-    line(std::string(11, ' ') + each.why);
+    detail(text_of("reason"));
+    detail(each.why);
   }
 
   void silent(const module::SilentSignal& each) {
