@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "requests/failures.h"
-#include "requests/members.h"
+#include "requests/json_reader.h"
 #include "vantrex/workers/name_lookup.h"
 #include "vantrex/workers/unknown_name.h"
 

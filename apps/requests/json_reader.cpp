@@ -19,8 +19,7 @@ using SizeType = std::size_t;
 #include <rapidjson/error/en.h>
 #include <rapidjson/reader.h>
 
-#include "requests/number_text.h"
-#include "requests/text_faults.h"
+#include "requests/json_tokens.h"
 #include "vantrex/values/text_forms.h"
 
 namespace next_steps_requests {
@@ -255,10 +254,8 @@ JsonObject TreeBuilder::unfinished() && {
 // Returns the object that `value`, read from `text`, must be.
 JsonObject object_of(JsonValue value, std::string_view text, std::string_view what) {
   if (JsonObject* object = value.object()) return std::move(*object);
-  std::string message(what);
-  message += " must be an object, not ";
-  message += kind_name(value.kind());
-  throw JsonError(place_of(text, text.find_first_not_of(" \t\n\r")), message);
+  throw JsonError(place_of(text, text.find_first_not_of(" \t\n\r")),
+                  std::string(what) + ' ' + wrong_kind(Kind::object, "", value.kind()));
 }
 
 }  // namespace
@@ -304,10 +301,12 @@ PickedField pick_fields(std::string_view text, std::string_view what, std::span<
   return picking.other;
 }
 
-std::string_view kind_name(Kind kind) {
+std::string wrong_kind(Kind kind, std::string_view or_null, Kind found) {
   constexpr std::array<std::string_view, 8> kNames = {
       "null", "a boolean", "an integer", "a float", "a string", "a list", "an object", "a foreign value"};
-  return kNames.at(static_cast<std::size_t>(kind));
+  const auto name = [&](Kind each) { return kNames.at(static_cast<std::size_t>(each)); };
+  std::string message = "must be ";
+  return message.append(name(kind)).append(or_null).append(", not ").append(name(found));
 }
 
 }  // namespace next_steps_requests

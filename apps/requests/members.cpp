@@ -11,11 +11,6 @@ using values::JsonValue;
 using values::Kind;
 using vantrex::workers::quoted;
 
-std::string wrong_kind(Kind kind, std::string_view or_null, Kind found) {
-  std::string message = "must be ";
-  return message.append(kind_name(kind)).append(or_null).append(", not ").append(kind_name(found));
-}
-
 Members::Members(std::string_view line, std::string_view what, ObjectReading reading)
     : line_(line), what_(what), read_(std::move(reading)) {
   if (read_.error) throw JsonError(*read_.error);

@@ -4,7 +4,6 @@
 #include <unistd.h>
 
 #include "requests/failures.h"
-#include "requests/repeatable.h"
 
 namespace next_steps_requests {
 
