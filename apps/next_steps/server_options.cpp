@@ -1,27 +1,23 @@
 #include "next_steps/server_options.h"
 
-#include <algorithm>
-#include <cstddef>
+#include <sstream>
 #include <stdexcept>
 
 #include <CLI/CLI.hpp>
 
 #include "next_steps/usage.h"
 #include "requests/catalogue_file.h"
-#include "requests/served_tool_text.h"
+#include "requests/request_text.h"
 
 namespace next_steps_program {
 
 namespace {
 
 // Returns the entries of a list such as "search,symbol:detail,files".
-std::vector<module::ServedTool> read_served_tools(std::string_view text) {
+std::vector<module::ServedTool> read_served_tools(const std::string& text) {
   std::vector<module::ServedTool> tools;
-  for (std::size_t begin = 0; begin <= text.size();) {
-    const std::size_t end = std::min(text.find(',', begin), text.size());
-    tools.push_back(requests::read_served_tool(text.substr(begin, end - begin)));
-    begin = end + 1;
-  }
+  std::istringstream list(text + ',');
+  for (std::string each; std::getline(list, each, ',');) tools.push_back(requests::read_served_tool(each));
   return tools;
 }
 

@@ -8,7 +8,6 @@
 #include <sys/stat.h>
 
 #include "requests/failures.h"
-#include "requests/repeatable.h"
 
 namespace next_steps_requests {
 
