@@ -1,4 +1,5 @@
 // next-steps catalogue: prints the tables of steps, as Markdown or as a picture.
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -7,7 +8,6 @@
 
 #include <CLI/CLI.hpp>
 
-#include "next_steps/catalogue_graph.h"
 #include "next_steps/command.h"
 #include "next_steps/print_answer.h"
 #include "next_steps/server_options.h"
@@ -104,7 +104,8 @@ std::string signals(const ServerTables& tables) {
 
 std::string dead_ends(const ServerTables& tables) {
   std::string text;
-  for (const AnswerOf& each : tables.dead_ends()) text += "- " + tool_cell(each.tool, each.action) + '\n';
+  for (const module::RowKey& each : tables.dead_ends())
+    text += "- " + tool_cell(each.tool, each.action) + '\n';
   return text.empty() ? "None.\n" : text;
 }
 
@@ -124,6 +125,55 @@ std::string limits() {
          row("MAX_STEP_FILES", module::MAX_STEP_FILES, "files that a step to recommended tests lists");
 }
 
+// The tables as a Mermaid flowchart: answers on the left, calls on the right, the lines of signals dotted. An
+// answer or a call without a further step is dashed.
+class Flowchart {
+ public:
+  explicit Flowchart(const ServerTables& tables) : tables_(tables) {
+    for (const module::UsualRow* row : tables.rows()) {
+      const auto calls = tables.calls(*row);
+      if (calls.empty()) text_ += "  " + node('a', module::split_key(row->key)) + '\n';
+      for (const module::Call* call : calls) add(row->key, " --> ", *call);
+    }
+    for (const module::SignalRow* row : tables.signals()) add(row->key, " -.-> ", row->signal->call);
+  }
+
+  std::string markdown() && { return std::move(text_) + "```\n"; }
+
+ private:
+  void add(std::string_view answer, const char* line, const module::Call& call) {
+    text_ += "  " + node('a', module::split_key(answer)) + line;
+    text_ += node('c', {call.tool.view(), action_of(call)}) + '\n';
+  }
+
+  // Returns the id of a node, and the first time also its label and its style.
+  std::string node(char side, const module::RowKey& key) {
+    std::string name(key.tool);
+    if (key.action) name.append(":").append(*key.action);
+    const auto [place, is_new] = numbers_.emplace(side + name, numbers_.size());
+    const std::string id = side + std::to_string(place->second);
+    if (!is_new) return id;
+    return id + "[\"" + label(name) + "\"]" + (tables_.leads_on(key) ? "" : ":::dead");
+  }
+
+  // Replaces characters that mean something to Mermaid by their codes. Next to a code the colon is one, too.
+  static std::string label(const std::string& name) {
+    constexpr std::string_view kSpecial = R"(:!"#$%&'()*+,/;<=>?@[\]^`{|}~ )";
+    const std::string text = vantrex::logging::printable(name);
+    if (text.find_first_of(kSpecial.substr(1)) == std::string::npos) return text;
+    std::string coded;
+    for (const char byte : text) {
+      const bool is_special = kSpecial.find(byte) != std::string_view::npos;
+      coded += is_special ? '#' + std::to_string(byte) + ';' : std::string(1, byte);
+    }
+    return coded;
+  }
+
+  const ServerTables& tables_;
+  std::map<std::string, std::size_t> numbers_;  // of the nodes
+  std::string text_ = "```mermaid\nflowchart LR\n  classDef dead stroke-dasharray: 4 3\n";
+};
+
 struct CatalogueOptions {
   ServerOptions server;
   bool graph = false;
@@ -139,7 +189,7 @@ ExitStatus catalogue(CatalogueOptions& options) {
   const ServerTables tables(options.server, module::tables_of(own));
   requests::Output output;
   if (options.graph) {
-    output.write(catalogue_graph(tables));
+    output.write(Flowchart(tables).markdown());
     output.flush();
     return ExitStatus::done;
   }
@@ -159,7 +209,7 @@ Command add_catalogue(CLI::App& program) {
   auto options = std::make_shared<CatalogueOptions>();
   CLI::App* parser = program.add_subcommand("catalogue", "Print the tables of steps as Markdown");
   options->server.add_to(*parser);
-  parser->add_flag("--graph", options->graph, "Print them as an SVG picture instead");
+  parser->add_flag("--graph", options->graph, "Print them as a Mermaid flowchart in Markdown instead");
   parser->add_flag("--json", options->json, "Print them in the format of --catalogue instead")
       ->excludes("--graph");
   parser->footer(

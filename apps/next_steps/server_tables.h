@@ -3,9 +3,7 @@
 // Threads: like an int. Everything throws only std::bad_alloc.
 #pragma once
 
-#include <optional>
 #include <set>
-#include <string>
 #include <vector>
 
 #include "next_steps/names.h"
@@ -14,19 +12,11 @@
 
 namespace next_steps_program {
 
-// An answer that a server gives: of one action, or of a tool with any action that has no row.
-struct AnswerOf {
-  std::string tool;
-  std::optional<std::string> action;
-
-  friend bool operator==(const AnswerOf&, const AnswerOf&) = default;
-};
-
 // The rows for the answers that the server gives, and the steps that the server has. Without
 // --serves, all rows and steps.
 class ServerTables {
  public:
-  // `tables` must outlive this object.
+  // `server` and `tables` must outlive this object.
   ServerTables(const ServerOptions& server, const module::Tables& tables);
 
   // The rows in the order of the tables, and the calls of a row.
@@ -34,18 +24,21 @@ class ServerTables {
   std::vector<const module::Call*> calls(const module::UsualRow& row) const;
   std::vector<const module::SignalRow*> signals() const;
 
-  // The answers of the server that never get a step from the tables.
-  std::vector<AnswerOf> dead_ends() const;
+  // The answers of the server that never get a step from the tables. One without an action stands for the
+  // actions of its tool that have no row.
+  std::vector<module::RowKey> dead_ends() const;
 
   // Whether an answer of the tool and action may get a step from the tables.
-  bool leads_on(const AnswerOf& answer) const;
+  bool leads_on(const module::RowKey& answer) const;
 
  private:
+  void add(const module::RowKey& answer);
+  bool is_served(const module::Call& call) const;
   bool is_served(const module::SignalRow& row) const;
 
   const module::Tables& tables_;
   const module::ServedTools* serves_;
-  std::vector<AnswerOf> answers_;
+  std::vector<module::RowKey> answers_;  // that the server gives
   // The rows for these answers, and null where there is none.
   std::set<const module::UsualRow*> used_rows_;
   std::set<const module::SignalRow*> used_signals_;

@@ -21,6 +21,8 @@ using KeyPath = std::span<const std::string_view>;
 struct RowKey {
   std::string_view tool;
   std::optional<std::string_view> action;
+
+  friend bool operator==(const RowKey&, const RowKey&) = default;
 };
 
 inline RowKey split_key(std::string_view key) noexcept {
