@@ -1,4 +1,4 @@
-# The Debian packages: libnext-steps-dev with the headers, the static library, the guide and the examples in C++;
+# The Debian packages: libnext-steps-dev with the headers, the static library, the pages of docs and the examples in C++;
 # next-steps with the program, its manual page and the examples for it; libnext-steps-c1, named after its soname,
 # with the C interface; and python3-next-steps. They hold the components "dev", "program", "c" and "python".
 set(CPACK_GENERATOR DEB)
@@ -13,7 +13,7 @@ set(CPACK_DEBIAN_DEV_PACKAGE_SECTION libdevel)
 set(CPACK_DEBIAN_DEV_PACKAGE_DEPENDS "libnext-steps-c${PROJECT_VERSION_MAJOR} (= ${PROJECT_VERSION})")
 set(CPACK_DEBIAN_DEV_PACKAGE_SUGGESTS "nlohmann-json3-dev, rapidjson-dev")
 set(CPACK_DEBIAN_DEV_DESCRIPTION "This package has the header files and the static library, with a CMake
-package, a file for pkg-config, the guide and the examples.")
+package, a file for pkg-config, the documents and the examples.")
 
 set(CPACK_DEBIAN_PROGRAM_PACKAGE_NAME next-steps)
 set(CPACK_DEBIAN_PROGRAM_PACKAGE_SECTION utils)
@@ -44,15 +44,17 @@ function(next_steps_packaged component destination)
 endfunction()
 
 set(packaged ${PROJECT_BINARY_DIR}/packaged)
-foreach(file cmake/debian/changelog docs/next-steps.1 docs/guide.md docs/catalogue.md)
+file(GLOB pages CONFIGURE_DEPENDS RELATIVE ${PROJECT_SOURCE_DIR} docs/*.md)
+list(REMOVE_ITEM pages docs/values.md)
+foreach(file cmake/debian/changelog docs/next-steps.1 ${pages})
   get_filename_component(name ${file} NAME)
   configure_file(${file} ${packaged}/${name} @ONLY)
   execute_process(COMMAND gzip -9nf ${packaged}/${name} COMMAND_ERROR_IS_FATAL ANY)
 endforeach()
 
 set(dev_docs doc/libnext-steps-dev)
-next_steps_packaged(dev ${dev_docs} cmake/debian/copyright ${packaged}/changelog.gz ${packaged}/guide.md.gz
-  ${packaged}/catalogue.md.gz)
+list(TRANSFORM pages REPLACE "docs/(.*)" "${packaged}/\\1.gz")
+next_steps_packaged(dev ${dev_docs} cmake/debian/copyright ${packaged}/changelog.gz ${pages})
 next_steps_packaged(program doc/next-steps cmake/debian/copyright ${packaged}/changelog.gz)
 next_steps_packaged(program man/man1 ${packaged}/next-steps.1.gz)
 next_steps_packaged(c doc/libnext-steps-c${PROJECT_VERSION_MAJOR} cmake/debian/copyright ${packaged}/changelog.gz)

@@ -1,6 +1,6 @@
 // Checks schemas/catalogue.schema.json for scripts/client: node catalogue_schema.mjs
 //
-// The schema allows the catalogues of the guide and of the tests, and refuses the wrong ones of
+// The schema allows the catalogues of the examples and of the tests, and refuses the wrong ones of
 // tests/tool_handlers/catalogue_test.cpp, except where it would have to compare names.
 import assert from "node:assert/strict";
 import { readFileSync } from "node:fs";

@@ -1,4 +1,3 @@
-#include <iterator>
 #include <regex>
 #include <string>
 #include <vector>
@@ -23,35 +22,43 @@ std::vector<std::string> blocks(const std::string& document, const std::string& 
   return found;
 }
 
-// Returns the parts of an example between pairs of marks "// [name]"; without marks, all of it.
-std::vector<std::string> shown(const std::string& example) {
-  static const std::regex mark(R"(// \[\w+\]\n)");
-  std::sregex_token_iterator part(example.begin(), example.end(), mark, -1);
-  const std::sregex_token_iterator end;
-  if (std::next(part) == end) return {example};
-  std::vector<std::string> parts;
-  for (; part != end && ++part != end; ++part) parts.push_back(*part);
-  return parts;
+// Returns the blocks, with an empty line between them.
+std::string joined(const std::string& document, const std::string& language) {
+  std::string text;
+  for (const std::string& block : blocks(document, language)) text += (text.empty() ? "" : "\n") + block;
+  return text;
 }
 
 TEST(Documents, ShowTheirExamplesAndWhatTheyPrint) {
   struct Row {
     std::string document, example, output;  // `output` is the language of the output blocks
   };
-  for (const Row& row : {Row{"README.md", "finish_an_answer", "json"}, {"docs/guide.md", "guide", "text"}}) {
-    const std::string source = read_file(NEXT_STEPS_ROOT "/examples/" + row.example + ".cpp");
-    EXPECT_EQ(blocks(row.document, "cpp"), shown(source));
+  for (const Row& row : {Row{"README.md", "finish_an_answer", "json"},
+                         {"docs/cpp.md", "handlers", "text"},
+                         {"docs/misses.md", "misses", "text"},
+                         {"docs/catalogues.md", "tracker", "text"}}) {
+    EXPECT_EQ(joined(row.document, "cpp"), read_file(NEXT_STEPS_ROOT "/examples/" + row.example + ".cpp"));
     std::string printed;
     for (const std::string& block : blocks(row.document, row.output)) printed += block;
     EXPECT_EQ(printed, run(NEXT_STEPS_EXAMPLES "/" + row.example).out);
   }
-  const std::string catalogue = read_file(NEXT_STEPS_ROOT "/examples/catalogues/issues.json");
-  EXPECT_NE(read_file(NEXT_STEPS_ROOT "/docs/guide.md").find("R\"(" + catalogue + ")\""), std::string::npos);
 }
 
-TEST(Documents, ShowTheSchemaOfFinishedAnswers) {
-  EXPECT_EQ(blocks("docs/guide.md", "json"),
-            std::vector{read_file(NEXT_STEPS_ROOT "/schemas/finished_answer.schema.json")});
+TEST(Documents, ShowOtherFilesAsTheyAre) {
+  struct Row {
+    std::string document, language, file;
+  };
+  for (const Row& row : {Row{"README.md", "python", "examples/finish_an_answer.py"},
+                         {"README.md", "js", "examples/finish_an_answer.mjs"},
+                         {"python/README.md", "python", "examples/finish_an_answer.py"},
+                         {"node/README.md", "js", "examples/finish_an_answer.mjs"},
+                         {"docs/languages.md", "python", "examples/session.py"},
+                         {"docs/languages.md", "js", "examples/session.mjs"},
+                         {"docs/languages.md", "c", "tests/c/c_batch.c"},
+                         {"docs/catalogues.md", "json", "examples/catalogues/issues.json"},
+                         {"docs/agents.md", "json", "schemas/finished_answer.schema.json"}}) {
+    EXPECT_EQ(joined(row.document, row.language), read_file(NEXT_STEPS_ROOT "/" + row.file));
+  }
 }
 
 // Returns the JSON in the picture on `side`, without the dropped lines.
@@ -72,7 +79,8 @@ TEST(Readme, PicturesAnAnswerAsItIs) {
 
 TEST(Documents, ShowWhatTheCommandsPrint) {
   std::vector<std::string> sessions;
-  for (const char* document : {"README.md", "docs/program.md", "docs/guide.md"}) {
+  for (const char* document :
+       {"README.md", "docs/agents.md", "docs/catalogues.md", "docs/program.md", "docs/proxy.md"}) {
     const std::vector<std::string> found = blocks(document, "console");
     ASSERT_FALSE(found.empty());
     sessions.insert(sessions.end(), found.begin(), found.end());

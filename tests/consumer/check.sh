@@ -26,9 +26,9 @@ check_output() {
 check_installed() {
   local prefix=$work/moved/$1 libdir
   mv "installed/$1" "$prefix"
-  configure "find-$1" -DCMAKE_PREFIX_PATH="$prefix" -DWANTED="$major.$minor" -DEXAMPLE=guide
+  configure "find-$1" -DCMAKE_PREFIX_PATH="$prefix" -DWANTED="$major.$minor" -DEXAMPLE=handlers
   cmake --build "find-$1"
-  check_output guide "find-$1/consumer"
+  check_output handlers "find-$1/consumer"
   libdir=$prefix/$(cd "$prefix" && dirname "$(find lib -name pkgconfig)")
   PKG_CONFIG_PATH=$libdir/pkgconfig pkg-config --cflags --libs next_steps >flags
   # shellcheck disable=SC2046 # the flags are words
@@ -39,7 +39,7 @@ check_installed() {
 # check_optimisation EXPECTED OPTION...: a project that is configured like this compiles the library with these
 # -O options.
 check_optimisation() {
-  configure optimised --fresh -DSUBDIRECTORY="$root" -DEXAMPLE=guide -DCMAKE_EXPORT_COMPILE_COMMANDS=ON "${@:2}"
+  configure optimised --fresh -DSUBDIRECTORY="$root" -DEXAMPLE=handlers -DCMAKE_EXPORT_COMPILE_COMMANDS=ON "${@:2}"
   sed -n '/"command".*finishing.cpp/p' optimised/compile_commands.json | { grep -oE ' -O[^ ]*' || true; } |
     xargs | diff - <(echo "$1")
 }

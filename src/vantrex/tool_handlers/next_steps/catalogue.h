@@ -39,8 +39,8 @@ class NEXT_STEPS_API Catalogue {
   /// Frees the content with its last copy.
   ~Catalogue();
 
-  /// The catalogue that `json` describes. The chapter "Your tools have other names" of docs/guide.md explains
-  /// the format. Throws CatalogueError and std::bad_alloc.
+  /// The catalogue that `json` describes. docs/catalogues.md explains the format. Throws CatalogueError and
+  /// std::bad_alloc.
   static Catalogue from_json(values::JsonObject json);
 
   /// The catalogue in the format of from_json. Throws std::bad_alloc.

@@ -1,0 +1,3 @@
+import { finishText } from "next-steps";
+
+console.log(await finishText({ results: [{ fqn: "pkg.mod.parse" }] }, "search"));
