@@ -104,7 +104,8 @@ class Proxy {
          watch(to_client_.wants_to_read(), server_.output(), POLLIN),
          watch(!is_deaf_, STDOUT_FILENO, to_client_.wants_to_write() ? POLLOUT : 0)}};
     const int ready = ::poll(streams.data(), streams.size(), drains ? 0 : milliseconds_left());
-    if (ready < 0) return;  // interrupted
+    if (ready < 0 && errno != EINTR) throw requests::IoFailed("poll");
+    if (ready < 0) return;
     const auto& [signals, client_in, server_in, server_out, client_out] = streams;
     if (client_in.revents != 0) hear();
     if (server_in.revents != 0) write_to_server();

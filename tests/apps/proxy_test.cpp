@@ -199,6 +199,14 @@ TEST(Proxy, EndsWithItsClient) {
   }
 }
 
+TEST(Proxy, PassesALineThatMemoryCannotHold) {
+  if (NEXT_STEPS_SANITIZED) GTEST_SKIP() << "the sanitizer needs address space";
+  const Ran ran = run("ulimit -v 150000; head -c 200000000 /dev/zero | next-steps proxy -- cat | wc -c");
+  EXPECT_EQ(ran.out, "200000000\n");
+  const std::string warning = "next-steps: a line is passed on as it came: std::bad_alloc\n";
+  EXPECT_EQ(ran.err, warning + warning);  // once for each direction
+}
+
 TEST(Proxy, PassesEachLineOnInTime) {
   for (const char* const seed : {"1", "2", "3"}) {
     const Ran ran =
