@@ -15,13 +15,19 @@ STEPS = {
     "open": [], "plain": None}
 
 
+def told(answer):
+    """The text of an answer in its result; of every other answer, it says something else."""
+    return json.dumps(answer, indent=2) if len(answer["fqn"]) % 2 else "done"
+
+
 def server():
     for line in sys.stdin:
         request = json.loads(line)
         result = {"tools": [{"name": name} for name in ("find", "open", "list")]}
         if request["method"] == "tools/call":
             name = request["params"]["arguments"].get("fqn", "a")
-            result = {"content": [], "structuredContent": {"fqn": name, "none": None, "text": "é\n" * (len(name) * 9)}}
+            answer = {"fqn": name, "none": None, "text": "é\n" * (len(name) * 9)}
+            result = {"content": [{"type": "text", "text": told(answer)}], "structuredContent": answer}
         print(json.dumps({"id": request["id"], "result": result}, indent=None), flush=True)
 
 
@@ -63,8 +69,9 @@ def client(program, seed):
             size = lambda value: len(json.dumps(value, ensure_ascii=False, separators=(",", ":")).encode())
             bare = {"fqn": answer["fqn"], "text": answer["text"]}
             before = {"fqn": answer["fqn"], "none": None, "text": answer["text"]}
-            total.update(answers=1, without_steps="next_steps" not in answer, bytes_before=len(json.dumps(before)), bytes_after=size(answer),
-                         null_bytes=size(before) - size(bare), space_bytes=len(json.dumps(before)) - size(before), hint_bytes=size(answer) - size(bare))
+            bytes_before = len(told(before)) if len(answer["fqn"]) % 2 else len(json.dumps(before))
+            total.update(answers=1, without_steps="next_steps" not in answer, bytes_before=bytes_before, bytes_after=size(answer),
+                         null_bytes=size(before) - size(bare), space_bytes=bytes_before - size(before), hint_bytes=size(answer) - size(bare))
             offers.append([])
             for call, outcome in STEPS[tool]:
                 row = ("usual " + tool, call)
