@@ -125,8 +125,7 @@ std::string limits() {
          row("MAX_STEP_FILES", module::MAX_STEP_FILES, "files that a step to recommended tests lists");
 }
 
-// The tables as a Mermaid flowchart: answers on the left, calls on the right, the lines of signals dotted. An
-// answer or a call without a further step is dashed.
+// The tables as a Mermaid flowchart in Markdown.
 class Flowchart {
  public:
   explicit Flowchart(const ServerTables& tables) : tables_(tables) {
@@ -171,7 +170,9 @@ class Flowchart {
 
   const ServerTables& tables_;
   std::map<std::string, std::size_t> numbers_;  // of the nodes
-  std::string text_ = "```mermaid\nflowchart LR\n  classDef dead stroke-dasharray: 4 3\n";
+  std::string text_ =
+      "Answers are on the left, the calls that they lead to on the right. Signals are dotted; what leads no\n"
+      "further is dashed.\n\n```mermaid\nflowchart LR\n  classDef dead stroke-dasharray: 4 3\n";
 };
 
 struct CatalogueOptions {

@@ -11,22 +11,12 @@
 
 namespace next_steps_program {
 
-namespace {
-
-// Returns the entries of a list such as "search,symbol:detail,files".
-std::vector<module::ServedTool> read_served_tools(const std::string& text) {
-  std::vector<module::ServedTool> tools;
-  std::istringstream list(text + ',');
-  for (std::string each; std::getline(list, each, ',');) tools.push_back(requests::read_served_tool(each));
-  return tools;
-}
-
-}  // namespace
-
 void ServerOptions::add_to(CLI::App& parser) {
   const auto parse = [this](const std::string& text) {
+    std::istringstream list(text + ',');
     try {
-      tools_ = read_served_tools(text);
+      for (std::string each; std::getline(list, each, ',');)
+        tools_.push_back(requests::read_served_tool(each));
     } catch (const std::invalid_argument& error) {
       throw CLI::ValidationError("--serves", error.what());
     }
