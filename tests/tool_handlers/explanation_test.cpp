@@ -138,14 +138,14 @@ search |  | {} | {"results":[{"fqn":"f","kind":"Heading"}]} | usual search; abse
 quality:unused |  | {} | {"results":[{"fqn":7},{"fqn":"f","file":"a.md"},{"fqn":"g","kind":"key"}]} | usual quality of the tool; absent symbol: 2 hits have an fqn but are no code symbols: file "a.md"; 
 symbol:caller |  | {} | {"fqn":"f"} | usual symbol of the tool; unknown action "caller" of symbol; did you mean "callers"?; 
 symbol:raw |  | {} | {"fqn":"f"} | usual symbol of the tool; 
-search:symbol | serach,symbol:detial,mine,symbol:detail | {} | {"results":[{"fqn":"f"}],"total":1} | usual search of the tool; unknown action "symbol" of search; did you mean "symbols"?; serves: unknown tool "serach"; did you mean "search"?; serves: unknown action "detial" of symbol; did you mean "detail"?; 
-symbol:callers |  | {} | {"symbol":{"fqn":"f"},"total":8} | usual symbol:callers; signal symbol:callers; absent symbol: no fqn in any hit; "symbol" has one; silent: no fqn; "symbol" has one; no hits: the answer has no list with one of the names LISTS; 
-search:code |  | {} | {"total_count":"3","total":0,"results":[{"path":"a"},{},{}]} | usual search:code; signal search:code; absent file: no hits; silent: no query; "total_count" is ignored: it is no integer; "total" is 0, but "results" has 3 hits; 
-symbol:detail | symbol | {} | {"next_steps":[{"tool":"tests","args":{},"reason":"r"}]} | usual ; own steps: 1; the tables were not asked; next_steps[0] calls what the server does not have; 
+search:symbol | symbol:detail | {} | {"results":[{"fqn":"f"}],"total":1} | usual search of the tool; unknown action "symbol" of search; did you mean "symbols"?; 
+symbol:callers |  | {} | {"symbol":{"fqn":"f"},"total":8} | usual symbol:callers; signal symbol:callers; absent symbol: no fqn in any hit; silent: no fqn; no hits: the answer has no list with one of the names LISTS; 
+search:code |  | {} | {"total_count":"3","total":0} | usual search:code; signal search:code; absent file: no hits; silent: no query; "total_count" is ignored: it is no integer; 
+symbol:detail | symbol | {} | {"next_steps":[{"tool":"tests","args":{},"reason":"r"}]} | usual ; next_steps[0] calls what the server does not have; 
 symbol | symbol | {} | {"found":false,"did_you_mean":["x"]} | usual ; a miss: the tables were not asked; 
 symbol:references |  | {} | {"symbol":{"fqn":5},"callers":[{}]} | usual symbol:references; signal symbol:references; absent symbol: no fqn in any hit; silent: 1 hit, 8 are needed, no fqn; 
 files |  | {} | {"next_steps":{"tool":"x"},"files":["a"]} | usual files; "next_steps" is ignored: it is no list; 
-x |  | {} | {"next_steps":[0,{"tool":1},{"tool":"x","args":[]},{"tool":"x","args":{}},{"tool":"x","args":{},"reason":"r"}]} | usual ; own steps: 5; the tables were not asked; next_steps[0] is sent as it is, but is no step: it is no object; next_steps[1] is sent as it is, but is no step: it has no "tool" that is a string; next_steps[2] is sent as it is, but is no step: it has no "args" that is an object; next_steps[3] is sent as it is, but is no step: it has no "reason" that is a string; 
+x |  | {} | {"next_steps":[0,{"tool":1},{"tool":"x","args":[]},{"tool":"x","args":{}},{"tool":"x","args":{},"reason":"r"}]} | usual ; next_steps[0] is sent as it is, but is no step: it is no object; next_steps[1] is sent as it is, but is no step: it has no "tool" that is a string; next_steps[2] is sent as it is, but is no step: it has no "args" that is an object; next_steps[3] is sent as it is, but is no step: it has no "reason" that is a string; 
 )")) {
     const ServedTool call = call_of(row.at(0));
     ServedTools served;

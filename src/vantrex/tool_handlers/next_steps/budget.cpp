@@ -14,12 +14,9 @@ using values::JsonValue;
 
 namespace {
 
-template <typename Value>
-std::size_t hint_size(const Value& value) {
+std::size_t hint_size(const JsonObject* object, const JsonList* list) {
   std::size_t bytes = 0;
-  HintWalk walk([&bytes](const JsonValue& hint, const auto& /*levels*/) { bytes += _encoded_size(hint); });
-  walk.open(value);
-  walk.finish();
+  visit_hints(object, list, [&](const JsonValue& hint, const auto& /*levels*/) { bytes += _encoded_size(hint); });
   return bytes;
 }
 
@@ -30,10 +27,10 @@ std::size_t _encoded_size(const JsonValue& value) {
 }
 
 std::size_t _hint_size(const JsonValue& value) {
-  return hint_size(value);
+  return hint_size(value.object(), value.list());
 }
 std::size_t _hint_size(const JsonObject& object) {
-  return hint_size(object);
+  return hint_size(&object, nullptr);
 }
 
 AddedBytes::AddedBytes(const JsonList& steps) {

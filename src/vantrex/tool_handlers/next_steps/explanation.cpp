@@ -1,16 +1,12 @@
 #include "vantrex/tool_handlers/next_steps/explanation.h"
 
-#include <algorithm>
-#include <optional>
 #include <utility>
-#include <variant>
 
 #include "vantrex/tool_handlers/next_steps/assembly.h"
 #include "vantrex/tool_handlers/next_steps/budget.h"
-#include "vantrex/tool_handlers/next_steps/explanation_remarks.h"
+#include "vantrex/tool_handlers/next_steps/explanation_tables.h"
 #include "vantrex/tool_handlers/next_steps/hint_fields.h"
 #include "vantrex/tool_handlers/next_steps/rules.h"
-#include "vantrex/tool_handlers/next_steps/usual.h"
 #include "vantrex/values/text_forms.h"
 
 namespace vantrex::tool_handlers::next_steps {
@@ -18,55 +14,38 @@ namespace vantrex::tool_handlers::next_steps {
 using values::JsonList;
 using values::JsonObject;
 using values::JsonValue;
+using values::Kind;
 
 namespace {
 
-std::vector<AbsentHint> absent_hints(const AnswerView& answer, const UsualRow& row,
-                                     const ServedTools* serves) {
-  std::vector<AbsentHint> absent;
-  for (const Call& call : row.calls) {
-    if (!is_served(call.tool.view(), action_of(call), serves)) continue;
-    const auto outcome = follow_up_arguments(call, answer);
-    if (const Lack* lack = std::get_if<Lack>(&outcome)) {
-      absent.push_back({to_dict(call), lack_text(answer, *lack)});
+// Why an entry of the tool's own list is no step; empty if it is one.
+std::string lack_of_step(const JsonValue& entry) {
+  if (entry.object() == nullptr) return "is no object";
+  if (entry["tool"].kind() != Kind::string) return "has no \"tool\" that is a string";
+  if (entry["args"].kind() != Kind::object) return "has no \"args\" that is an object";
+  if (entry["reason"].kind() != Kind::string) return "has no \"reason\" that is a string";
+  return "";
+}
+
+// Remarks on the tool's own list of steps.
+void append_remarks(std::vector<std::string>& remarks, const JsonValue& own, const ServedTools* serves) {
+  if (!own.is_null() && own.list() == nullptr) {
+    remarks.emplace_back("\"next_steps\" is ignored: it is no list");
+  }
+  for (std::size_t position = 0; own.list() != nullptr && position < own.list()->size(); ++position) {
+    const std::string step = "next_steps[" + std::to_string(position) + "]";
+    if (const std::string lack = lack_of_step(own[position]); !lack.empty()) {
+      remarks.push_back(step + " is sent as it is, but is no step: it " + lack);
+    } else if (!is_served(own[position], serves)) {
+      remarks.push_back(step + " calls what the server does not have");
     }
   }
-  return absent;
 }
 
-std::vector<SilentSignal> silent_signals(const AnswerView& answer, const SignalRow& row,
-                                         const ServedTools* serves) {
-  const Signal* signal = row.signal;
-  if (signal == nullptr || !is_served(signal->call.tool.view(), action_of(signal->call), serves)) return {};
-  std::string why = lacking_hits(answer, signal->condition);
-  const auto outcome = call_arguments(signal->call, answer);
-  if (const Lack* lack = std::get_if<Lack>(&outcome)) {
-    why += (why.empty() ? "" : ", ") + lack_text(answer, *lack);
-  }
-  if (why.empty()) return {};
-  return {{std::string(row.key), std::move(why)}};
-}
-
-// Records the rows that apply to the answer, and the calls and signals that give no step.
-void explain_tables(Explanation& explained, const AnswerView& answer, std::string_view tool,
-                    const FinishOptions& options) {
-  const std::optional<std::string_view> action = options.action;
-  if (const UsualRow* usual = answer.tables().usual_row(tool, action)) {
-    explained.rows.usual = usual->key;
-    explained.rows.usual_of_tool = usual->key == tool && action;
-    explained.absent = absent_hints(answer, *usual, options.serves);
-  }
-  if (const SignalRow* signal = answer.tables().signal_row(tool, action)) {
-    explained.rows.signal = signal->key;
-    explained.silent = silent_signals(answer, *signal, options.serves);
-  }
-  append_remarks_on_tables(explained.remarks, answer, tool, options);
-}
-
-// The candidates with the decisions on them and their sizes. The kept ones are judged by the budget in an
-// answer of `bytes`.
+// The candidates with the decisions on them and their sizes. The first `kept` of those that were chosen stay
+// in an answer of `bytes`.
 std::vector<CandidateStep> measured_steps(const Candidates& candidates, const Decisions& decisions,
-                                          const TableRows& rows, const AnswerBytes& bytes) {
+                                          std::size_t kept, const TableRows& rows, const AnswerBytes& bytes) {
   std::vector<CandidateStep> steps;
   AddedBytes added;
   for (std::size_t place = 0; place < candidates.steps.size(); ++place) {
@@ -75,20 +54,15 @@ std::vector<CandidateStep> measured_steps(const Candidates& candidates, const De
                           : place < candidates.signals      ? Source::signal
                                                             : Source::usual;
     const std::string row = source == Source::own ? "" : source == Source::signal ? rows.signal : rows.usual;
-    steps.push_back({decisions[place], step, source, row, _encoded_size(step)});
-    if (decisions[place].verdict != Verdict::kept) continue;
-    added.add(steps.back().bytes);
-    steps.back().over_room = bytes.over_room(added.bytes());
+    CandidateStep& made = steps.emplace_back(
+        CandidateStep{decisions[place], step, source, row, _encoded_size(step)});
+    if (made.verdict != Verdict::kept) continue;
+    added.add(made.bytes);
+    made.over_room = bytes.over_room(added.bytes());
+    if (kept == 0) made.verdict = Verdict::over_room;
+    if (kept > 0) --kept;
   }
   return steps;
-}
-
-// Drops the kept steps after the first `count`.
-void drop_over_room(std::vector<CandidateStep>& steps, std::size_t count) {
-  std::size_t kept = 0;
-  for (CandidateStep& each : steps) {
-    if (each.verdict == Verdict::kept && ++kept > count) each.verdict = Verdict::over_room;
-  }
 }
 
 }  // namespace
@@ -96,7 +70,7 @@ void drop_over_room(std::vector<CandidateStep>& steps, std::size_t count) {
 Explanation explain_answer(JsonObject answer, std::string_view tool_name, FinishOptions options) {
   prepare(answer, std::move(options.freshness));
   Explanation explained;
-  append_remarks_on_own_steps(explained.remarks, answer, options);
+  append_remarks(explained.remarks, answer["next_steps"], options.serves);
   const Candidates candidates = candidate_steps(answer, tool_name, options);
   Decisions decisions;
   Choice choice = choose_steps(candidates, options.serves, &decisions);
@@ -110,12 +84,9 @@ Explanation explain_answer(JsonObject answer, std::string_view tool_name, Finish
   const AnswerBytes bytes{values::compact_size(answer), _hint_size(answer)};
   explained.bytes = bytes.all;
   explained.hint_bytes = bytes.hints;
-  ListedHints hints = largest_hints(answer, Explanation::kMaxHintFields);
-  explained.hint_fields = std::move(hints.largest);
-  explained.more_hint_fields = hints.others;
-  explained.candidates = measured_steps(candidates, decisions, explained.rows, bytes);
+  list_hint_fields(explained, answer);
   const JsonList kept = _within_share(answer, std::move(choice.steps), choice.keep);
-  drop_over_room(explained.candidates, kept.size());
+  explained.candidates = measured_steps(candidates, decisions, kept.size(), explained.rows, bytes);
   explained.step_bytes = AddedBytes(kept).bytes();
   const HintRoom room(explained.bytes + explained.step_bytes);
   explained.room = room.bytes;

@@ -1,8 +1,9 @@
 #include "vantrex/tool_handlers/next_steps/hint_fields.h"
 
 #include <algorithm>
+#include <map>
 #include <string>
-#include <utility>
+#include <vector>
 
 #include "vantrex/tool_handlers/next_steps/hint_walk.h"
 #include "vantrex/tool_handlers/next_steps/place.h"
@@ -43,43 +44,29 @@ struct Numbered {
   std::size_t number;
 };
 
-std::vector<Numbered> all_hints(const JsonObject& answer) {
-  std::vector<Numbered> hints;
-  HintWalk walk([&](const JsonValue& hint, const auto& /*levels*/) {
-    hints.push_back({values::compact_size(hint), hints.size()});
-  });
-  walk.open(answer);
-  walk.finish();
-  return hints;
-}
-
 }  // namespace
 
-ListedHints largest_hints(const JsonObject& answer, std::size_t max) {
-  std::vector<Numbered> hints = all_hints(answer);
-  const std::size_t others = hints.size() - std::min(max, hints.size());
-  std::partial_sort(hints.begin(), hints.end() - static_cast<std::ptrdiff_t>(others), hints.end(),
+void list_hint_fields(Explanation& explained, const JsonObject& answer) {
+  std::vector<Numbered> hints;
+  visit_hints(&answer, nullptr, [&](const JsonValue& hint, const auto& /*levels*/) {
+    hints.push_back({values::compact_size(hint), hints.size()});
+  });
+  const std::size_t count = std::min(Explanation::kMaxHintFields, hints.size());
+  std::partial_sort(hints.begin(), hints.begin() + static_cast<std::ptrdiff_t>(count), hints.end(),
                     [](const Numbered& a, const Numbered& b) {
                       return a.bytes != b.bytes ? a.bytes > b.bytes : a.number < b.number;
                     });
-  hints.resize(hints.size() - others);
-
-  ListedHints listed{{}, others};
-  std::vector<std::pair<std::size_t, std::size_t>> places;  // the number of each, and its place in the list
-  for (const Numbered& hint : hints) {
-    places.emplace_back(hint.number, places.size());
-    listed.largest.push_back({"", hint.bytes});
+  explained.more_hint_fields = hints.size() - count;
+  explained.hint_fields.resize(count);
+  std::map<std::size_t, std::string*> paths;  // that are listed, by the number of their field
+  for (std::size_t place = 0; place < count; ++place) {
+    explained.hint_fields[place].bytes = hints[place].bytes;
+    paths[hints[place].number] = &explained.hint_fields[place].path;
   }
-  std::sort(places.begin(), places.end());
-  auto next = places.begin();
   std::size_t number = 0;
-  HintWalk walk([&](const JsonValue& /*hint*/, const auto& levels) {
-    if (next == places.end() || next->first != number++) return;
-    listed.largest[next++->second].path = path_text(levels);
+  visit_hints(&answer, nullptr, [&](const JsonValue& /*hint*/, const auto& levels) {
+    if (const auto listed = paths.find(number++); listed != paths.end()) *listed->second = path_text(levels);
   });
-  walk.open(answer);
-  walk.finish();
-  return listed;
 }
 
 }  // namespace vantrex::tool_handlers::next_steps

@@ -1,12 +1,10 @@
-// HintWalk: visits the hint fields of a value, at any depth, without recursion.
+// visit_hints: visits the hint fields of a value, at any depth, without recursion.
 //
 // A hint field inside another one is not visited.
 #pragma once
 
 #include <algorithm>
-#include <cstddef>
 #include <string_view>
-#include <utility>
 
 #include "vantrex/tool_handlers/next_steps/limits.h"
 #include "vantrex/values/json_value.h"
@@ -14,67 +12,45 @@
 
 namespace vantrex::tool_handlers::next_steps {
 
-// Calls `on_hint(value, levels)` for each hint field, in order. `levels` are the open levels, outermost
-// first; in each, the field or item that leads to the hint is the one before the next to visit. Throws
-// std::bad_alloc and what `on_hint` throws.
-template <typename OnHint>
-class HintWalk {
- public:
-  // The fields or items of a container that are still to be visited.
-  struct Level {
-    const values::JsonField* field;
-    const values::JsonField* fields_end;  // null in a list
-    const values::JsonValue* item;
-    const values::JsonValue* items_end;
-  };
-
-  explicit HintWalk(OnHint on_hint) : on_hint_(std::move(on_hint)) {}
-
-  void open(const values::JsonObject& object) {
-    levels_.push(object.begin(), object.end(), nullptr, nullptr);
-  }
-  void open(const values::JsonList& list) { levels_.push(nullptr, nullptr, list.begin(), list.end()); }
-  // Opens a list or an object; false for any other value.
-  bool open(const values::JsonValue& value) {
-    if (const values::JsonObject* object = value.object()) {
-      open(*object);
-    } else if (const values::JsonList* list = value.list()) {
-      open(*list);
-    } else {
-      return false;
-    }
-    return true;
-  }
-
-  void finish() {
-    while (!levels_.empty()) {
-      if (visit_rest(levels_.top())) levels_.pop();
-    }
-  }
-
- private:
-  static bool is_hint_key(std::string_view key) noexcept {
-    return std::find(HINT_KEYS.begin(), HINT_KEYS.end(), key) != HINT_KEYS.end();
-  }
-
-  // Visits the rest of a level. Returns false if it opened a nested container instead.
-  bool visit_rest(Level& level) {
-    while (level.field != level.fields_end) {
-      const values::JsonField& field = *level.field++;
-      if (is_hint_key(field.key.view())) {
-        on_hint_(field.value, levels_);
-      } else if (open(field.value)) {
-        return false;
-      }
-    }
-    while (level.item != level.items_end) {
-      if (open(*level.item++)) return false;
-    }
-    return true;
-  }
-
-  OnHint on_hint_;
-  values::WalkStack<Level> levels_;
+// The fields or items of an open container that are still to be visited.
+struct HintLevel {
+  const values::JsonField* field;
+  const values::JsonField* fields_end;  // null in a list
+  const values::JsonValue* item;
+  const values::JsonValue* items_end;
 };
+
+inline bool is_hint_key(std::string_view key) noexcept {
+  return std::find(HINT_KEYS.begin(), HINT_KEYS.end(), key) != HINT_KEYS.end();
+}
+
+// Calls `on_hint(value, levels)` for each hint field of `object` or else of `list`, in order; either may be
+// null. `levels` are the open levels, outermost first; in each, the field or item that leads to the hint is
+// the one before the next to visit. Throws std::bad_alloc and what `on_hint` throws.
+template <typename OnHint>
+void visit_hints(const values::JsonObject* object, const values::JsonList* list, OnHint on_hint) {
+  values::WalkStack<HintLevel> levels;
+  const auto open = [&levels](const values::JsonObject* fields, const values::JsonList* items) {
+    if (fields != nullptr) {
+      levels.push(fields->begin(), fields->end(), nullptr, nullptr);
+    } else if (items != nullptr) {
+      levels.push(nullptr, nullptr, items->begin(), items->end());
+    }
+  };
+  open(object, list);
+  while (!levels.empty()) {
+    HintLevel& level = levels.top();
+    if (level.item != level.items_end) {
+      const values::JsonValue& item = *level.item++;
+      open(item.object(), item.list());
+    } else if (level.field == level.fields_end) {
+      levels.pop();
+    } else if (const auto& [key, value] = *level.field++; is_hint_key(key.view())) {
+      on_hint(value, levels);
+    } else {
+      open(value.object(), value.list());
+    }
+  }
+}
 
 }  // namespace vantrex::tool_handlers::next_steps

@@ -42,9 +42,4 @@ bool ServedTools::contains(std::string_view tool, std::optional<std::string_view
   return holds(entries_, {tool, std::nullopt}) || (action && holds(entries_, {tool, action}));
 }
 
-bool ServedTools::contains_any_of(std::string_view tool) const noexcept {
-  const auto entry = first_from(entries_, {tool, std::nullopt});
-  return entry != entries_.end() && entry->tool == tool;
-}
-
 }  // namespace vantrex::tool_handlers::next_steps

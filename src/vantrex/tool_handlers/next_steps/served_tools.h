@@ -40,9 +40,6 @@ class NEXT_STEPS_API ServedTools {
   /// Whether the server has the action, or, without an action, the tool itself.
   bool contains(std::string_view tool, std::optional<std::string_view> action) const noexcept;
 
-  /// Whether the server has the tool or any of its actions.
-  bool contains_any_of(std::string_view tool) const noexcept;
-
   /// The tools and actions, sorted; a tool comes before its actions.
   std::span<const ServedTool> entries() const noexcept { return entries_; }
 
