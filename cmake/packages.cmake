@@ -100,6 +100,7 @@ endforeach()
 next_steps_packaged_examples(program doc/next-steps/examples examples/*.py examples/*.mjs)
 next_steps_packaged_examples(program doc/next-steps/examples/answers examples/answers/*)
 next_steps_packaged_examples(program doc/next-steps/examples/catalogues examples/catalogues/*)
+next_steps_packaged_examples(program doc/next-steps/examples/logs examples/logs/*)
 next_steps_packaged_examples(program doc/next-steps/examples/index examples/index/*)
 
 include(CPack)

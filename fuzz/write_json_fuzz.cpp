@@ -6,7 +6,7 @@
 #include "fuzz/support/byte_choices.h"
 #include "fuzz/support/check.h"
 #include "fuzz/support/naive.h"
-#include "next_steps/pretty_text.h"
+#include "next_steps/print_answer.h"
 #include "requests/json_reader.h"
 #include "vantrex/values/text_forms.h"
 

@@ -5,8 +5,8 @@
 
 #include "calls.h"
 #include "json_rpc.h"
-#include "next_steps/explanation_text.h"
-#include "next_steps/pretty_text.h"
+#include "next_steps/explain.h"
+#include "next_steps/print_answer.h"
 #include "protocol.h"
 #include "requests/json_reader.h"
 #include "vantrex/adapters/nlohmann_json.h"

@@ -10,7 +10,7 @@
 #include "requests/index_file.h"
 #include "requests/index_reader.h"
 #include "requests/json_reader.h"
-#include "requests/served_tool_text.h"
+#include "requests/request_text.h"
 #include "vantrex/logging/quoted_literal.h"
 #include "vantrex/models/name_index.h"
 #include "vantrex/names/name_parts.h"

@@ -45,8 +45,6 @@ struct next_steps_session {
     if (catalogue_file) context.catalogue = &catalogue.emplace(requests::read_catalogue(*catalogue_file));
     if (index_file) context.index = &index.emplace(*index_file);
   }
-  next_steps_session(const next_steps_session&) = delete;
-  next_steps_session& operator=(const next_steps_session&) = delete;
 
   requests::ReplyContext context;  // refers to what follows
   std::optional<requests::module::ServedTools> serves;

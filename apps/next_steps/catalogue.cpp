@@ -125,8 +125,7 @@ std::string limits() {
          row("MAX_STEP_FILES", module::MAX_STEP_FILES, "files that a step to recommended tests lists");
 }
 
-// The tables as a Mermaid flowchart: answers on the left, calls on the right, the lines of signals dotted. An
-// answer or a call without a further step is dashed.
+// The tables as a Mermaid flowchart in Markdown.
 class Flowchart {
  public:
   explicit Flowchart(const ServerTables& tables) : tables_(tables) {
@@ -171,7 +170,9 @@ class Flowchart {
 
   const ServerTables& tables_;
   std::map<std::string, std::size_t> numbers_;  // of the nodes
-  std::string text_ = "```mermaid\nflowchart LR\n  classDef dead stroke-dasharray: 4 3\n";
+  std::string text_ =
+      "Answers are on the left, the calls that they lead to on the right. Signals are dotted; what leads no\n"
+      "further is dashed.\n\n```mermaid\nflowchart LR\n  classDef dead stroke-dasharray: 4 3\n";
 };
 
 struct CatalogueOptions {
@@ -180,6 +181,16 @@ struct CatalogueOptions {
   bool json = false;
 };
 
+std::string markdown(const ServerTables& tables, bool lists_dead_ends) {
+  std::string text =
+      "## Usual follow-ups\n\n" + follow_ups(tables) +
+      "\n## Signals\n\nA kind that begins with `asked_` is taken from the request or, if that has "
+      "none, from the answer.\n\n" +
+      signals(tables);
+  if (lists_dead_ends) text += "\n## Without a follow-up\n\n" + dead_ends(tables);
+  return text + "\n## Limits\n\n" + limits();
+}
+
 ExitStatus catalogue(CatalogueOptions& options) {
   const module::Catalogue* own = options.server.catalogue();
   if (options.json) {
@@ -187,19 +198,8 @@ ExitStatus catalogue(CatalogueOptions& options) {
     return ExitStatus::done;
   }
   const ServerTables tables(options.server, module::tables_of(own));
-  requests::Output output;
-  if (options.graph) {
-    output.write(Flowchart(tables).markdown());
-    output.flush();
-    return ExitStatus::done;
-  }
-  output.write("## Usual follow-ups\n\n" + follow_ups(tables) +
-               "\n## Signals\n\nA kind that begins with `asked_` is taken from the request or, if that has "
-               "none, from the answer.\n\n" +
-               signals(tables));
-  if (options.server.serves() != nullptr) output.write("\n## Without a follow-up\n\n" + dead_ends(tables));
-  output.write("\n## Limits\n\n" + limits());
-  output.flush();
+  requests::print(options.graph ? Flowchart(tables).markdown()
+                                : markdown(tables, options.server.serves() != nullptr));
   return ExitStatus::done;
 }
 

@@ -1,6 +1,10 @@
 // next-steps explain: prints why an answer gets its steps.
+#include "next_steps/explain.h"
+
+#include <algorithm>
 #include <cstdlib>
 #include <memory>
+#include <optional>
 #include <string_view>
 #include <unistd.h>
 
@@ -8,13 +12,126 @@
 
 #include "next_steps/answer_options.h"
 #include "next_steps/command.h"
-#include "next_steps/explanation_text.h"
 #include "next_steps/print_answer.h"
 #include "requests/output.h"
+#include "vantrex/logging/quoted_literal.h"
+#include "vantrex/values/text_forms.h"
 
 namespace next_steps_program {
 
+using values::JsonObject;
+using values::JsonValue;
+
 namespace {
+
+constexpr std::size_t kMaxFields = 10;
+constexpr std::string_view kYellow = "\x1b[33m";
+
+std::string right_aligned(std::size_t number) {
+  const std::string digits = std::to_string(number);
+  return std::string(10 - std::min<std::size_t>(digits.size(), 10), ' ') + digits;
+}
+
+// Returns `symbol {"action":"detail","fqn":"f"}` for a step, or the JSON of an entry that is
+// no step.
+std::string call_text(const JsonValue& step) {
+  const JsonObject* call = step.object();
+  const auto tool = call == nullptr ? std::nullopt : (*call)["tool"].string();
+  return tool ? std::string(*tool) + " " + compact_text((*call)["args"]) : compact_text(step);
+}
+
+// "usual symbol:callers, signal symbol:callers".
+std::string rows_text(const module::TableRows& rows) {
+  std::string text;
+  if (!rows.usual.empty()) text = "usual " + std::string(rows.usual);
+  if (rows.usual_of_tool) text += " (the row of the tool; the action has no row)";
+  if (!rows.signal.empty()) text += (text.empty() ? "signal " : ", signal ") + std::string(rows.signal);
+  return text.empty() ? "none" : text;
+}
+
+class ExplanationWriter {
+ public:
+  ExplanationWriter(const module::Explanation& explained, Colour colour)
+      : explained_(explained), colour_(colour) {}
+
+  std::string write() && {
+    answer();
+    for (std::size_t position = 0; position < explained_.candidates.size(); ++position) {
+      candidate(position + 1, explained_.candidates[position]);
+    }
+    for (const module::AbsentHint& each : explained_.absent) absent(each);
+    for (const module::SilentSignal& each : explained_.silent) silent(each);
+    if (explained_.candidates.empty() && explained_.absent.empty() && explained_.silent.empty()) {
+      line("no candidate steps");
+    }
+    for (const std::string& each : explained_.remarks) marked_line("! ", "remark", kYellow, each);
+    return std::move(text_);
+  }
+
+ private:
+  void line(const std::string& text) { text_ += vantrex::logging::printable(text) + '\n'; }
+  void detail(const std::string& text) { line(std::string(11, ' ') + text); }
+
+  // Appends a line: `number`, `verdict` in `colour` if colours are wanted, and `rest`.
+  void marked_line(const std::string& number, const std::string& verdict, std::string_view colour,
+                   const std::string& rest) {
+    const bool coloured = colour_ == Colour::verdicts;
+    text_ += number;
+    if (coloured) text_ += colour;
+    text_ += verdict;
+    if (coloured) text_ += "\x1b[0m";
+    line(std::string(9 - verdict.size(), ' ') + rest);
+  }
+
+  void answer() {
+    line("answer " + std::to_string(explained_.bytes) + " bytes, of which " +
+         std::to_string(explained_.hint_bytes) + " are hints");
+    const auto& fields = explained_.hint_fields;
+    const std::size_t shown = std::min(fields.size(), kMaxFields);
+    std::size_t rest = explained_.hint_bytes;
+    for (std::size_t place = 0; place < shown; ++place) {
+      line(right_aligned(fields[place].bytes) + "  " + fields[place].path);
+      rest -= fields[place].bytes;
+    }
+    if (const std::size_t more = fields.size() - shown + explained_.more_hint_fields; more > 0) {
+      line(right_aligned(rest) + "  in " + std::to_string(more) + " more");
+    }
+    line("steps  " + std::to_string(explained_.step_bytes) + " bytes");
+    line("room   " + explained_.room_text() + " for hints and steps");
+    line("rows   " + rows_text(explained_.rows));
+  }
+
+  void candidate(std::size_t number, const module::CandidateStep& each) {
+    const bool kept = each.verdict == module::Verdict::kept;
+    marked_line(std::to_string(number) + " ", kept ? "kept" : "dropped", kept ? "\x1b[32m" : "\x1b[31m",
+                call_text(each.step));
+    if (const JsonObject* call = each.step.object()) {
+      if (const auto reason = (*call)["reason"].string()) detail(std::string(*reason));
+    }
+    detail(each.from() + ", " + std::to_string(each.bytes) + " bytes: " + each.why());
+  }
+
+  void absent(const module::AbsentHint& each) {
+    const auto text_of = [&](std::string_view member) {
+      return std::string(each.hint[member].string().value_or(""));
+    };
+    std::string call = text_of("tool");
+    if (const JsonValue& args = each.hint["args"]; !args.is_null()) call += " " + compact_text(args);
+    if (const JsonValue& takes = each.hint["takes"]; !takes.is_null())
+      call += " takes " + compact_text(takes);
+    marked_line("- ", "absent", kYellow, call);
+    detail(text_of("reason"));
+    detail(each.why);
+  }
+
+  void silent(const module::SilentSignal& each) {
+    marked_line("- ", "silent", kYellow, "signal " + std::string(each.row) + ": " + each.why);
+  }
+
+  const module::Explanation& explained_;
+  Colour colour_;
+  std::string text_;
+};
 
 struct ExplainOptions {
   AnswerOptions answer;
@@ -36,13 +153,15 @@ ExitStatus explain(ExplainOptions& options) {
     print_answer(explained.to_dict(), options.pretty);
     return ExitStatus::done;
   }
-  requests::Output output;
-  output.write(explanation_text(explained, wanted_colour()));
-  output.flush();
+  requests::print(explanation_text(explained, wanted_colour()));
   return ExitStatus::done;
 }
 
 }  // namespace
+
+std::string explanation_text(const module::Explanation& explained, Colour colour) {
+  return ExplanationWriter(explained, colour).write();
+}
 
 Command add_explain(CLI::App& program) {
   auto options = std::make_shared<ExplainOptions>();

@@ -17,9 +17,7 @@ ExitStatus help(const CLI::App& program, const std::string& subcommand) {
   const bool is_program = subcommand.empty();
   const CLI::App& asked = is_program ? program : *program.get_subcommand(subcommand);
   const std::string name = program.get_name() + (is_program ? "" : " " + subcommand);
-  requests::Output output;
-  output.write(asked.get_formatter()->make_help(&asked, name, CLI::AppFormatMode::Normal));
-  output.flush();
+  requests::print(asked.get_formatter()->make_help(&asked, name, CLI::AppFormatMode::Normal));
   return ExitStatus::done;
 }
 

@@ -1,10 +1,7 @@
 // Short names of the namespaces that the program uses.
 #pragma once
 
-namespace next_steps_requests {}
-namespace vantrex::models {}
-namespace vantrex::tool_handlers::next_steps {}
-namespace vantrex::values {}
+#include "requests/names.h"
 
 namespace next_steps_program {
 

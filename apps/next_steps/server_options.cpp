@@ -1,36 +1,22 @@
 #include "next_steps/server_options.h"
 
-#include <algorithm>
-#include <cstddef>
+#include <sstream>
 #include <stdexcept>
 
 #include <CLI/CLI.hpp>
 
 #include "next_steps/usage.h"
 #include "requests/catalogue_file.h"
-#include "requests/served_tool_text.h"
+#include "requests/request_text.h"
 
 namespace next_steps_program {
 
-namespace {
-
-// Returns the entries of a list such as "search,symbol:detail,files".
-std::vector<module::ServedTool> read_served_tools(std::string_view text) {
-  std::vector<module::ServedTool> tools;
-  for (std::size_t begin = 0; begin <= text.size();) {
-    const std::size_t end = std::min(text.find(',', begin), text.size());
-    tools.push_back(requests::read_served_tool(text.substr(begin, end - begin)));
-    begin = end + 1;
-  }
-  return tools;
-}
-
-}  // namespace
-
 void ServerOptions::add_to(CLI::App& parser) {
   const auto parse = [this](const std::string& text) {
+    std::istringstream list(text + ',');
     try {
-      tools_ = read_served_tools(text);
+      for (std::string each; std::getline(list, each, ',');)
+        tools_.push_back(requests::read_served_tool(each));
     } catch (const std::invalid_argument& error) {
       throw CLI::ValidationError("--serves", error.what());
     }

@@ -15,9 +15,6 @@ ServerTables::ServerTables(const ServerOptions& server, const module::Tables& ta
   std::set<std::string_view> keys;
   for (const module::UsualRow& row : tables.usual) keys.insert(row.key);
   for (const module::SignalRow& row : tables.signals) keys.insert(row.key);
-  if (serves_ == nullptr) {
-    for (const std::string_view key : keys) add(module::split_key(key));
-  }
   for (const module::ServedTool& each : server.tools()) {
     const RowKey served{each.tool, each.action};
     add(served);
@@ -39,7 +36,7 @@ void ServerTables::add(const RowKey& answer) {
 std::vector<const module::UsualRow*> ServerTables::rows() const {
   std::vector<const module::UsualRow*> rows;
   for (const module::UsualRow& row : tables_.usual) {
-    if (used_rows_.contains(&row)) rows.push_back(&row);
+    if (serves_ == nullptr || used_rows_.contains(&row)) rows.push_back(&row);
   }
   return rows;
 }
@@ -55,7 +52,7 @@ std::vector<const module::Call*> ServerTables::calls(const module::UsualRow& row
 std::vector<const module::SignalRow*> ServerTables::signals() const {
   std::vector<const module::SignalRow*> signals;
   for (const module::SignalRow& row : tables_.signals) {
-    if (used_signals_.contains(&row) && is_served(row)) signals.push_back(&row);
+    if ((serves_ == nullptr || used_signals_.contains(&row)) && is_served(row)) signals.push_back(&row);
   }
   return signals;
 }

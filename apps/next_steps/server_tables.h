@@ -38,7 +38,7 @@ class ServerTables {
 
   const module::Tables& tables_;
   const module::ServedTools* serves_;
-  std::vector<module::RowKey> answers_;  // that the server gives
+  std::vector<module::RowKey> answers_;  // that the server gives; none without --serves
   // The rows for these answers, and null where there is none.
   std::set<const module::UsualRow*> used_rows_;
   std::set<const module::SignalRow*> used_signals_;

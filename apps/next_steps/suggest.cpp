@@ -27,16 +27,12 @@ struct SuggestOptions {
   bool pretty = false;
 };
 
-models::InMemoryRepository read_index(const std::string& file) {
-  requests::Input input(file);
-  announce(input, "an index");
-  return requests::read_index(input);
-}
-
 ExitStatus suggest(SuggestOptions& options) {
   requests::Request request = options.request.read();
   request.miss = {*requests::wanted_named(options.what), options.name};
-  const models::InMemoryRepository index = read_index(options.index);
+  requests::Input input(options.index);
+  announce(input, "an index");
+  const models::InMemoryRepository index = requests::read_index(input);
   if (options.file) request.response = read_answer(*options.file);
   try {
     print_answer(answer_to(std::move(request), &index), options.pretty);

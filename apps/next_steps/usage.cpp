@@ -14,33 +14,32 @@ namespace next_steps_program {
 
 namespace {
 
-// The subcommand that has the option, or null.
-const CLI::App* subcommand_with(const CLI::App& program, const std::string& option) {
-  const auto subcommands = program.get_subcommands({});
-  const auto has_it = [&](const CLI::App* each) { return each->get_option_no_throw(option) != nullptr; };
-  const auto found = std::find_if(subcommands.begin(), subcommands.end(), has_it);
-  return found == subcommands.end() ? nullptr : *found;
+// An option of one of the subcommands, or null.
+const CLI::Option* subcommand_option(const CLI::App& program, const std::string& name) {
+  for (const CLI::App* subcommand : program.get_subcommands({})) {
+    if (const CLI::Option* option = subcommand->get_option_no_throw(name)) return option;
+  }
+  return nullptr;
 }
 
 // Whether `argument` is "--option=" without a value, and the option takes one.
-bool lacks_value(const CLI::App& program, std::string_view argument) {
+bool lacks_value(const CLI::App& program, std::string argument) {
   if (!argument.starts_with("--") || !argument.ends_with('=')) return false;
-  const std::string option(argument.substr(0, argument.size() - 1));
-  const CLI::App* subcommand = subcommand_with(program, option);
-  return subcommand != nullptr && subcommand->get_option(option)->get_items_expected_max() > 0;
-}
-
-void add_options(const CLI::App& parser, std::set<std::string>& names) {
-  for (const CLI::Option* option : parser.get_options()) {
-    for (const std::string& name : option->get_lnames()) names.insert("--" + name);
-  }
+  argument.pop_back();
+  const CLI::Option* option = subcommand_option(program, argument);
+  return option != nullptr && option->get_items_expected_max() > 0;
 }
 
 // The options of a subcommand; those of all subcommands, too, for the program.
 std::set<std::string> known_options(const CLI::App& parser) {
+  std::vector<const CLI::App*> parsers = parser.get_subcommands({});
+  parsers.push_back(&parser);
   std::set<std::string> names;
-  add_options(parser, names);
-  for (const CLI::App* subcommand : parser.get_subcommands({})) add_options(*subcommand, names);
+  for (const CLI::App* each : parsers) {
+    for (const CLI::Option* option : each->get_options()) {
+      for (const std::string& name : option->get_lnames()) names.insert("--" + name);
+    }
+  }
   return names;
 }
 
@@ -57,40 +56,27 @@ std::string unknown(std::string_view what, std::string_view name, const std::set
 
 // The message about the word, which `parser`, the program or a subcommand, did not expect.
 std::string unexpected(const CLI::App& parser, const std::string& word) {
-  const bool is_program = parser.get_parent() == nullptr;
   if (word.size() > 1 && word.front() == '-') {
     const std::string option = word.substr(0, word.find('='));
-    if (subcommand_with(parser, option) != nullptr) return option + " must follow a subcommand";
+    if (subcommand_option(parser, option) != nullptr) return option + " must follow a subcommand";
     return unknown("option", option, known_options(parser));
   }
-  if (is_program) return unknown("subcommand", word, known_subcommands(parser));
+  if (parser.get_parent() == nullptr) return unknown("subcommand", word, known_subcommands(parser));
   return "unexpected argument " + vantrex::logging::printable(word);
-}
-
-// The message about the first word that `parser` did not expect, or "".
-std::string first_unexpected(const CLI::App& parser) {
-  for (const std::string& word : parser.remaining()) {
-    if (word != "--") return unexpected(parser, word);
-  }
-  return "";
-}
-
-// The message about the first option that is given more than once but takes one value, or "".
-std::string repeated(const CLI::App& parser) {
-  for (const CLI::Option* option : parser.get_options()) {
-    if (option->get_items_expected_max() == 1 && option->count() > 1) {
-      return option->get_name() + " is given " + std::to_string(option->count()) + " times";
-    }
-  }
-  return "";
 }
 
 std::string what_is_wrong(const CLI::App& program, const CLI::Error& error) {
   std::vector<const CLI::App*> parsers = {&program};
   for (const CLI::App* subcommand : program.get_subcommands()) parsers.push_back(subcommand);
-  for (const auto& search : {first_unexpected, repeated}) {
-    for (const CLI::App* parser : parsers) {
-      if (std::string message = search(*parser); !message.empty()) return message;
+  for (const CLI::App* parser : parsers) {
+    for (const std::string& word : parser->remaining()) {
+      if (word != "--") return unexpected(*parser, word);
+    }
+  }
+  for (const CLI::App* parser : parsers) {
+    for (const CLI::Option* option : parser->get_options()) {
+      const bool is_repeated = option->get_items_expected_max() == 1 && option->count() > 1;
+      if (is_repeated) return option->get_name() + " is given " + std::to_string(option->count()) + " times";
     }
   }
   return error.what();

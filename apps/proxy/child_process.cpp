@@ -33,9 +33,9 @@ ChildProcess::ChildProcess(const std::vector<std::string>& command, const sigset
   std::transform(command.begin(), command.end(), words.begin(), [](const std::string& word) {
     return const_cast<char*>(word.c_str());  // NOLINT(*-const-cast): posix_spawn does not change it
   });
-  sigset_t broken_pipe;
-  ::sigemptyset(&broken_pipe);
-  ::sigaddset(&broken_pipe, SIGPIPE);
+  sigset_t ignored;
+  ::sigemptyset(&ignored);
+  for (const int each : {SIGPIPE, SIGXFSZ}) ::sigaddset(&ignored, each);
   posix_spawn_file_actions_t files;
   ::posix_spawn_file_actions_init(&files);
   ::posix_spawn_file_actions_adddup2(&files, input_.source(), STDIN_FILENO);
@@ -45,7 +45,7 @@ ChildProcess::ChildProcess(const std::vector<std::string>& command, const sigset
   ::posix_spawnattr_setflags(&attributes,
                              POSIX_SPAWN_SETPGROUP | POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
   ::posix_spawnattr_setsigmask(&attributes, &mask);
-  ::posix_spawnattr_setsigdefault(&attributes, &broken_pipe);
+  ::posix_spawnattr_setsigdefault(&attributes, &ignored);
   const int error = ::posix_spawnp(&process_, words.front(), &files, &attributes, words.data(), environ);
   ::posix_spawnattr_destroy(&attributes);
   ::posix_spawn_file_actions_destroy(&files);

@@ -35,6 +35,12 @@ class ChildProcess {
   // Starts the program and its arguments without a shell; it is searched for in PATH. `mask` is its signal
   // mask. Throws IoFailed and std::bad_alloc.
   ChildProcess(const std::vector<std::string>& command, const sigset_t& mask);
+  ChildProcess(const ChildProcess&) = delete;
+  ChildProcess& operator=(const ChildProcess&) = delete;
+  // Ends the server with SIGTERM if it still runs.
+  ~ChildProcess() {
+    if (!exit_status()) send_signal(SIGTERM);
+  }
 
   // Where to write and where to read.
   int input() const noexcept { return input_.sink(); }

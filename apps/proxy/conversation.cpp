@@ -55,7 +55,8 @@ void Conversation::take_request(std::string_view message) {
 void Conversation::call(std::string_view message, const std::string& id, std::string_view parameters) {
   in_flight_.erase(id);  // a new request with an old id
   const std::string tool = string_in(members_of(parameters, {"name"})[0]);
-  if (tool.empty() || !tools_.touches(tool)) return;
+  const bool is_touched = tools_.touches(tool);
+  if (tool.empty() || !(is_touched || log_ != nullptr)) return;
   JsonObject fields = requests::read_json_object(message, "a message");
   requests::Request request;
   request.tool = tool;
@@ -66,9 +67,11 @@ void Conversation::call(std::string_view message, const std::string& id, std::st
     const auto action = std::as_const(*request.arguments)["action"].string();
     if (action) request.action = std::string(*action);
   }
+  if (log_ != nullptr) log_->note_call(tool, request.arguments.value_or(JsonObject()));
+  if (!is_touched) return;
   in_flight_[id] = [this, request = std::move(request)](std::string_view answer) mutable {
     request.serves = tools_.served();
-    return finished_result(answer, std::move(request));
+    return finished_result(answer, std::move(request), log_);
   };
 }
 

@@ -11,6 +11,7 @@
 #include <string>
 #include <string_view>
 
+#include "proxy/step_log.h"
 #include "proxy/tool_list.h"
 #include "requests/request.h"
 
@@ -18,7 +19,8 @@ namespace next_steps_proxy {
 
 class Conversation {
  public:
-  explicit Conversation(const ProxyOptions& options) : options_(options), tools_(options) {}
+  // `log` takes note of calls and answers; it may be null, and must outlive this object.
+  Conversation(const ProxyOptions& options, StepLog* log) : options_(options), tools_(options), log_(log) {}
 
   // Takes note of a line from the client. Throws JsonError and std::bad_alloc.
   void from_client(std::string_view line);
@@ -41,6 +43,7 @@ class Conversation {
 
   ProxyOptions options_;
   ToolList tools_;
+  StepLog* log_;
   std::size_t lists_ = 0;                      // how many lists of tools were begun
   std::map<std::string, OnAnswer> in_flight_;  // by the JSON text of the id
 };

@@ -52,21 +52,25 @@ bool are_equal(const JsonObject& a, const JsonObject& b) {
 
 }  // namespace
 
-std::optional<std::string> finished_result(std::string_view line, requests::Request request) {
+std::optional<std::string> finished_result(std::string_view line, requests::Request request, StepLog* log) {
   JsonObject message = requests::read_json_object(line, "a message");
   JsonObject* const result = message.find("result")->object();
   if (result == nullptr || !is_complete(*result)) return std::nullopt;
-  const std::optional<std::size_t> text = only_text(std::as_const(*result)["content"]);
+  const JsonValue& content = std::as_const(*result)["content"];
+  const std::optional<std::size_t> text = only_text(content);
   std::optional<JsonObject> told;
-  if (text) told = object_in((*result)["content"][*text]["text"]);
+  if (text) told = object_in(content[*text]["text"]);
   JsonValue* const structured = result->find("structuredContent");
   JsonObject* const answer = structured == nullptr ? nullptr : structured->object();
   if (answer == nullptr && !told) return std::nullopt;
 
   const bool replaces_text = told && (answer == nullptr || are_equal(*told, *answer));
   request.response = std::move(answer == nullptr ? *told : *answer);
-  const std::string finished = values::compact_text(requests::answer_to(std::move(request)));
   const auto spans = members_of(members_of(line, {"result"})[0], {"structuredContent", "content"});
+  if (log != nullptr) {
+    log->note_answer(request, replaces_text ? content[*text]["text"].string()->size() : spans[0].size());
+  }
+  const std::string finished = values::compact_text(requests::answer_to(std::move(request)));
   std::vector<NewValue> changes;
   if (answer != nullptr) changes.push_back({spans[0], finished});
   if (replaces_text) {

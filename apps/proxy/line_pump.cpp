@@ -85,7 +85,7 @@ std::size_t LinePump::rewrite_line(std::size_t size) {
 
 void LinePump::warn(const char* reason) {
   if (!std::exchange(has_warned_, true))
-    std::cerr << "next-steps: an answer is passed on as it came: " << reason << '\n';
+    std::cerr << "next-steps: a line is passed on as it came: " << reason << '\n';
 }
 
 bool LinePump::write() noexcept {

@@ -6,6 +6,7 @@
 #include <chrono>
 #include <csignal>
 #include <fcntl.h>
+#include <memory>
 #include <optional>
 #include <poll.h>
 #include <string_view>
@@ -17,6 +18,7 @@
 #include "proxy/conversation.h"
 #include "proxy/line_pump.h"
 #include "proxy/names.h"
+#include "proxy/step_log.h"
 #include "requests/failures.h"
 
 namespace next_steps_proxy {
@@ -37,7 +39,7 @@ constexpr int kMaxDrains = 32;
 class Signals {
  public:
   Signals() {
-    static_cast<void>(::signal(SIGPIPE, SIG_IGN));
+    for (const int each : {SIGPIPE, SIGXFSZ}) static_cast<void>(::signal(each, SIG_IGN));
     static_cast<void>(::signal(SIGCHLD, SIG_DFL));
     sigset_t awaited = {};
     ::sigemptyset(&awaited);
@@ -69,8 +71,9 @@ class Signals {
 class Proxy {
  public:
   Proxy(const std::vector<std::string>& command, const ProxyOptions& options)
-      : server_(command, signals_.before()),
-        conversation_(options),
+      : log_(options.log.empty() ? nullptr : std::make_unique<StepLog>(std::string(options.log))),
+        server_(command, signals_.before()),
+        conversation_(options, log_.get()),
         to_server_(STDIN_FILENO, server_.input(),
                    [this](std::string_view line) {
                      conversation_.from_client(line);
@@ -101,7 +104,8 @@ class Proxy {
          watch(to_client_.wants_to_read(), server_.output(), POLLIN),
          watch(!is_deaf_, STDOUT_FILENO, to_client_.wants_to_write() ? POLLOUT : 0)}};
     const int ready = ::poll(streams.data(), streams.size(), drains ? 0 : milliseconds_left());
-    if (ready < 0) return;  // interrupted
+    if (ready < 0 && errno != EINTR) throw requests::IoFailed("poll");
+    if (ready < 0) return;
     const auto& [signals, client_in, server_in, server_out, client_out] = streams;
     if (client_in.revents != 0) hear();
     if (server_in.revents != 0) write_to_server();
@@ -190,6 +194,7 @@ class Proxy {
   }
 
   Signals signals_;
+  std::unique_ptr<StepLog> log_;
   ChildProcess server_;
   Conversation conversation_;
   LinePump to_server_;

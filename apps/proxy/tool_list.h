@@ -18,6 +18,7 @@ struct ProxyOptions {
   const module::Catalogue* catalogue = nullptr;  // null for the module's tables
   const module::ServedTools* serves = nullptr;   // null for the tools that the server lists
   bool compact = false;                          // whether the answers of all tools are finished
+  std::string_view log = {};                     // the file of the log; empty for none
 };
 
 class ToolList {

@@ -60,7 +60,10 @@ class Widening {
   JsonObject result() && {
     relax_all();
     open_all();
-    for (JsonValue* const schema : schemas_) redirect(*schema->object());
+    for (JsonValue* const schema : schemas_) {
+      const auto reference = std::as_const(*schema)["$ref"].string();
+      is_lost_ |= reference && target(*reference) == nullptr;
+    }
     // The inner ones first: what is removed moves its neighbours.
     for (std::size_t i = schemas_.size(); i > 0; --i) {
       if (!opened_.contains(schemas_[i - 1])) continue;
@@ -110,7 +113,6 @@ class Widening {
       } else {
         if (schema["allOf"].list() == nullptr) schema.set("allOf", JsonList());
         schema.find("allOf")->list()->push_back(JsonObject{{"anyOf", *std::move(one_of)}});
-        moved_.insert(&value);
       }
     }
     schemas_.push_back(&value);
@@ -129,7 +131,7 @@ class Widening {
         JsonList* const list = field == nullptr ? nullptr : field->list();
         for (std::size_t i = 0; list != nullptr && i < list->size(); ++i) waiting.push_back(list->item(i));
       }
-      if (const auto reference = schema["$ref"].string()) waiting.push_back(target(*reference).value);
+      if (const auto reference = schema["$ref"].string()) waiting.push_back(target(*reference));
       JsonValue* const properties = schema.find("properties");
       if (properties == nullptr || properties->object() == nullptr) continue;
       if (JsonValue* steps = properties->object()->find("next_steps"))
@@ -137,61 +139,33 @@ class Widening {
     }
   }
 
-  struct Target {
-    JsonValue* value;     // null if it goes, or is not found
-    std::string pointer;  // where it is now
-  };
-
-  // Where a reference leads.
-  Target target(std::string_view reference) {
-    Target at{reference.starts_with('#') ? &root_ : nullptr, "#"};
+  // Where a reference leads; null if that goes, or is not found. Escapes are not known.
+  JsonValue* target(std::string_view reference) {
+    JsonValue* at = reference.starts_with('#') ? &root_ : nullptr;
     reference.remove_prefix(std::min<std::size_t>(reference.size(), 1));
-    while (at.value != nullptr && !reference.empty()) {
+    while (at != nullptr && !reference.empty()) {
+      if (reference.front() != '/') return nullptr;
       const std::size_t end = std::min(reference.find('/', 1), reference.size());
-      if (reference.front() != '/') return {nullptr, ""};
-      enter(at, reference.substr(1, end - 1));
+      at = member(*at, reference.substr(1, end - 1));
       reference.remove_prefix(end);
     }
     return at;
   }
 
-  // Follows a reference into the field or the item `key`. Escapes are not known.
-  void enter(Target& at, std::string_view key) {
-    JsonValue* value = std::exchange(at.value, nullptr);
-    if (JsonList* const list = value->list()) {
-      std::size_t position = list->size();
-      std::from_chars(key.data(), key.data() + key.size(), position);
-      at.value = list->item(position);
+  JsonValue* member(JsonValue& value, std::string_view key) {
+    if (JsonObject* const object = value.object()) {
+      return opened_.contains(&value) && goes_at_root(key) ? nullptr : object->find(key);
     }
-    at.pointer += '/';
-    if (JsonObject* const object = value->object()) {
-      const bool was_one_of = key == "oneOf" && !object->contains(key);
-      if (was_one_of && moved_.contains(value)) {
-        JsonList* const all_of = object->find("allOf")->list();
-        at.pointer += "allOf/" + std::to_string(all_of->size() - 1) + "/";
-        at.value = all_of->item(all_of->size() - 1)->object()->find("anyOf");
-      } else {
-        const bool goes = opened_.contains(value) && goes_at_root(key);
-        at.value = goes ? nullptr : object->find(was_one_of ? "anyOf" : key);
-      }
-      if (was_one_of) key = "anyOf";
-    }
-    at.pointer += key;
-  }
-
-  // Lets a reference lead to where its target is now.
-  void redirect(JsonObject& schema) {
-    const auto reference = schema["$ref"].string();
-    if (!reference) return;
-    const Target now = target(*reference);
-    is_lost_ |= now.value == nullptr;
-    if (now.pointer != *reference) *schema.find("$ref") = now.pointer;
+    JsonList* const list = value.list();
+    std::size_t position = 0;
+    const auto [end, error] = std::from_chars(key.data(), key.data() + key.size(), position);
+    const bool is_number = error == std::errc() && end == key.data() + key.size();
+    return list != nullptr && is_number ? list->item(position) : nullptr;
   }
 
   JsonValue root_;
   std::vector<JsonValue*> schemas_;
   std::vector<JsonValue> replaced_;    // what "next_steps" was: schemas_ leads into it
-  std::set<const JsonValue*> moved_;   // whose "oneOf" is the last item of "allOf"
   std::set<const JsonValue*> opened_;  // schemas that the answer itself must fit
   bool is_lost_ = false;               // a reference leads to what goes, or may do so
 };

@@ -11,14 +11,16 @@
 #include <vector>
 
 #include "requests/failures.h"
-#include "requests/members.h"
+#include "requests/json_reader.h"
 #include "vantrex/workers/name_lookup.h"
+#include "vantrex/workers/unknown_name.h"
 
 namespace next_steps_requests {
 
 using models::InMemoryRepository;
 using models::SymbolView;
 using values::Kind;
+using vantrex::workers::quoted;
 
 namespace {
 
@@ -80,19 +82,17 @@ class IndexLine {
   PickedField other_;
 };
 
-template <std::size_t count>
-bool is_one_of(std::string_view text, const std::array<std::string_view, count>& texts) {
+bool is_one_of(std::string_view text, std::initializer_list<std::string_view> texts) {
   return std::find(texts.begin(), texts.end(), text) != texts.end();
 }
 
 // Returns the separator between a scope and a name. ctags joins the parts of a scope as the
 // language does, so only a scope with a single part leaves the separator open.
 std::string_view separator(std::string_view scope, std::string_view language, std::string_view path) {
-  constexpr std::array<std::string_view, 2> kLanguages = {"C++", "Rust"};
-  constexpr std::array<std::string_view, 8> kEndings = {".h",  ".hh",  ".hpp", ".hxx",
-                                                        ".cc", ".cpp", ".cxx", ".rs"};
   const std::string_view ending = path.substr(std::min(path.rfind('.'), path.size()));
-  const bool colons = language.empty() ? is_one_of(ending, kEndings) : is_one_of(language, kLanguages);
+  const bool colons = language.empty()
+                          ? is_one_of(ending, {".h", ".hh", ".hpp", ".hxx", ".cc", ".cpp", ".cxx", ".rs"})
+                          : is_one_of(language, {"C++", "Rust"});
   return colons || scope.find("::") != std::string_view::npos ? "::" : ".";
 }
 

@@ -8,7 +8,6 @@
 #include <sys/stat.h>
 
 #include "requests/failures.h"
-#include "requests/repeatable.h"
 
 namespace next_steps_requests {
 
@@ -83,6 +82,7 @@ std::optional<std::string_view> LineReader::next() {
 std::string_view LineReader::take(std::size_t end) {
   const std::string_view line = std::string_view(buffer_).substr(begin_, end - begin_);
   begin_ = searched_ = std::min(end + 1, buffer_.size());
+  is_terminated_ = end < buffer_.size();
   ++line_number_;
   return line;
 }

@@ -61,6 +61,8 @@ class LineReader {
 
   // The number of the line that next() returned last, from 1.
   std::size_t line_number() const noexcept { return line_number_; }
+  // Whether that line ended with a line feed.
+  bool is_terminated() const noexcept { return is_terminated_; }
 
  private:
   std::string_view take(std::size_t end);
@@ -72,6 +74,7 @@ class LineReader {
   std::size_t begin_ = 0;     // offset of the next line
   std::size_t searched_ = 0;  // there is no line feed in [begin_, searched_)
   std::size_t line_number_ = 0;
+  bool is_terminated_ = false;
 };
 
 }  // namespace next_steps_requests

@@ -1,6 +1,7 @@
 #include "requests/json_reader.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
 #include <cstdint>
@@ -18,8 +19,7 @@ using SizeType = std::size_t;
 #include <rapidjson/error/en.h>
 #include <rapidjson/reader.h>
 
-#include "requests/number_text.h"
-#include "requests/text_faults.h"
+#include "requests/json_tokens.h"
 #include "vantrex/values/text_forms.h"
 
 namespace next_steps_requests {
@@ -60,22 +60,21 @@ struct Picking {
   PickedField* current = nullptr;  // of the key that was read last in the outermost object
 };
 
+struct HowToRead {
+  Encoding encoding = Encoding::strict;
+  RepeatedKeys repeated = RepeatedKeys::replace;
+  std::vector<MemberOffset>* members = nullptr;  // receives the fields of the outermost object; may be null
+  Picking* picking = nullptr;                    // null when a value is built
+};
+
 // Builds the value from the parser's events, or picks fields and builds nothing. Uses no recursion.
 class TreeBuilder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, TreeBuilder> {
  public:
-  // The parser unescapes the strings in place, in a copy of `text` in `memory`. `members`, which may be null,
-  // receives the fields of the outermost object.
-  TreeBuilder(std::string_view text, std::string& memory, Encoding encoding,
-              std::vector<MemberOffset>* members, RepeatedKeys repeated = RepeatedKeys::replace,
-              Picking* picking = nullptr)
-      : text_(text),
-        stream_(nullptr),
-        encoding_(encoding),
-        members_(members),
-        repeated_(repeated),
-        picking_(picking) {
+  // The parser unescapes the strings in place, in a copy of `text` in `memory`.
+  TreeBuilder(std::string_view text, std::string& memory, const HowToRead& how)
+      : text_(text), stream_(nullptr), how_(how) {
     memory.assign(text);
-    if (encoding == Encoding::lossy) replace_lone_surrogates(memory);
+    if (how.encoding == Encoding::lossy) replace_lone_surrogates(memory);
     stream_ = Stream(memory.data());
   }
 
@@ -89,7 +88,7 @@ class TreeBuilder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, TreeB
   bool Null() { return add(nullptr); }
   bool Bool(bool value) { return add(value); }
   bool String(const char* bytes, std::size_t size, bool /*copy*/) {
-    const bool picks = picking_ != nullptr && !open_.empty();
+    const bool picks = how_.picking != nullptr && !open_.empty();
     return picks ? pick(Kind::string, {bytes, size}) : add(text({bytes, size}));
   }
   bool StartObject() { return open(JsonObject()); }
@@ -97,14 +96,14 @@ class TreeBuilder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, TreeB
   bool EndObject(std::size_t /*count*/) { return close(); }
   bool EndArray(std::size_t /*count*/) { return close(); }
   bool Key(const char* bytes, std::size_t size, bool /*copy*/) {
-    if (picking_ != nullptr) return pick_key({bytes, size});
+    if (how_.picking != nullptr) return pick_key({bytes, size});
     open_.back().key = text({bytes, size});
-    if (repeated_ == RepeatedKeys::are_errors &&
+    if (how_.repeated == RepeatedKeys::are_errors &&
         std::as_const(open_.back().container).object()->contains(open_.back().key.view())) {
       reject(stream_.Tell(), "repeated key " + values::compact_text(open_.back().key));
     }
-    if (members_ != nullptr && open_.size() == 1) {
-      members_->push_back({open_.back().key, stream_.Tell()});
+    if (how_.members != nullptr && open_.size() == 1) {
+      how_.members->push_back({open_.back().key, stream_.Tell()});
     }
     return true;
   }
@@ -128,7 +127,7 @@ class TreeBuilder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, TreeB
   // Returns the text of the current token.
   Text text(std::string_view unescaped) {
     try {
-      return encoding_ == Encoding::strict ? Text(unescaped) : Text::lossy(unescaped);
+      return how_.encoding == Encoding::strict ? Text(unescaped) : Text::lossy(unescaped);
     } catch (const values::InvalidUtf8&) {
       reject(text_.size(), "");  // a fault of the encoding comes first
     } catch (const std::length_error& error) {
@@ -155,7 +154,7 @@ class TreeBuilder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, TreeB
       root_ = std::move(value);
       return true;
     }
-    if (picking_ != nullptr) return pick(value.kind(), token);
+    if (how_.picking != nullptr) return pick(value.kind(), token);
     Open& parent = open_.back();
     if (JsonList* list = parent.container.list()) {
       list->push_back(std::move(value));
@@ -175,13 +174,13 @@ class TreeBuilder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, TreeB
   }
 
   bool pick(Kind kind, std::string_view text) {
-    PickedField* const field = picking_->current;
+    PickedField* const field = how_.picking->current;
     if (open_.size() == 1 && field != nullptr) *field = {kind, text, field->offset};
     return true;
   }
   bool pick_key(std::string_view key) {
     if (open_.size() > 1) return true;
-    auto& [keys, fields, other, current] = *picking_;
+    auto& [keys, fields, other, current] = *how_.picking;
     const auto at = static_cast<std::size_t>(std::find(keys.begin(), keys.end(), key) - keys.begin());
     current = at == keys.size() ? nullptr : &fields[at];
     if (current != nullptr) current->offset = stream_.Tell();
@@ -190,7 +189,7 @@ class TreeBuilder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, TreeB
   }
 
   [[noreturn]] void reject(const TextFault& parsed) const {
-    const TextFault fault = first_fault(text_, parsed, encoding_ == Encoding::strict);
+    const TextFault fault = first_fault(text_, parsed, how_.encoding == Encoding::strict);
     throw JsonError(place_of(text_, fault.offset), std::string(fault.message), fault.concerns_encoding);
   }
   [[noreturn]] void reject(std::size_t offset, std::string_view message) const {
@@ -207,10 +206,7 @@ class TreeBuilder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, TreeB
 
   std::string_view text_;
   Stream stream_;
-  Encoding encoding_;
-  std::vector<MemberOffset>* members_;
-  RepeatedKeys repeated_;
-  Picking* picking_;  // null when a value is built
+  HowToRead how_;
   std::vector<Open> open_;
   JsonValue root_;
   bool is_cut_ = false;  // the field that was read last may go on: neither a comma nor a brace follows it
@@ -242,7 +238,7 @@ JsonValue TreeBuilder::build() {
     reject(stream_.Tell(), error.what());
   }
   if (stream_.Tell() < text_.size()) reject(stream_.Tell(), "NUL byte");  // where the parser ends
-  if (picking_ != nullptr && first_fault(text_, {text_.size(), "", false}, true).offset < text_.size()) {
+  if (how_.picking != nullptr && first_fault(text_, {text_.size(), "", false}, true).offset < text_.size()) {
     reject(text_.size(), "");
   }
   return std::move(root_);
@@ -258,10 +254,8 @@ JsonObject TreeBuilder::unfinished() && {
 // Returns the object that `value`, read from `text`, must be.
 JsonObject object_of(JsonValue value, std::string_view text, std::string_view what) {
   if (JsonObject* object = value.object()) return std::move(*object);
-  std::string message(what);
-  message += " must be an object, not ";
-  message += kind_name(value.kind());
-  throw JsonError(place_of(text, text.find_first_not_of(" \t\n\r")), message);
+  throw JsonError(place_of(text, text.find_first_not_of(" \t\n\r")),
+                  std::string(what) + ' ' + wrong_kind(Kind::object, "", value.kind()));
 }
 
 }  // namespace
@@ -279,18 +273,18 @@ InputRejected in_source(const std::string& source, const JsonError& error, std::
 
 JsonValue read_json(std::string_view text) {
   std::string memory;
-  return TreeBuilder(text, memory, Encoding::strict, nullptr).build();
+  return TreeBuilder(text, memory, {}).build();
 }
 
 JsonObject read_json_object(std::string_view text, std::string_view what, RepeatedKeys repeated) {
   std::string memory;
-  return object_of(TreeBuilder(text, memory, Encoding::strict, nullptr, repeated).build(), text, what);
+  return object_of(TreeBuilder(text, memory, {.repeated = repeated}).build(), text, what);
 }
 
 ObjectReading read_members(std::string_view text, std::string_view what, Encoding encoding) {
   ObjectReading reading;
   std::string memory;
-  TreeBuilder builder(text, memory, encoding, &reading.offsets);
+  TreeBuilder builder(text, memory, {.encoding = encoding, .members = &reading.offsets});
   try {
     reading.object = object_of(builder.build(), text, what);
   } catch (const JsonError& error) {
@@ -303,31 +297,16 @@ ObjectReading read_members(std::string_view text, std::string_view what, Encodin
 PickedField pick_fields(std::string_view text, std::string_view what, std::span<const std::string_view> keys,
                         std::span<PickedField> fields, std::string& memory) {
   Picking picking{.keys = keys, .fields = fields};
-  TreeBuilder builder(text, memory, Encoding::strict, nullptr, RepeatedKeys::replace, &picking);
-  object_of(builder.build(), text, what);
+  object_of(TreeBuilder(text, memory, {.picking = &picking}).build(), text, what);
   return picking.other;
 }
 
-std::string_view kind_name(values::Kind kind) {
-  switch (kind) {
-    case values::Kind::null:
-      return "null";
-    case values::Kind::boolean:
-      return "a boolean";
-    case values::Kind::integer:
-      return "an integer";
-    case values::Kind::floating:
-      return "a float";
-    case values::Kind::string:
-      return "a string";
-    case values::Kind::list:
-      return "a list";
-    case values::Kind::object:
-      return "an object";
-    case values::Kind::foreign:
-      break;
-  }
-  return "a foreign value";
+std::string wrong_kind(Kind kind, std::string_view or_null, Kind found) {
+  constexpr std::array<std::string_view, 8> kNames = {
+      "null", "a boolean", "an integer", "a float", "a string", "a list", "an object", "a foreign value"};
+  const auto name = [&](Kind each) { return kNames.at(static_cast<std::size_t>(each)); };
+  std::string message = "must be ";
+  return message.append(name(kind)).append(or_null).append(", not ").append(name(found));
 }
 
 }  // namespace next_steps_requests

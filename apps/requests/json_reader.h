@@ -104,7 +104,7 @@ struct PickedField {
 PickedField pick_fields(std::string_view text, std::string_view what, std::span<const std::string_view> keys,
                         std::span<PickedField> fields, std::string& memory);
 
-// The kind for a message: "an object", "null", "a string".
-std::string_view kind_name(values::Kind kind);
+// "must be a string or null, not a list". `or_null` may be empty.
+std::string wrong_kind(values::Kind kind, std::string_view or_null, values::Kind found);
 
 }  // namespace next_steps_requests

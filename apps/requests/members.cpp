@@ -3,21 +3,13 @@
 #include <algorithm>
 #include <utility>
 
-#include "vantrex/values/text_forms.h"
+#include "vantrex/workers/unknown_name.h"
 
 namespace next_steps_requests {
 
 using values::JsonValue;
 using values::Kind;
-
-std::string quoted(std::string_view key) {
-  return values::compact_text(JsonValue(key));
-}
-
-std::string wrong_kind(Kind kind, std::string_view or_null, Kind found) {
-  std::string message = "must be ";
-  return message.append(kind_name(kind)).append(or_null).append(", not ").append(kind_name(found));
-}
+using vantrex::workers::quoted;
 
 Members::Members(std::string_view line, std::string_view what, ObjectReading reading)
     : line_(line), what_(what), read_(std::move(reading)) {

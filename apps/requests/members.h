@@ -10,11 +10,6 @@
 
 namespace next_steps_requests {
 
-// The key as JSON text.
-std::string quoted(std::string_view key);
-// "must be a string or null, not a list". `or_null` may be empty.
-std::string wrong_kind(values::Kind kind, std::string_view or_null, values::Kind found);
-
 // Ownership: borrows the line, which must outlive this object. Everything throws
 // JsonError, with the place in the line, and std::bad_alloc.
 class Members {

@@ -4,7 +4,6 @@
 #include <unistd.h>
 
 #include "requests/failures.h"
-#include "requests/repeatable.h"
 
 namespace next_steps_requests {
 
@@ -22,6 +21,12 @@ void Output::flush() {
     if (count > 0) rest.remove_prefix(static_cast<std::size_t>(count));
   }
   waiting_.clear();
+}
+
+void print(std::string_view text) {
+  Output output;
+  output.write(text);
+  output.flush();
 }
 
 }  // namespace next_steps_requests

@@ -18,4 +18,7 @@ class Output {
   std::string waiting_;
 };
 
+// Writes `text` to standard output at once. Throws like Output.
+void print(std::string_view text);
+
 }  // namespace next_steps_requests

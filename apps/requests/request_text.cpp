@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-#include "requests/served_tool_text.h"
+#include "vantrex/tool_handlers/next_steps/rules.h"
 
 namespace next_steps_requests {
 
@@ -14,6 +14,11 @@ using values::JsonValue;
 using values::Kind;
 
 namespace {
+
+bool is_name(std::string_view text) {
+  constexpr std::string_view kLetters = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789_-.";
+  return !text.empty() && text.find_first_not_of(kLetters) == std::string_view::npos;
+}
 
 std::string string_of(const JsonValue& value) {
   return std::string(*value.string());
@@ -52,6 +57,14 @@ Request miss_request(Members& members) {
 }
 
 }  // namespace
+
+module::ServedTool read_served_tool(std::string_view text) {
+  const auto [tool, action] = module::split_key(text);
+  if (!is_name(tool) || (action && !is_name(*action))) {
+    throw std::invalid_argument("\"" + std::string(text) + "\" is neither TOOL nor TOOL:ACTION");
+  }
+  return {.tool = std::string(tool), .action = action};
+}
 
 std::optional<module::ServedTools> served_tools(Members& members) {
   const JsonValue* names = members.optional("serves", Kind::list);

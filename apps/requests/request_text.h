@@ -35,6 +35,10 @@ inline constexpr std::string_view kRequest = "a request";
 // replaces what is ill-formed. Throws std::bad_alloc.
 ObjectReading read_request_members(std::string_view line, bool lossy);
 
+// Returns the tool or the action that `text` names, "symbol" or "symbol:detail". Names consist of ASCII
+// letters, digits, "_", "-" and ".". Throws std::invalid_argument for any other text, and std::bad_alloc.
+module::ServedTool read_served_tool(std::string_view text);
+
 // Returns the set that the list "serves" of `members` names, or nothing without one. Throws JsonError and
 // std::bad_alloc.
 std::optional<module::ServedTools> served_tools(Members& members);

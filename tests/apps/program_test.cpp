@@ -48,7 +48,7 @@ next-steps finish | {} | 2 |  | --tool is required\nRun with --help for more inf
 next-steps finish --tool= | {} | 2 |  | --tool: must not be empty
 next-steps finish --pretty --pretty --tool x --action a --action b | {} | 2 |  | --action is given 2 times\n
 next-steps finsh --tool x --weird | {} | 2 |  | unknown subcommand "finsh"; did you mean "finish"?\n
-next-steps help xyz |  | 2 |  | unknown subcommand "xyz"; known are batch, catalogue, explain, finish, help, proxy, suggest\n
+next-steps help xyz |  | 2 |  | unknown subcommand "xyz"; known are batch, catalogue, explain, finish, help, proxy, report, suggest\n
 next-steps finish --tol=search --serves : | {} | 2 |  | unknown option "--tol"; did you mean "--tool"?\n
 next-steps -tol x finish | {} | 2 |  | unknown option "-tol"; did you mean "--tool"?\n
 next-steps --tool x finish | {} | 2 |  | --tool must follow a subcommand\n

@@ -79,8 +79,8 @@ TEST(Readme, PicturesAnAnswerAsItIs) {
 
 TEST(Documents, ShowWhatTheCommandsPrint) {
   std::vector<std::string> sessions;
-  for (const char* document :
-       {"README.md", "docs/agents.md", "docs/catalogues.md", "docs/program.md", "docs/proxy.md"}) {
+  for (const char* document : {"README.md", "docs/agents.md", "docs/catalogues.md", "docs/log.md",
+                               "docs/program.md", "docs/proxy.md"}) {
     const std::vector<std::string> found = blocks(document, "console");
     ASSERT_FALSE(found.empty());
     sessions.insert(sessions.end(), found.begin(), found.end());

@@ -1,0 +1,201 @@
+// next-steps report: tells from logs of the proxy which steps are followed.
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <iomanip>
+#include <iostream>
+#include <map>
+#include <memory>
+#include <sstream>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include <CLI/CLI.hpp>
+
+#include "next_steps/command.h"
+#include "next_steps/names.h"
+#include "requests/input.h"
+#include "requests/members.h"
+#include "requests/output.h"
+#include "vantrex/logging/quoted_literal.h"
+#include "vantrex/values/text_forms.h"
+
+namespace next_steps_program {
+
+using requests::Members;
+using values::JsonList;
+using values::JsonObject;
+using values::JsonValue;
+using values::Kind;
+
+namespace {
+
+constexpr std::array kByteKeys = {"bytes_before", "bytes_after", "null_bytes", "space_bytes", "hint_bytes"};
+constexpr std::size_t kMaxRows = 1000;   // the rest is added up, so that the memory is bounded
+constexpr std::int64_t kMaxAfter = 100;  // the calls up to one that follows a step; more count as so many
+constexpr std::int64_t kEnough = 100;    // offers, to say that none is ever followed
+
+using Row = std::pair<std::string, std::string>;  // a row of the catalogue, and a call that it offers
+
+struct Counts {
+  std::int64_t offered = 0;
+  std::int64_t kept = 0;
+  std::int64_t followed = 0;
+  std::map<std::int64_t, std::int64_t> after = {};  // how often after so many calls
+
+  // The lower median; null if it was never followed.
+  JsonValue median() const {
+    std::int64_t seen = 0;
+    for (const auto& [calls, times] : after) {
+      seen += times;
+      if (2 * seen >= followed) return calls;
+    }
+    return nullptr;
+  }
+};
+
+// The number `key` of a line. No sum of them overflows.
+std::int64_t number_in(Members& line, std::string_view key) {
+  constexpr std::int64_t kMax = std::int64_t{1} << 40;
+  const auto number = line.required(key, Kind::integer).integer<std::int64_t>();
+  if (!number || *number < -kMax || *number > kMax) line.reject(key, "is out of range");
+  return *number;
+}
+
+std::string text_in(const JsonValue& object, std::string_view key) {
+  return std::string(object[key].string().value_or(""));
+}
+
+Row row_of(const JsonValue& step) {
+  const std::string action = text_in(step, "action");
+  return {text_in(step, "row"), text_in(step, "tool") + (action.empty() ? "" : ":") + action};
+}
+
+class Report {
+ public:
+  // Adds a line. Throws JsonError if it is none of a log, and std::bad_alloc.
+  void add(std::string_view text) {
+    Members line(text, "a line of a log");
+    if (!line.has("followed")) return add_answer(line);
+    const Row row = row_of(line.required("followed", Kind::object));
+    const std::int64_t after = number_in(line, "after");
+    Counts& counts = counts_of(row);
+    ++counts.followed;
+    ++counts.after[std::clamp<std::int64_t>(after, 0, kMaxAfter)];
+  }
+
+  // {"answers", "without_steps", "bytes_before", "bytes_after", "null_bytes", "space_bytes", "hint_bytes",
+  //  "rows": [{"row", "call", "offered", "kept", "followed", "after", "never_followed"}]}
+  JsonObject to_dict() const {
+    JsonObject report{{"answers", answers_}, {"without_steps", without_steps_}};
+    for (std::size_t i = 0; i < bytes_.size(); ++i) report.append(kByteKeys[i], bytes_[i]);
+    JsonList rows;
+    for (const auto& [row, counts] : rows_) {
+      rows.push_back(JsonObject{{"row", row.first},
+                                {"call", row.second},
+                                {"offered", counts.offered},
+                                {"kept", counts.kept},
+                                {"followed", counts.followed},
+                                {"after", counts.median()},
+                                {"never_followed", counts.offered >= kEnough && counts.followed == 0}});
+    }
+    report.append("rows", std::move(rows));
+    return report;
+  }
+
+  std::string table() const {
+    const auto [before, after, nulls, space, hints] = bytes_;
+    std::ostringstream text;
+    text << answers_ << " answers, " << without_steps_ << " of them without a step\n"
+         << before << " bytes before, " << after << " after: nulls " << -nulls << ", white space " << -space
+         << ", hints +" << hints << "\n\n offered    kept followed   after  row > call\n";
+    const JsonObject report = to_dict();
+    for (const JsonValue& row : *report["rows"].list()) {
+      for (const char* key : {"offered", "kept", "followed", "after"}) {
+        const auto number = row[key].integer<std::int64_t>();
+        text << std::setw(8) << (number ? std::to_string(*number) : "-") << ' ';
+      }
+      text << ' ' << vantrex::logging::printable(text_in(row, "row") + " > " + text_in(row, "call"))
+           << (row["never_followed"] == true ? "  (never followed)" : "") << '\n';
+    }
+    return text.str();
+  }
+
+ private:
+  void add_answer(Members& line) {
+    std::array<std::int64_t, kByteKeys.size()> bytes{};
+    for (std::size_t i = 0; i < bytes.size(); ++i) bytes[i] = number_in(line, kByteKeys[i]);
+    const JsonList& steps = *line.required("steps", Kind::list).list();
+    for (std::size_t i = 0; i < bytes.size(); ++i) bytes_[i] += bytes[i];
+    ++answers_;
+    bool has_steps = false;
+    for (const JsonValue& step : steps) {
+      Counts& counts = counts_of(row_of(step));
+      const bool is_kept = step["outcome"] == "kept";
+      has_steps |= is_kept;
+      ++counts.offered;
+      if (is_kept) ++counts.kept;
+    }
+    if (!has_steps) ++without_steps_;
+  }
+
+  Counts& counts_of(Row row) {
+    if (rows_.size() >= kMaxRows && !rows_.contains(row)) row = {"(others)", "(any)"};
+    return rows_[std::move(row)];
+  }
+
+  std::int64_t answers_ = 0;
+  std::int64_t without_steps_ = 0;
+  std::array<std::int64_t, kByteKeys.size()> bytes_ = {};
+  std::map<Row, Counts> rows_;
+};
+
+struct ReportOptions {
+  std::vector<std::string> files;
+  bool json = false;
+};
+
+// Adds the lines of a file, and names those that are wrong. Half a line at the end may be in the making.
+// Returns whether all are right.
+bool add_lines(Report& report, const std::string& file) {
+  requests::Input input(file);
+  requests::LineReader lines(input, [] {});
+  bool all_right = true;
+  while (const auto line = lines.next()) {
+    try {
+      report.add(*line);
+    } catch (const requests::JsonError& error) {
+      if (!lines.is_terminated()) break;
+      all_right = false;
+      std::cerr << in_source(input.name(), error, lines.line_number()).what() << '\n';
+    }
+  }
+  return all_right;
+}
+
+ExitStatus report(const ReportOptions& options) {
+  Report report;
+  bool all_right = true;
+  for (const std::string& file : options.files) all_right &= add_lines(report, file);
+  requests::Output output;
+  output.write(options.json ? values::compact_text(report.to_dict()) + "\n" : report.table());
+  output.flush();
+  return all_right ? ExitStatus::done : ExitStatus::input_rejected;
+}
+
+}  // namespace
+
+Command add_report(CLI::App& program) {
+  auto options = std::make_shared<ReportOptions>();
+  CLI::App* parser = program.add_subcommand("report", "Tell from logs of proxy which steps are followed");
+  parser->add_option("LOG", options->files, "The logs; - is standard input")->required()->type_name("");
+  parser->add_flag("--json", options->json, "Print the report as an object");
+  parser->footer(
+      "A row's call is offered if an answer has its arguments, and kept if the answer has room for it.\n"
+      "\"after\" counts the calls from the answer to the one that follows the step; it is the median.");
+  return {parser, [options] { return report(*options); }};
+}
+
+}  // namespace next_steps_program

@@ -1,0 +1,74 @@
+#include <algorithm>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "apps/shell.h"
+#include "support/table.h"
+
+namespace vantrex::tests {
+namespace {
+
+TEST(Report, TellsWhichStepsAClientFollows) {
+  for (const char* const seed : {"1", "2", "3"}) {
+    const Ran ran = run("python3 tests/apps/proxy_log.py \"$(command -v next-steps)\" " + std::string(seed));
+    EXPECT_EQ(ran.status, 0) << ran.err;
+  }
+}
+
+TEST(Report, NamesEachWrongLineAndReadsTheRest) {
+  const std::string bytes =
+      R"("bytes_before":1,"bytes_after":2,"null_bytes":3,"space_bytes":-4,"hint_bytes":5)";
+  const std::string good = "{" + bytes + R"(,"steps":[]})";
+  // A line between two good ones, and the message.
+  for (const auto& row : table(R"(
+{"half | 1:7: Missing a closing quotation mark in string.
+[] | 1:1: a line of a log must be an object, not a list
+{} | 1:1: "bytes_before" is missing
+{@,"null_bytes":"3","steps":[]} | 1:82: "null_bytes" must be an integer, not a string
+{@,"hint_bytes":-9999999999999,"steps":[]} | 1:82: "hint_bytes" is out of range
+{@,"steps":{}} | 1:82: "steps" must be a list, not an object
+{"followed":{}} | 1:1: "after" is missing
+{"followed":[],"after":1} | 1:2: "followed" must be an object, not a list
+)")) {
+    std::string line = row[0];
+    if (const std::size_t at = line.find('@'); at != std::string::npos) line.replace(at, 1, bytes);
+    const Ran ran = run("next-steps report --json -", line + "\n" + good + "\n" + line);
+    EXPECT_EQ(ran.err, "<stdin>:" + row[1] + "\n");
+    EXPECT_EQ(ran.status, 1);
+    EXPECT_EQ(ran.out, R"({"answers":1,"without_steps":1,)" + bytes + R"(,"rows":[]})" + "\n");
+  }
+  const Ran whole = run("next-steps report --json -", good);
+  EXPECT_TRUE(whole.out.starts_with("{\"answers\":1,")) << whole.err;
+}
+
+TEST(Report, AddsUpWhatAreTooManyRows) {
+  std::string log;
+  for (int i = 0; i < 1100; ++i) {
+    log += R"({"followed":{"row":"usual )" + std::to_string(i) + R"(","tool":"t"},"after":7})" + "\n";
+  }
+  const Ran ran = run("next-steps report -", log);
+  EXPECT_NE(ran.out.find("       0        0      100        7  (others) > (any)\n"), std::string::npos)
+      << ran.out;
+}
+
+TEST(ProxyLog, EndsWithAWarningWhenItCannotBeWritten) {
+  std::string lines;
+  for (const std::string id : {"1", "2", "3", "4", "5", "6", "7", "8", "9"}) {
+    lines += R"({"method":"tools/call","params":{"name":"status"},"id":)" + id + "}\n";
+    lines += R"({"result":{"structuredContent":{}},"id":)" + id + "}\n";
+  }
+  // A file may have 1,024 bytes, so that a line of the second log is cut.
+  for (const auto& row : table("/dev/full | No space left on device\n$(dirname $0)/log | File too large")) {
+    const Ran ran = run("ulimit -f 1; next-steps proxy --log " + row[0] + " -- cat", lines);
+    EXPECT_EQ(ran.status, 0);
+    EXPECT_TRUE(ran.err.ends_with(": " + row[1] + ": the log ends here\n")) << ran.err;
+    EXPECT_EQ(std::count(ran.err.begin(), ran.err.end(), '\n'), 1) << ran.err;
+    EXPECT_EQ(ran.out, lines);
+  }
+  const Ran none = run("next-steps proxy --log $(dirname $0) -- cat");
+  EXPECT_EQ(none.status, 3);
+}
+
+}  // namespace
+}  // namespace vantrex::tests
