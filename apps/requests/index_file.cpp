@@ -46,8 +46,8 @@ std::shared_ptr<const models::Repository> IndexFile::current() {
 IndexFile::State IndexFile::state_of(const std::string& file) {
   struct stat found = {};
   if (::stat(file.c_str(), &found) != 0 || !S_ISREG(found.st_mode)) return {};
-  return {static_cast<std::int64_t>(found.st_dev), static_cast<std::int64_t>(found.st_ino), found.st_size, found.st_ctim.tv_sec,
-          found.st_ctim.tv_nsec};
+  return {static_cast<std::int64_t>(found.st_dev), static_cast<std::int64_t>(found.st_ino), found.st_size,
+          found.st_ctim.tv_sec, found.st_ctim.tv_nsec};
 }
 
 }  // namespace next_steps_requests

@@ -25,9 +25,9 @@ class IndexFile {
   std::shared_ptr<const models::Repository> current();
 
  private:
-  // What changes with the file: inode, size, and the seconds and nanoseconds of the last
+  // What changes with the file: device, inode, size, and the seconds and nanoseconds of the last
   // change of its contents or its attributes. All are 0 when there is no regular file.
-  using State = std::array<std::int64_t, 4>;
+  using State = std::array<std::int64_t, 5>;
 
   static State state_of(const std::string& file);
 
