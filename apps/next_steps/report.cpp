@@ -33,9 +33,10 @@ using values::Kind;
 namespace {
 
 constexpr std::array kByteKeys = {"bytes_before", "bytes_after", "null_bytes", "space_bytes", "hint_bytes"};
-constexpr std::size_t kMaxRows = 1000;   // the rest is added up, so that the memory is bounded
+constexpr std::size_t kMaxRows = 1000;  // the rest is added up, so that the memory is bounded
+constexpr std::size_t kMaxRowBytes = 1000;
 constexpr std::int64_t kMaxAfter = 100;  // the calls up to one that follows a step; more count as so many
-constexpr std::int64_t kEnough = 100;    // offers, to say that none is ever followed
+constexpr std::int64_t kEnough = 100;    // kept steps, to say that none is ever followed
 
 using Row = std::pair<std::string, std::string>;  // a row of the catalogue, and a call that it offers
 
@@ -56,9 +57,9 @@ struct Counts {
   }
 };
 
-// The number `key` of a line. No sum of them overflows.
+// The number `key` of a line, at most that of the bytes of a text. So a sum of up to 2^31 does not overflow.
 std::int64_t number_in(Members& line, std::string_view key) {
-  constexpr std::int64_t kMax = std::int64_t{1} << 40;
+  constexpr std::int64_t kMax = std::int64_t{1} << 32;
   const auto number = line.required(key, Kind::integer).integer<std::int64_t>();
   if (!number || *number < -kMax || *number > kMax) line.reject(key, "is out of range");
   return *number;
@@ -99,7 +100,7 @@ class Report {
                                 {"kept", counts.kept},
                                 {"followed", counts.followed},
                                 {"after", counts.median()},
-                                {"never_followed", counts.offered >= kEnough && counts.followed == 0}});
+                                {"never_followed", counts.kept >= kEnough && counts.followed == 0}});
     }
     report.append("rows", std::move(rows));
     return report;
@@ -110,7 +111,8 @@ class Report {
     std::ostringstream text;
     text << answers_ << " answers, " << without_steps_ << " of them without a step\n"
          << before << " bytes before, " << after << " after: nulls " << -nulls << ", white space " << -space
-         << ", hints +" << hints << "\n\n offered    kept followed   after  row > call\n";
+         << ", hints " << std::showpos << hints << std::noshowpos
+         << "\n\n offered    kept followed   after  row > call\n";
     const JsonObject report = to_dict();
     for (const JsonValue& row : *report["rows"].list()) {
       for (const char* key : {"offered", "kept", "followed", "after"}) {
@@ -142,7 +144,8 @@ class Report {
   }
 
   Counts& counts_of(Row row) {
-    if (rows_.size() >= kMaxRows && !rows_.contains(row)) row = {"(others)", "(any)"};
+    const bool is_large = row.first.size() + row.second.size() > kMaxRowBytes;
+    if (is_large || (rows_.size() >= kMaxRows && !rows_.contains(row))) row = {"(others)", "(any)"};
     return rows_[std::move(row)];
   }
 

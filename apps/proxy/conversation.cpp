@@ -16,6 +16,8 @@ using values::Kind;
 
 namespace {
 
+constinit const JsonObject kNone;
+
 // The text of an id, or "" if it is none. An id may be escaped in one direction only.
 std::string id_text(std::string_view span) {
   if (span.empty()) return "";
@@ -37,7 +39,12 @@ std::string string_in(std::string_view span) {
 }  // namespace
 
 void Conversation::from_client(std::string_view line) {
-  visit_items(line, [this](std::string_view message) { take_request(message); });
+  visit_items(line, [this](std::string_view message) {
+    try {
+      take_request(message);
+    } catch (const requests::JsonError&) {  // it concerns this message only
+    }
+  });
   take_request(line);
 }
 
@@ -67,7 +74,7 @@ void Conversation::call(std::string_view message, const std::string& id, std::st
     const auto action = std::as_const(*request.arguments)["action"].string();
     if (action) request.action = std::string(*action);
   }
-  if (log_ != nullptr) log_->note_call(tool, request.arguments.value_or(JsonObject()));
+  if (log_ != nullptr) log_->note_call(tool, request.arguments ? *request.arguments : kNone);
   if (!is_touched) return;
   in_flight_[id] = [this, request = std::move(request)](std::string_view answer) mutable {
     request.serves = tools_.served();

@@ -37,25 +37,30 @@ std::string now() {
   return {text.data(), std::strftime(text.data(), text.size(), "%FT%TZ", &utc)};
 }
 
+std::int64_t difference(std::size_t a, std::size_t b) {
+  return static_cast<std::int64_t>(a) - static_cast<std::int64_t>(b);
+}
+
+// Without what a dropped step of the tool holds: nobody has seen it.
 JsonObject entry_of(const module::CandidateStep& candidate) {
+  const bool is_kept = candidate.verdict == module::Verdict::kept;
   JsonObject entry{{"row", candidate.from()}};
-  if (const JsonObject* step = candidate.step.object()) {
-    entry.append("tool", (*step)["tool"]);
-    if (const JsonValue& action = (*step)["args"]["action"]; action.string()) entry.append("action", action);
-    if (candidate.verdict == module::Verdict::kept) entry.append("args", (*step)["args"]);
+  if (const JsonObject* step = candidate.step.object();
+      step != nullptr && (is_kept || !candidate.row.empty())) {
+    const JsonValue& args = (*step)["args"];
+    if ((*step)["tool"].string()) entry.append("tool", (*step)["tool"]);
+    if (args["action"].string()) entry.append("action", args["action"]);
+    if (is_kept && args.object() != nullptr) entry.append("args", args);
   }
   entry.append("outcome", kOutcomes.at(static_cast<std::size_t>(candidate.verdict)));
   return entry;
 }
 
-// Whether a call with these arguments follows the step: it gives all that the step has.
-bool follows(const JsonObject& arguments, const JsonValue& step) {
-  const JsonObject* const wanted = step["args"].object();
-  return wanted != nullptr && std::all_of(wanted->begin(), wanted->end(), [&](const JsonField& each) {
-           const JsonValue& given = arguments[each.key];
-           return values::compact_size(given) == values::compact_size(each.value) &&
-                  values::canonical_text(given) == values::canonical_text(each.value);
-         });
+std::map<std::string, std::string> canonical_texts(const JsonValue& arguments) {
+  std::map<std::string, std::string> texts;
+  for (const JsonField& each : *arguments.object())
+    texts.emplace(each.key.view(), values::canonical_text(each.value));
+  return texts;
 }
 
 }  // namespace
@@ -82,12 +87,16 @@ void StepLog::note_answer(const requests::Request& request, std::size_t bytes) n
 // Returns the entry of a call, empty if the call is no step on offer. The newest offer counts, once.
 JsonObject StepLog::followed(std::string_view tool, const JsonObject& arguments) {
   ++calls_;
+  const auto given = canonical_texts(arguments);
+  const auto is_followed = [&](const Offer& offer) {
+    return offer.step["tool"] == tool &&
+           std::includes(given.begin(), given.end(), offer.args.begin(), offer.args.end());
+  };
   for (Answer& answer : answers_) {
-    for (std::size_t i = 0; i < answer.offers.size(); ++i) {
-      JsonValue& step = *answer.offers.item(i);
-      if (std::as_const(step)["tool"] != tool || !follows(arguments, step)) continue;
-      return {{"time", now()}, {"followed", std::exchange(step, nullptr)}, {"after", calls_ - answer.calls}};
-    }
+    const auto found = std::find_if(answer.offers.begin(), answer.offers.end(), is_followed);
+    if (found == answer.offers.end()) continue;
+    JsonObject step = std::exchange(found->step, {});
+    return {{"time", now()}, {"followed", std::move(step)}, {"after", calls_ - answer.calls}};
   }
   return {};
 }
@@ -100,18 +109,20 @@ JsonObject StepLog::finished(requests::Request request, std::size_t bytes) {
   const std::size_t without_nulls = values::compact_size(request.response);
   const module::Explanation explained = explanation_of(std::move(request));
   JsonList steps;
-  JsonList offers;
+  Answer answer{calls_, {}};
   for (const module::CandidateStep& each : explained.candidates) {
-    steps.push_back(entry_of(each));
-    if (each.verdict == module::Verdict::kept) offers.push_back(std::as_const(steps)[steps.size() - 1]);
+    JsonObject step = entry_of(each);
+    if (step.contains("args")) answer.offers.push_back({step, canonical_texts(step["args"])});
+    steps.push_back(std::move(step));
   }
-  answers_.push_front({calls_, std::move(offers)});
+  answers_.push_front(std::move(answer));
   if (answers_.size() > kAnswers) answers_.pop_back();
+  const std::size_t finished = explained.bytes + explained.step_bytes;
   entry.append("bytes_before", bytes);
-  entry.append("bytes_after", explained.bytes + explained.step_bytes);
+  entry.append("bytes_after", finished);
   entry.append("null_bytes", compact - without_nulls);
-  entry.append("space_bytes", static_cast<std::int64_t>(bytes) - static_cast<std::int64_t>(compact));
-  entry.append("hint_bytes", explained.step_bytes);
+  entry.append("space_bytes", difference(bytes, compact));
+  entry.append("hint_bytes", difference(finished, without_nulls));
   entry.append("steps", std::move(steps));
   return entry;
 }

@@ -4,8 +4,10 @@
 //   {"time", "tool", "action", "bytes_before", "bytes_after", "null_bytes", "space_bytes", "hint_bytes",
 //    "steps": [{"row", "tool", "action", "args", "outcome"}]}
 //   {"time", "followed": {"row", "tool", "action", "args", "outcome"}, "after"}
-// The outcome is "kept", "not served", "repeat", "over the cap" or "no room". Only a kept step has arguments.
-// `after` counts the calls since the answer.
+// The outcome is "kept", "not served", "repeat", "over the cap" or "no room". Only a kept step has arguments,
+// and a dropped step of the tool itself has only its outcome.
+// `after` counts the calls since the answer. Always bytes_before - null_bytes - space_bytes + hint_bytes is
+// bytes_after.
 //
 // A line is appended by one write, so that several proxies may share a file. If that fails, a warning says
 // so, and nothing more is logged. Threads: one at a time.
@@ -14,8 +16,10 @@
 #include <cstddef>
 #include <deque>
 #include <functional>
+#include <map>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "proxy/names.h"
 #include "requests/request.h"
@@ -30,16 +34,21 @@ class StepLog {
   StepLog& operator=(const StepLog&) = delete;
   ~StepLog();
 
-  // Takes note of a call of any tool: it may be a step of one of the last answers.
+  // Takes note of a call of any tool: it may be a step of one of the last
+  // finished answers.
   void note_call(std::string_view tool, const values::JsonObject& arguments) noexcept;
 
   // Takes note of the answer that `request` asks for, and whose text has `bytes` so far.
   void note_answer(const requests::Request& request, std::size_t bytes) noexcept;
 
  private:
+  struct Offer {
+    values::JsonObject step;                  // as it is logged; empty when it was followed
+    std::map<std::string, std::string> args;  // canonical texts
+  };
   struct Answer {
-    std::size_t calls;        // how many were made before
-    values::JsonList offers;  // its kept steps; null in place of one that was followed
+    std::size_t calls;  // how many were made before
+    std::vector<Offer> offers;
   };
 
   values::JsonObject followed(std::string_view tool, const values::JsonObject& arguments);

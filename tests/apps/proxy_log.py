@@ -94,7 +94,7 @@ def client(program, seed):
     for row, counts in rows.items():
         after = sorted(counts["after"])
         counts["after"] = after[(len(after) - 1) // 2] if after else None
-        counts["never_followed"] = counts["offered"] >= 100 and not after
+        counts["never_followed"] = counts["kept"] >= 100 and not after
     assert [row["followed"] > 20 for row in report["rows"]].count(True) >= 3, "too few steps were followed"
     found = {(row.pop("row"), row.pop("call")): row for row in report.pop("rows")}
     assert found == rows, (found, dict(rows))

@@ -63,6 +63,8 @@ TEST(Proxy, KnowsWhichCallIsAnswered) {
   const std::string after = R"({"structuredContent": {}})";
   const std::string cancelled = R"({"method":"notifications/cancelled","params":{"requestId":"1"}})"
                                 "\n";
+  std::string both = "[" + call(R"("\ud800")", "act") + "," + call("1", "act") + "]";
+  std::erase(both, '\n');
   struct Row {
     std::string client, id;
     bool is_finished;
@@ -81,6 +83,7 @@ TEST(Proxy, KnowsWhichCallIsAnswered) {
         {call("1", "act") + call("1", "other"), "1", false},
         {call("1", "act") + "[" + cancelled.substr(0, cancelled.size() - 1) + "]\n", "1", true},
         {call("\"1\"", "act") + "[" + cancelled.substr(0, cancelled.size() - 1) + "]\n", "\"1\"", false},
+        {both + "\n", "1", true},
         {call("null", "act") + call("true", "act"), "null", false}}) {
     const std::string end = answer(row.id, row.is_finished ? after : before);
     EXPECT_TRUE(passed("", row.client + answer(row.id, before)).ends_with("\n" + end)) << row.client;

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <regex>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -50,6 +51,26 @@ TEST(Report, AddsUpWhatAreTooManyRows) {
   const Ran ran = run("next-steps report -", log);
   EXPECT_NE(ran.out.find("       0        0      100        7  (others) > (any)\n"), std::string::npos)
       << ran.out;
+}
+
+TEST(ProxyLog, HoldsOnlyTheCallsThatAnAnswerOffers) {
+  const std::string steps =
+      R"([{"tool":"a","args":{"x":1},"reason":"r"},{"tool":{"secret":1},"args":"secret"},
+      {"tool":"b","args":{"action":"secret"},"reason":")" +
+      std::string(400, 'x') + R"("}])";
+  const std::string lines = R"({"method":"tools/call","params":{"name":"t"},"id":1})"
+                            "\n"
+                            R"({"result":{"structuredContent":{"secret":null,"next_steps":)" +
+                            std::regex_replace(steps, std::regex("\n *"), " ") + R"(}},"id":1})" + "\n";
+  const Ran ran =
+      run("next-steps proxy --compact --log $(dirname $0)/log -- cat >&2; cat $(dirname $0)/log", lines);
+  const values::JsonObject entry = parse_object(ran.out);
+  EXPECT_EQ(entry["steps"], parse(R"([{"row":"own","tool":"a","args":{"x":1},"outcome":"kept"},
+                                      {"row":"own","outcome":"kept"},{"row":"own","outcome":"no room"}])"));
+  EXPECT_EQ(ran.out.find("secret"), std::string::npos);
+  const auto bytes = [&](const char* key) { return *entry[key].integer<int>(); };
+  EXPECT_EQ(bytes("bytes_before") - bytes("null_bytes") - bytes("space_bytes") + bytes("hint_bytes"),
+            bytes("bytes_after"));
 }
 
 TEST(ProxyLog, EndsWithAWarningWhenItCannotBeWritten) {
