@@ -150,7 +150,7 @@ class Flowchart {
     std::string name(key.tool);
     if (key.action) name.append(":").append(*key.action);
     const auto [place, is_new] = numbers_.emplace(side + name, numbers_.size());
-    const std::string id = side + std::to_string(place->second);
+    std::string id = side + std::to_string(place->second);
     if (!is_new) return id;
     return id + "[\"" + label(name) + "\"]" + (tables_.leads_on(key) ? "" : ":::dead");
   }
@@ -158,7 +158,7 @@ class Flowchart {
   // Replaces characters that mean something to Mermaid by their codes. Next to a code the colon is one, too.
   static std::string label(const std::string& name) {
     constexpr std::string_view kSpecial = R"(:!"#$%&'()*+,/;<=>?@[\]^`{|}~ )";
-    const std::string text = vantrex::logging::printable(name);
+    std::string text = vantrex::logging::printable(name);
     if (text.find_first_of(kSpecial.substr(1)) == std::string::npos) return text;
     std::string coded;
     for (const char byte : text) {

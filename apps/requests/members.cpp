@@ -33,13 +33,10 @@ JsonValue& Members::required(std::string_view key, Kind kind) {
 }
 
 JsonValue* Members::optional(std::string_view key, Kind kind) {
-  check_optional(key, kind);
   JsonValue* value = read_.object.find(key);
-  return value == nullptr || value->is_null() ? nullptr : value;
-}
-
-void Members::check_optional(std::string_view key, Kind kind) const {
-  if (!read_.object[key].is_null()) check(key, kind, " or null");
+  if (value == nullptr || value->is_null()) return nullptr;
+  check(key, kind, " or null");
+  return value;
 }
 
 void Members::check(std::string_view key, Kind kind, std::string_view or_null) const {

@@ -27,11 +27,8 @@ class Members {
   // Returns the required member `key`, which must be of `kind`.
   values::JsonValue& required(std::string_view key, values::Kind kind);
 
-  // Returns the optional member `key`, or a null pointer if it is absent or null.
+  // Returns the optional member `key`, which must be of `kind`, or a null pointer if it is absent or null.
   values::JsonValue* optional(std::string_view key, values::Kind kind);
-
-  // Throws unless the member `key` is absent, null or of `kind`.
-  void check_optional(std::string_view key, values::Kind kind) const;
 
   // Throws with the place of the member `key`, which must be in the line, and "KEY MESSAGE".
   [[noreturn]] void reject(std::string_view key, std::string_view message) const;

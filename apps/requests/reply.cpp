@@ -28,7 +28,8 @@ JsonObject enveloped(std::optional<JsonValue> id, std::string_view name, JsonObj
 }
 
 JsonObject answer(Members& members, const ReplyContext& context) {
-  Request request = request_of(members, context.serves);
+  Request request = request_of(members);
+  request.serves = context.serves;
   request.catalogue = context.catalogue;
   if (!request.miss) return answer_to(std::move(request));
   if (context.index == nullptr) {

@@ -88,9 +88,8 @@ ObjectReading read_request_members(std::string_view line, bool lossy) {
   return replaced.object["lossy"].boolean().value_or(lossy) ? std::move(replaced) : std::move(strict);
 }
 
-Request request_of(Members& members, const module::ServedTools* serves) {
+Request request_of(Members& members) {
   Request request = members.has("suggest") ? miss_request(members) : tool_request(members);
-  request.serves = serves;
   if (const JsonValue* action = members.optional("action", Kind::string)) request.action = string_of(*action);
   if (JsonValue* arguments = members.optional("arguments", Kind::object)) {
     request.arguments = std::move(*arguments->object());
@@ -99,7 +98,7 @@ Request request_of(Members& members, const module::ServedTools* serves) {
     request.freshness = std::move(*freshness);
   }
   request.own_serves = served_tools(members);
-  members.check_optional("lossy", Kind::boolean);  // read_request_members() has followed it
+  members.optional("lossy", Kind::boolean);  // only checked: read_request_members() has followed it
   return request;
 }
 

@@ -43,8 +43,7 @@ module::ServedTool read_served_tool(std::string_view text);
 // std::bad_alloc.
 std::optional<module::ServedTools> served_tools(Members& members);
 
-// Takes the request out of its members; `serves` is for one that has none of its own. Throws JsonError and
-// std::bad_alloc.
-Request request_of(Members& members, const module::ServedTools* serves);
+// Takes the request out of its members. Throws JsonError and std::bad_alloc.
+Request request_of(Members& members);
 
 }  // namespace next_steps_requests
