@@ -66,8 +66,8 @@ bool _is_code_hit(const JsonObject& item) noexcept {
 }
 
 const JsonValue* item_path(const JsonValue& item, PlainStrings strings) noexcept {
-  if (const JsonObject* object = item.object()) return if_string((*object)["path"]);
-  return strings == PlainStrings::are_paths ? if_string(item) : nullptr;
+  if (item.text() != nullptr) return strings == PlainStrings::are_paths ? &item : nullptr;
+  return if_string(item["path"]);
 }
 
 }  // namespace vantrex::tool_handlers::next_steps

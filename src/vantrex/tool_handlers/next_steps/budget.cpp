@@ -16,7 +16,8 @@ namespace {
 
 std::size_t hint_size(const JsonObject* object, const JsonList* list) {
   std::size_t bytes = 0;
-  visit_hints(object, list, [&](const JsonValue& hint, const auto& /*levels*/) { bytes += _encoded_size(hint); });
+  visit_hints(object, list,
+              [&](const JsonValue& hint, const auto& /*levels*/) { bytes += _encoded_size(hint); });
   return bytes;
 }
 

@@ -54,8 +54,8 @@ std::vector<CandidateStep> measured_steps(const Candidates& candidates, const De
                           : place < candidates.signals      ? Source::signal
                                                             : Source::usual;
     const std::string row = source == Source::own ? "" : source == Source::signal ? rows.signal : rows.usual;
-    CandidateStep& made = steps.emplace_back(
-        CandidateStep{decisions[place], step, source, row, _encoded_size(step)});
+    CandidateStep& made =
+        steps.emplace_back(CandidateStep{decisions[place], step, source, row, _encoded_size(step)});
     if (made.verdict != Verdict::kept) continue;
     added.add(made.bytes);
     made.over_room = bytes.over_room(added.bytes());

@@ -8,8 +8,8 @@
 
 namespace vantrex::tool_handlers::next_steps {
 
-// Sets the rows that apply to `answer`, the calls and the signals that give no step, and remarks: a tool or an
-// action that is unknown, a count that is ignored, hits that are not seen. Throws std::bad_alloc.
+// Sets the rows that apply to `answer`, the calls and the signals that give no step, and remarks: a tool or
+// an action that is unknown, a count that is ignored, hits that are not seen. Throws std::bad_alloc.
 void explain_tables(Explanation& explained, const AnswerView& answer, std::string_view tool,
                     const FinishOptions& options);
 

@@ -37,10 +37,8 @@ const JsonValue* first_in_hits(const AnswerView& answer, Take take) {
 // The value that `takes` finds in a hit, or null.
 const JsonValue* taken_from_hit(const JsonValue& item, PlainStrings strings, Takes takes) {
   if (takes == Takes::path) return item_path(item, strings);
-  const JsonObject* hit = item.object();
-  if (hit == nullptr) return nullptr;
-  if (takes == Takes::component) return if_string((*hit)["name"]);
-  return _is_code_hit(*hit) ? if_string((*hit)["fqn"]) : nullptr;
+  if (takes == Takes::component) return if_string(item["name"]);
+  return item.object() != nullptr && _is_code_hit(*item.object()) ? if_string(item["fqn"]) : nullptr;
 }
 
 const JsonValue* if_string_or_integer(const JsonValue& value) noexcept {
