@@ -1,5 +1,3 @@
-#include "vantrex/tool_handlers/next_steps/explanation_tables.h"
-
 #include <algorithm>
 #include <optional>
 #include <set>
@@ -8,6 +6,7 @@
 
 #include "vantrex/models/symbol.h"
 #include "vantrex/tool_handlers/next_steps/assembly.h"
+#include "vantrex/tool_handlers/next_steps/explanation_parts.h"
 #include "vantrex/tool_handlers/next_steps/place.h"
 #include "vantrex/tool_handlers/next_steps/usual.h"
 #include "vantrex/workers/unknown_name.h"

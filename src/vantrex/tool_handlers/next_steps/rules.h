@@ -14,6 +14,9 @@
 
 namespace vantrex::tool_handlers::next_steps {
 
+// The empty object.
+inline constinit const values::JsonObject kNoFields;
+
 // Keys that lead into nested objects.
 using KeyPath = std::span<const std::string_view>;
 

@@ -47,13 +47,9 @@ const JsonValue* if_string_or_integer(const JsonValue& value) noexcept {
 
 // The value of an own kind in one of its sources, or null.
 const JsonValue* own_value(const AnswerView& answer, const ArgumentSource& source) {
-  switch (source.in) {
-    case ArgumentSource::In::answer:
-      return if_string_or_integer(value_at(answer.response, source.path));
-    case ArgumentSource::In::request:
-      return if_string_or_integer(value_at(answer.arguments, source.path));
-    case ArgumentSource::In::hit:
-      break;
+  if (source.in != ArgumentSource::In::hit) {
+    const bool in_answer = source.in == ArgumentSource::In::answer;
+    return if_string_or_integer(value_at(in_answer ? answer.response : answer.arguments, source.path));
   }
   return first_in_hits(answer, [&source](const JsonValue& item, PlainStrings) {
     return if_string_or_integer(value_at(item, source.path));
