@@ -13,62 +13,53 @@ namespace vantrex::adapters {
 
 namespace detail {
 
-// Converts from nlohmann's type. Iterative, with its own stack.
+// Why a value is refused, thrown on the way to NotConvertible.
+struct Refused {
+  std::string why;
+};
+
+// An open container of nlohmann's. `made` holds the converted items before the next one.
 template <NlohmannJson Json>
 class FromNlohmann {
  public:
-  explicit FromNlohmann(const char* whole) : whole_(whole) {}
+  using Source = Json;
+  using Path = typename Json::json_pointer;
 
-  values::JsonValue convert(const Json& json) {
-    if (!json.is_structured()) return scalar(json);
-    open(json);
-    while (true) {
-      if (open_.back().next != open_.back().source->cend()) {
-        const Json& item = *open_.back().next;
-        if (item.is_structured()) {
-          open(item);
-        } else {
-          add(scalar(item));
-        }
-        continue;
-      }
-      values::JsonValue made = std::move(open_.back().made);
-      open_.pop_back();
-      if (open_.empty()) return made;
-      add(std::move(made));
-    }
-  }
+  values::JsonValue made;
 
- private:
-  // An open container. `made` holds the converted items before `next`.
-  struct Open {
-    const Json* source;
-    typename Json::const_iterator next;
-    values::JsonValue made;
-  };
-
-  void open(const Json& source) {
-    open_.push_back({&source, source.cbegin(), nullptr});
+  explicit FromNlohmann(const Json& source) : source_(&source), next_(source.cbegin()) {
     if (source.is_object()) {
-      open_.back().made = values::JsonObject();
-      open_.back().made.object()->reserve(source.size());
+      made = values::JsonObject();
+      made.object()->reserve(source.size());
     } else {
-      open_.back().made = values::JsonList();
-      open_.back().made.list()->reserve(source.size());
+      made = values::JsonList();
+      made.list()->reserve(source.size());
     }
   }
+
+  static bool is_container(const Json& json) noexcept { return json.is_structured(); }
+
+  bool is_done() const { return next_ == source_->cend(); }
+  const Json& next() const { return *next_; }
 
   void add(values::JsonValue item) {
-    Open& parent = open_.back();
-    if (values::JsonObject* object = parent.made.object()) {
-      object->set(text(parent.next.key(), "the key"), std::move(item));
+    if (values::JsonObject* object = made.object()) {
+      object->set(text(next_.key(), "the key"), std::move(item));
     } else {
-      parent.made.list()->push_back(std::move(item));
+      made.list()->push_back(std::move(item));
     }
-    ++parent.next;
+    ++next_;
   }
 
-  values::JsonValue scalar(const Json& json) const {
+  void append_to(Path& path) const {
+    if (source_->is_object()) {
+      path /= next_.key();
+    } else {
+      path /= static_cast<std::size_t>(next_ - source_->cbegin());
+    }
+  }
+
+  static values::JsonValue scalar(const Json& json) {
     using Type = typename Json::value_t;
     switch (json.type()) {
       case Type::boolean:
@@ -82,156 +73,136 @@ class FromNlohmann {
       case Type::string:
         return text(json.template get_ref<const std::string&>(), "the text");
       case Type::binary:
-        fail("binary data has no JSON form");
+        throw Refused{"binary data has no JSON form"};
       case Type::discarded:
-        fail("a value that the parser discarded has no JSON form");
-      case Type::null:
-      case Type::object:
-      case Type::array:
-        break;
-    }
-    return nullptr;
-  }
-
-  values::Text text(const std::string& bytes, const std::string& what) const {
-    try {
-      return values::Text(bytes);
-    } catch (const values::InvalidUtf8& error) {
-      fail(what + " is no well-formed UTF-8 at byte " + std::to_string(error.byte_offset()));
-    }
-  }
-
-  [[noreturn]] void fail(const std::string& why) const {
-    typename Json::json_pointer path;
-    for (const Open& each : open_) {
-      if (each.source->is_object()) {
-        path /= each.next.key();
-      } else {
-        path /= static_cast<std::size_t>(each.next - each.source->cbegin());
-      }
-    }
-    throw NotConvertible(whole_, values::Text::lossy(path.to_string()), why);
-  }
-
-  const char* whole_;
-  std::vector<Open> open_;
-};
-
-// Converts to nlohmann's type, likewise.
-template <NlohmannJson Json>
-class ToNlohmann {
- public:
-  explicit ToNlohmann(const char* whole) : whole_(whole) {}
-
-  Json convert(const values::JsonValue& value) {
-    if (!is_container(value)) return scalar(value);
-    open(value);
-    while (true) {
-      const Open& innermost = open_.back();
-      if (innermost.next < size(*innermost.source)) {
-        const values::JsonValue& next = item(innermost);
-        if (is_container(next)) {
-          open(next);
-        } else {
-          add(scalar(next));
-        }
-        continue;
-      }
-      Json made = std::move(open_.back().made);
-      open_.pop_back();
-      if (open_.empty()) return made;
-      add(std::move(made));
+        throw Refused{"a value that the parser discarded has no JSON form"};
+      default:
+        return nullptr;
     }
   }
 
  private:
-  using Array = typename Json::array_t;
-  using Object = typename Json::object_t;
-
-  struct Open {
-    const values::JsonValue* source;
-    std::size_t next;
-    Json made;
-  };
-
-  static bool is_container(const values::JsonValue& value) {
-    return value.list() != nullptr || value.object() != nullptr;
-  }
-  static std::size_t size(const values::JsonValue& container) {
-    return container.list() != nullptr ? container.list()->size() : container.object()->size();
-  }
-  static const values::JsonField& field(const Open& parent) {
-    return parent.source->object()->begin()[parent.next];
-  }
-  static const values::JsonValue& item(const Open& parent) {
-    const values::JsonList* list = parent.source->list();
-    return list != nullptr ? (*list)[parent.next] : field(parent).value;
-  }
-
-  // Reserves all room at once: a growing ordered_map would copy its items.
-  void open(const values::JsonValue& source) {
-    open_.push_back({&source, 0, source.list() != nullptr ? Json::array() : Json::object()});
-    Json& made = open_.back().made;
-    if (made.is_array()) {
-      made.template get_ref<Array&>().reserve(size(source));
-    } else if constexpr (requires(Object object) { object.reserve(0); }) {
-      made.template get_ref<Object&>().reserve(size(source));
+  static values::Text text(const std::string& bytes, const std::string& what) {
+    try {
+      return values::Text(bytes);
+    } catch (const values::InvalidUtf8& error) {
+      throw Refused{what + " is no well-formed UTF-8 at byte " + std::to_string(error.byte_offset())};
     }
   }
 
+  const Json* source_;
+  typename Json::const_iterator next_;
+};
+
+// An open container of this library, likewise.
+template <NlohmannJson Json>
+class ToNlohmann {
+ public:
+  using Source = values::JsonValue;
+  using Path = typename Json::json_pointer;
+
+  Json made;
+
+  // Reserves all room at once: a growing ordered_map would copy its items.
+  explicit ToNlohmann(const values::JsonValue& source) : list_(source.list()), object_(source.object()) {
+    if (list_ != nullptr) {
+      made = Json::array();
+      made.template get_ref<Array&>().reserve(list_->size());
+    } else {
+      made = Json::object();
+      if constexpr (requires(Object object) { object.reserve(0); }) {
+        made.template get_ref<Object&>().reserve(object_->size());
+      }
+    }
+  }
+
+  static bool is_container(const values::JsonValue& value) noexcept {
+    return value.list() != nullptr || value.object() != nullptr;
+  }
+
+  bool is_done() const { return next_ == (list_ != nullptr ? list_->size() : object_->size()); }
+  const values::JsonValue& next() const { return list_ != nullptr ? (*list_)[next_] : field().value; }
+
   // Keys are unique, so the lookup is skipped where it would be a search.
   void add(Json item) {
-    Open& parent = open_.back();
-    if (parent.made.is_array()) {
-      parent.made.template get_ref<Array&>().push_back(std::move(item));
+    if (list_ != nullptr) {
+      made.template get_ref<Array&>().push_back(std::move(item));
     } else {
-      Object& object = parent.made.template get_ref<Object&>();
-      std::string key(field(parent).key.view());
+      Object& object = made.template get_ref<Object&>();
+      std::string key(field().key.view());
       if constexpr (requires { object.emplace_back(std::move(key), std::move(item)); }) {
         object.emplace_back(std::move(key), std::move(item));
       } else {
         object.emplace(std::move(key), std::move(item));
       }
     }
-    ++parent.next;
+    ++next_;
   }
 
-  Json scalar(const values::JsonValue& value) const {
+  void append_to(Path& path) const {
+    if (list_ != nullptr) {
+      path /= next_;
+    } else {
+      path /= std::string(field().key.view());
+    }
+  }
+
+  static Json scalar(const values::JsonValue& value) {
     if (const auto boolean = value.boolean()) return *boolean;
-    if (const auto integer = value.integer()) return number(*integer);
+    if (const auto integer = value.integer()) {
+      if (const auto number = integer->template to<std::int64_t>()) return *number;
+      if (const auto number = integer->template to<std::uint64_t>()) return *number;
+      throw Refused{"the integer " + integer->digits() + " does not fit in 64 bits"};
+    }
     if (const auto floating = value.floating()) return *floating;
     if (const auto string = value.string()) return std::string(*string);
     if (const auto* foreign = value.foreign()) return std::string(foreign->text_form().view());
     return nullptr;
   }
 
-  Json number(const values::Integer& integer) const {
-    if (const auto number = integer.to<std::int64_t>()) return *number;
-    if (const auto number = integer.to<std::uint64_t>()) return *number;
-    fail("the integer " + integer.digits() + " does not fit in 64 bits");
-  }
+ private:
+  using Array = typename Json::array_t;
+  using Object = typename Json::object_t;
 
-  [[noreturn]] void fail(const std::string& why) const {
-    typename Json::json_pointer path;
-    for (const Open& each : open_) {
-      if (each.source->list() != nullptr) {
-        path /= each.next;
+  const values::JsonField& field() const { return object_->begin()[next_]; }
+
+  const values::JsonList* list_;
+  const values::JsonObject* object_;
+  std::size_t next_ = 0;
+};
+
+// The converted `root`, which `whole` names in an error. Container is one of the two classes above.
+template <typename Container>
+auto converted(const typename Container::Source& root, const char* whole) {
+  std::vector<Container> open;  // in place of recursion
+  try {
+    for (const auto* source = &root;; source = &open.back().next()) {
+      if (Container::is_container(*source)) {
+        open.emplace_back(*source);
+      } else if (open.empty()) {
+        return Container::scalar(*source);
       } else {
-        path /= std::string(field(each).key.view());
+        open.back().add(Container::scalar(*source));
+      }
+      while (open.back().is_done()) {
+        auto made = std::move(open.back().made);
+        open.pop_back();
+        if (open.empty()) return made;
+        open.back().add(std::move(made));
       }
     }
-    throw NotConvertible(whole_, values::Text::lossy(path.to_string()), why);
+  } catch (const Refused& refused) {
+    typename Container::Path path;
+    for (const Container& each : open) each.append_to(path);
+    throw NotConvertible(whole, values::Text::lossy(path.to_string()), refused.why);
   }
-
-  const char* whole_;
-  std::vector<Open> open_;
-};
+}
 
 inline values::JsonObject object_from(const nlohmann::ordered_json& json, const char* whole) {
   if (!json.is_object()) {
     throw NotConvertible(whole, "", std::string("must be an object, not of type ") + json.type_name());
   }
-  values::JsonValue value = FromNlohmann<nlohmann::ordered_json>(whole).convert(json);
+  values::JsonValue value = converted<FromNlohmann<nlohmann::ordered_json>>(json, whole);
   return std::move(*value.object());
 }
 
@@ -239,12 +210,12 @@ inline values::JsonObject object_from(const nlohmann::ordered_json& json, const 
 
 template <NlohmannJson Json>
 values::JsonValue from_nlohmann(const Json& json) {
-  return detail::FromNlohmann<Json>("the value").convert(json);
+  return detail::converted<detail::FromNlohmann<Json>>(json, "the value");
 }
 
 template <NlohmannJson Json>
 Json to_nlohmann(const values::JsonValue& value) {
-  return detail::ToNlohmann<Json>("the value").convert(value);
+  return detail::converted<detail::ToNlohmann<Json>>(value, "the value");
 }
 
 inline nlohmann::ordered_json finish_answer(const nlohmann::ordered_json& response,
@@ -261,7 +232,7 @@ inline nlohmann::ordered_json finish_answer(const nlohmann::ordered_json& respon
                                                 .freshness = std::move(options.freshness),
                                                 .serves = options.serves,
                                                 .catalogue = options.catalogue});
-  return detail::ToNlohmann<nlohmann::ordered_json>("the finished answer").convert(finished);
+  return detail::converted<detail::ToNlohmann<nlohmann::ordered_json>>(finished, "the finished answer");
 }
 
 }  // namespace vantrex::adapters

@@ -21,17 +21,14 @@ struct SinkSlot {
 };
 
 // Never destroyed: destructors of static objects may log.
-union ImmortalSlot {
-  constexpr ImmortalSlot() noexcept : slot() {}
-  ~ImmortalSlot() {}  // NOLINT(modernize-use-equals-default): a defaulted one would be deleted
-  SinkSlot slot;
-};
-// NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables): the host sets one sink for the process.
-constinit ImmortalSlot immortal;
+SinkSlot& slot() {
+  static SinkSlot& slot = *new SinkSlot;
+  return slot;
+}
 
 std::shared_ptr<const Sink> current_sink() {
-  const std::lock_guard lock(immortal.slot.mutex);
-  return immortal.slot.sink;
+  const std::lock_guard lock(slot().mutex);
+  return slot().sink;
 }
 
 void send(const Record& record) {
@@ -74,9 +71,9 @@ std::string_view level_name(Level level) noexcept {
 
 void set_sink(Sink sink) {
   std::shared_ptr<const Sink> next = sink ? std::make_shared<const Sink>(std::move(sink)) : nullptr;
-  const std::lock_guard lock(immortal.slot.mutex);
+  const std::lock_guard lock(slot().mutex);
   // `next` destroys the former sink after the lock is released.
-  immortal.slot.sink.swap(next);
+  slot().sink.swap(next);
 }
 
 void write_to_standard_error(const Record& record) {

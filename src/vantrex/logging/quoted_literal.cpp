@@ -14,19 +14,12 @@ void append_hex(std::string& text, std::string_view prefix, unsigned value, int 
     text += "0123456789abcdef"[(value >> shift) & 0xF];
 }
 
-void append_control(std::string& text, unsigned char control) {
-  switch (control) {
-    case '\n':
-      text += "\\n";
-      break;
-    case '\r':
-      text += "\\r";
-      break;
-    case '\t':
-      text += "\\t";
-      break;
-    default:
-      append_hex(text, "\\x", control, 2);
+void append_control(std::string& text, char control) {
+  const std::size_t place = std::string_view("\n\r\t").find(control);
+  if (place == std::string_view::npos) {
+    append_hex(text, "\\x", static_cast<unsigned char>(control), 2);
+  } else {
+    text.append("\\") += "nrt"[place];
   }
 }
 
@@ -50,7 +43,7 @@ void append_escaped(std::string& text, std::string_view bytes, char quote) {
     if (length == 0) {
       append_hex(text, "\\x", first, 2);
     } else if (length == 1 && (first < 0x20 || first == 0x7F)) {
-      append_control(text, first);
+      append_control(text, bytes[position]);
     } else if (const unsigned code_point = unprintable(bytes.substr(position, length)); code_point != 0) {
       append_hex(text, "\\u", code_point, 4);
     } else {

@@ -5,12 +5,14 @@
 
 #include <string>
 
-#include "vantrex/export.h"
 #include "vantrex/values/json_value.h"
+#include "vantrex/values/text_forms.h"
 
 namespace vantrex::tool_handlers {
 
 /// The compact UTF-8 JSON text of `answer`. Throws std::bad_alloc.
-NEXT_STEPS_API std::string tool_result_text(const values::JsonObject& answer);
+inline std::string tool_result_text(const values::JsonObject& answer) {
+  return values::compact_text(answer);
+}
 
 }  // namespace vantrex::tool_handlers

@@ -11,12 +11,6 @@ using values::JsonList;
 using values::JsonObject;
 using values::JsonValue;
 
-namespace {
-
-constinit const JsonObject kNoArguments;
-
-}  // namespace
-
 std::optional<Integer> stated_integer(const JsonValue& value) noexcept {
   if (const auto boolean = value.boolean()) return Integer(*boolean ? 1 : 0);
   return value.integer();
@@ -24,7 +18,7 @@ std::optional<Integer> stated_integer(const JsonValue& value) noexcept {
 
 AnswerView::AnswerView(const JsonObject& answer, const JsonObject* request_arguments, const Tables& tables)
     : response(answer),
-      arguments(request_arguments == nullptr ? kNoArguments : *request_arguments),
+      arguments(request_arguments == nullptr ? kNoFields : *request_arguments),
       tables_(tables) {
   const std::size_t count = tables.hit_lists.size();
   if (count > few_lists_.size()) many_lists_.resize(count);
@@ -66,8 +60,8 @@ bool _is_code_hit(const JsonObject& item) noexcept {
 }
 
 const JsonValue* item_path(const JsonValue& item, PlainStrings strings) noexcept {
-  if (const JsonObject* object = item.object()) return if_string((*object)["path"]);
-  return strings == PlainStrings::are_paths ? if_string(item) : nullptr;
+  if (item.text() != nullptr) return strings == PlainStrings::are_paths ? &item : nullptr;
+  return if_string(item["path"]);
 }
 
 }  // namespace vantrex::tool_handlers::next_steps

@@ -65,12 +65,8 @@ class AnswerView {
 
 // The value that `path` leads to; null when there is none.
 inline const values::JsonValue& value_at(const values::JsonValue& value, KeyPath path) noexcept {
-  static constinit const values::JsonValue nothing(nullptr);
   const values::JsonValue* reached = &value;
-  for (const std::string_view key : path) {
-    const values::JsonObject* object = reached->object();
-    reached = object == nullptr ? &nothing : &(*object)[key];
-  }
+  for (const std::string_view key : path) reached = &(*reached)[key];
   return *reached;
 }
 // The same for an object and a path of at least one key.

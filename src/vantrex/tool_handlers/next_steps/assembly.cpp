@@ -21,13 +21,6 @@ using values::JsonValue;
 
 namespace {
 
-constinit const JsonObject kNothing;
-
-// `value` if it is an object, otherwise the empty one.
-const JsonObject& fields_of(const JsonValue& value) noexcept {
-  return value.object() == nullptr ? kNothing : *value.object();
-}
-
 // For steps as step() makes them: the tool is the first field, and the arguments are the second. Texts are
 // made only when the tools and the sizes of the arguments leave it open.
 bool make_same_call(const JsonValue& a, const JsonValue& b) {
@@ -114,9 +107,8 @@ bool is_served(std::string_view tool, std::optional<std::string_view> action,
 }
 
 bool is_served(const JsonValue& step, const ServedTools* serves) noexcept {
-  if (serves == nullptr) return true;
-  const JsonObject& call = fields_of(step);
-  return serves->contains(call["tool"].string().value_or(""), fields_of(call["args"])["action"].string());
+  return serves == nullptr ||
+         serves->contains(step["tool"].string().value_or(""), step["args"]["action"].string());
 }
 
 Choice choose_steps(Candidates candidates, const ServedTools* serves, Decisions* decisions) {

@@ -16,7 +16,8 @@ namespace {
 
 std::size_t hint_size(const JsonObject* object, const JsonList* list) {
   std::size_t bytes = 0;
-  visit_hints(object, list, [&](const JsonValue& hint, const auto& /*levels*/) { bytes += _encoded_size(hint); });
+  visit_hints(object, list,
+              [&](const JsonValue& hint, const auto& /*levels*/) { bytes += _encoded_size(hint); });
   return bytes;
 }
 
@@ -33,22 +34,20 @@ std::size_t _hint_size(const JsonObject& object) {
   return hint_size(&object, nullptr);
 }
 
-AddedBytes::AddedBytes(const JsonList& steps) {
-  for (const JsonValue& step : steps) add(compact_size(step));
-}
-
 JsonList _within_share(const JsonObject& response, JsonList steps, Keep keep) {
-  if (steps.size() <= keep.steps) return steps;
+  std::size_t count = steps.size();
+  if (count <= keep.steps) return steps;
   const std::size_t hints = _hint_size(response);
-  AddedBytes added(steps);
+  std::size_t step_bytes = 0;
+  for (const JsonValue& step : steps) step_bytes += compact_size(step);
 
   // The room grows with the answer, so steps that fit beside nothing need no measuring. Most do.
-  if (AnswerBytes{0, hints}.over_room(added.bytes()) <= 0) return steps;
+  if (AnswerBytes{0, hints}.over_room(added_bytes(step_bytes, count)) <= 0) return steps;
   const AnswerBytes answer{compact_size(response), hints};
 
-  std::size_t count = steps.size();
-  while (count > keep.steps && answer.over_room(added.bytes()) > 0)
-    added.take_back(compact_size(steps[--count]));
+  while (count > keep.steps && answer.over_room(added_bytes(step_bytes, count)) > 0) {
+    step_bytes -= compact_size(steps[--count]);
+  }
   steps.truncate(count);
   return steps;
 }

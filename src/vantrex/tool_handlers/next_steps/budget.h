@@ -44,29 +44,11 @@ struct HintRoom {
   static constexpr auto kFloor = static_cast<double>(HINT_FLOOR_BYTES);
 };
 
-// The bytes that the leading steps of a list add to an answer, with key and brackets.
-class AddedBytes {
- public:
-  // For no steps: 0 bytes.
-  constexpr AddedBytes() noexcept = default;
-  // For all of `steps`.
-  explicit AddedBytes(const values::JsonList& steps);
-
-  // Adds the next step, of `step_bytes`.
-  constexpr void add(std::size_t step_bytes) noexcept { step_bytes_ += step_bytes + kComma; }
-  // Removes the last of the added steps.
-  constexpr void take_back(std::size_t step_bytes) noexcept { step_bytes_ -= step_bytes + kComma; }
-
-  constexpr std::size_t bytes() const noexcept {
-    constexpr std::size_t kBrackets = 2;
-    return step_bytes_ == 0 ? 0 : _STEPS_KEY_BYTES + kBrackets + step_bytes_ - kComma;
-  }
-
- private:
-  static constexpr std::size_t kComma = 1;
-
-  std::size_t step_bytes_ = 0;  // each with a comma
-};
+// The bytes that `count` steps of `step_bytes` together add to an answer, with key, brackets and commas.
+constexpr std::size_t added_bytes(std::size_t step_bytes, std::size_t count) noexcept {
+  constexpr std::size_t kBrackets = 2;
+  return count == 0 ? 0 : _STEPS_KEY_BYTES + kBrackets + step_bytes + (count - 1);
+}
 
 // The bytes of an answer and of its hints, before steps are added.
 struct AnswerBytes {

@@ -1,11 +1,13 @@
 #include "vantrex/tool_handlers/next_steps/explanation.h"
 
+#include <cmath>
+#include <cstdint>
 #include <utility>
 
 #include "vantrex/tool_handlers/next_steps/assembly.h"
 #include "vantrex/tool_handlers/next_steps/budget.h"
-#include "vantrex/tool_handlers/next_steps/explanation_tables.h"
-#include "vantrex/tool_handlers/next_steps/hint_fields.h"
+#include "vantrex/tool_handlers/next_steps/explanation_parts.h"
+#include "vantrex/tool_handlers/next_steps/limits.h"
 #include "vantrex/tool_handlers/next_steps/rules.h"
 #include "vantrex/values/text_forms.h"
 
@@ -15,6 +17,7 @@ using values::JsonList;
 using values::JsonObject;
 using values::JsonValue;
 using values::Kind;
+using values::Text;
 
 namespace {
 
@@ -47,22 +50,36 @@ void append_remarks(std::vector<std::string>& remarks, const JsonValue& own, con
 std::vector<CandidateStep> measured_steps(const Candidates& candidates, const Decisions& decisions,
                                           std::size_t kept, const TableRows& rows, const AnswerBytes& bytes) {
   std::vector<CandidateStep> steps;
-  AddedBytes added;
+  std::size_t step_bytes = 0;
+  std::size_t count = 0;  // of the chosen ones
   for (std::size_t place = 0; place < candidates.steps.size(); ++place) {
     const JsonValue& step = candidates.steps[place];
     const Source source = candidates.giver != Giver::tables ? Source::own
                           : place < candidates.signals      ? Source::signal
                                                             : Source::usual;
     const std::string row = source == Source::own ? "" : source == Source::signal ? rows.signal : rows.usual;
-    CandidateStep& made = steps.emplace_back(
-        CandidateStep{decisions[place], step, source, row, _encoded_size(step)});
+    CandidateStep& made =
+        steps.emplace_back(CandidateStep{decisions[place], step, source, row, _encoded_size(step)});
     if (made.verdict != Verdict::kept) continue;
-    added.add(made.bytes);
-    made.over_room = bytes.over_room(added.bytes());
-    if (kept == 0) made.verdict = Verdict::over_room;
-    if (kept > 0) --kept;
+    step_bytes += made.bytes;
+    made.over_room = bytes.over_room(added_bytes(step_bytes, ++count));
+    if (count > kept) made.verdict = Verdict::over_room;
   }
   return steps;
+}
+
+constexpr values::TextLiteral kFloor = "floor";
+constexpr values::TextLiteral kShare = "share";
+
+// "over the room by 17 bytes"; the bytes are rounded up.
+std::string over_room_text(double bytes) {
+  const auto whole = static_cast<std::int64_t>(std::ceil(bytes));
+  return "over the room by " + std::to_string(whole) + (whole == 1 ? " byte" : " bytes");
+}
+
+// `key`, or null if it is empty.
+JsonValue row_key(const std::string& key) {
+  return key.empty() ? JsonValue() : Text::lossy(key);
 }
 
 }  // namespace
@@ -87,11 +104,83 @@ Explanation explain_answer(JsonObject answer, std::string_view tool_name, Finish
   list_hint_fields(explained, answer);
   const JsonList kept = _within_share(answer, std::move(choice.steps), choice.keep);
   explained.candidates = measured_steps(candidates, decisions, kept.size(), explained.rows, bytes);
-  explained.step_bytes = AddedBytes(kept).bytes();
+  std::size_t kept_bytes = 0;
+  for (const JsonValue& step : kept) kept_bytes += _encoded_size(step);
+  explained.step_bytes = added_bytes(kept_bytes, kept.size());
   const HintRoom room(explained.bytes + explained.step_bytes);
   explained.room = room.bytes;
   explained.is_floor = room.is_floor;
   return explained;
+}
+
+std::string CandidateStep::from() const {
+  if (source == Source::own) return "own";
+  return (source == Source::signal ? "signal " : "usual ") + std::string(row);
+}
+
+std::string CandidateStep::why() const {
+  switch (verdict) {
+    case Verdict::not_served:
+      return "the server does not have it";
+    case Verdict::repeat:
+      return "repeat of step " + std::to_string(repeated + 1);
+    case Verdict::over_cap:
+      return "over the cap of " + std::to_string(MAX_STEPS) + " steps";
+    case Verdict::over_room:
+      return over_room_text(over_room);
+    case Verdict::kept:
+      break;
+  }
+  if (over_room <= 0) return "fits the room";
+  return over_room_text(over_room) + ", but " +
+         (source == Source::signal ? "a signal always stays" : "the first step always stays");
+}
+
+std::string Explanation::room_text() const {
+  const auto whole = [](double number) { return std::to_string(static_cast<std::int64_t>(number)); };
+  const std::size_t all = bytes + step_bytes;
+  const std::string share = std::to_string(std::lround(HINT_SHARE * 100)) + " % of " + std::to_string(all);
+  if (!is_floor) return whole(room) + " bytes (" + share + ")";
+  return whole(room) + " bytes (the floor; " + share + " is " + whole(HINT_SHARE * static_cast<double>(all)) +
+         ")";
+}
+
+JsonObject Explanation::to_dict() const {
+  JsonList fields;
+  for (const HintField& field : hint_fields) {
+    fields.push_back(JsonObject{{"path", Text::lossy(field.path)}, {"bytes", field.bytes}});
+  }
+  JsonList steps;
+  for (const CandidateStep& each : candidates) {
+    steps.push_back(JsonObject{{"step", each.step},
+                               {"from", each.from()},
+                               {"bytes", each.bytes},
+                               {"kept", each.verdict == Verdict::kept},
+                               {"why", each.why()}});
+  }
+  JsonList hints;
+  for (const AbsentHint& each : absent) {
+    hints.push_back(JsonObject{{"hint", each.hint}, {"why", each.why}});
+  }
+  JsonList signals;
+  for (const SilentSignal& each : silent) {
+    signals.push_back(JsonObject{{"signal", Text::lossy(each.row)}, {"why", each.why}});
+  }
+  return JsonObject{{"answer", JsonObject{{"bytes", bytes},
+                                          {"hint_bytes", hint_bytes},
+                                          {"hint_fields", std::move(fields)},
+                                          {"more_hint_fields", more_hint_fields},
+                                          {"step_bytes", step_bytes},
+                                          {"room", room},
+                                          {"room_from", is_floor ? kFloor : kShare},
+                                          {"room_text", room_text()}}},
+                    {"rows", JsonObject{{"usual", row_key(rows.usual)},
+                                        {"usual_of_tool", rows.usual_of_tool},
+                                        {"signal", row_key(rows.signal)}}},
+                    {"candidates", std::move(steps)},
+                    {"absent", std::move(hints)},
+                    {"silent", std::move(signals)},
+                    {"remarks", remarks}};
 }
 
 }  // namespace vantrex::tool_handlers::next_steps

@@ -1,5 +1,3 @@
-#include "vantrex/tool_handlers/next_steps/explanation_tables.h"
-
 #include <algorithm>
 #include <optional>
 #include <set>
@@ -8,6 +6,7 @@
 
 #include "vantrex/models/symbol.h"
 #include "vantrex/tool_handlers/next_steps/assembly.h"
+#include "vantrex/tool_handlers/next_steps/explanation_parts.h"
 #include "vantrex/tool_handlers/next_steps/place.h"
 #include "vantrex/tool_handlers/next_steps/usual.h"
 #include "vantrex/workers/unknown_name.h"
@@ -52,7 +51,8 @@ std::string passed_over_hits(const AnswerView& answer) {
   }
   if (hits.empty()) return "";
   return counted_hits(Integer(hits.size())) +
-         (hits.size() == 1 ? " has an fqn but is no code symbol: " : " have an fqn but are no code symbols: ") +
+         (hits.size() == 1 ? " has an fqn but is no code symbol: "
+                           : " have an fqn but are no code symbols: ") +
          no_code_text(*hits[0]);
 }
 
@@ -157,7 +157,8 @@ std::string unknown_call(const Tables& tables, bool has_row, std::string_view to
     tools.insert(each);
     if (each == tool && action) actions.push_back(*action);
   }
-  const bool is_known = has_row || tools.contains(tool) || (options.serves && has_tool(*options.serves, tool));
+  const bool is_known =
+      has_row || tools.contains(tool) || (options.serves && has_tool(*options.serves, tool));
   if (!is_known && !tools.empty()) {
     return workers::unknown_name("tool", tool, std::vector(tools.begin(), tools.end()));
   }

@@ -36,12 +36,9 @@ class Hint {
  public:
   /// A call without an action and without arguments.
   consteval Hint(values::TextLiteral tool_name, values::TextLiteral why) : tool(tool_name), reason(why) {}
-  /// A call without arguments.
-  consteval Hint(values::TextLiteral tool_name, values::TextLiteral why, values::TextLiteral tool_action)
-      : tool(tool_name), reason(why), action(tool_action) {}
-  /// A call with an action and an argument from the answer.
+  /// A call with an action, and maybe an argument from the answer.
   consteval Hint(values::TextLiteral tool_name, values::TextLiteral why, values::TextLiteral tool_action,
-                 Takes argument)
+                 std::optional<Takes> argument = std::nullopt)
       : tool(tool_name), reason(why), action(tool_action), takes(argument) {}
   /// A call with an argument from the answer, to a tool without actions.
   consteval Hint(values::TextLiteral tool_name, values::TextLiteral why, std::nullopt_t /*action*/,

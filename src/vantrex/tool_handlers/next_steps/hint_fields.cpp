@@ -1,10 +1,9 @@
-#include "vantrex/tool_handlers/next_steps/hint_fields.h"
-
 #include <algorithm>
 #include <map>
 #include <string>
 #include <vector>
 
+#include "vantrex/tool_handlers/next_steps/explanation_parts.h"
 #include "vantrex/tool_handlers/next_steps/hint_walk.h"
 #include "vantrex/tool_handlers/next_steps/place.h"
 #include "vantrex/values/text_forms.h"

@@ -31,25 +31,29 @@ template <typename OnHint>
 void visit_hints(const values::JsonObject* object, const values::JsonList* list, OnHint on_hint) {
   values::WalkStack<HintLevel> levels;
   const auto open = [&levels](const values::JsonObject* fields, const values::JsonList* items) {
-    if (fields != nullptr) {
-      levels.push(fields->begin(), fields->end(), nullptr, nullptr);
-    } else if (items != nullptr) {
-      levels.push(nullptr, nullptr, items->begin(), items->end());
+    if (fields != nullptr) levels.push(fields->begin(), fields->end(), nullptr, nullptr);
+    if (items != nullptr) levels.push(nullptr, nullptr, items->begin(), items->end());
+    return fields != nullptr || items != nullptr;
+  };
+  // Visits the rest of a level. Returns false if it opened a nested container instead.
+  const auto visit_rest = [&](HintLevel& level) {
+    while (level.field != level.fields_end) {
+      const auto& [key, value] = *level.field++;
+      if (is_hint_key(key.view())) {
+        on_hint(value, levels);
+      } else if (open(value.object(), value.list())) {
+        return false;
+      }
     }
+    while (level.item != level.items_end) {
+      const values::JsonValue& item = *level.item++;
+      if (open(item.object(), item.list())) return false;
+    }
+    return true;
   };
   open(object, list);
   while (!levels.empty()) {
-    HintLevel& level = levels.top();
-    if (level.item != level.items_end) {
-      const values::JsonValue& item = *level.item++;
-      open(item.object(), item.list());
-    } else if (level.field == level.fields_end) {
-      levels.pop();
-    } else if (const auto& [key, value] = *level.field++; is_hint_key(key.view())) {
-      on_hint(value, levels);
-    } else {
-      open(value.object(), value.list());
-    }
+    if (visit_rest(levels.top())) levels.pop();
   }
 }
 

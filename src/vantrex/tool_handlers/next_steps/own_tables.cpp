@@ -1,10 +1,8 @@
 #include "vantrex/tool_handlers/next_steps/own_tables.h"
 
 #include <algorithm>
-#include <array>
 #include <cstddef>
 #include <cstdint>
-#include <initializer_list>
 #include <optional>
 #include <string>
 
@@ -32,14 +30,14 @@ using Names = std::vector<std::string_view>;
 class At {
  public:
   At(const At& outer, const JsonField& field) noexcept
-      : value_(field.value), outer_(&outer), key_(field.key.view()) {}
+      : value_(field.value), outer_(&outer), key_(&field.key) {}
   At(const At& outer, std::size_t position) noexcept
       : value_((*outer.value_.list())[position]), outer_(&outer), position_(position) {}
   explicit At(const JsonValue& root) noexcept : value_(root) {}
 
   const JsonValue& value() const noexcept { return value_; }
   // The key of a member of an object.
-  std::string_view key() const noexcept { return key_; }
+  const Text& key() const noexcept { return *key_; }
 
   [[noreturn]] void fail(const std::string& message) const {
     const std::string place = text_of_place();
@@ -90,13 +88,13 @@ class At {
   std::string text_of_place() const {
     if (outer_ == nullptr) return "";
     std::string place = outer_->text_of_place();
-    key_.data() == nullptr ? append_position(place, position_) : append_key(place, key_);
+    key_ == nullptr ? append_position(place, position_) : append_key(place, key_->view());
     return place;
   }
 
   const JsonValue& value_;
   const At* outer_ = nullptr;
-  std::string_view key_ = {};
+  const Text* key_ = nullptr;
   std::size_t position_ = 0;
 };
 
@@ -109,22 +107,27 @@ struct CallForm {
 
 class Reader {
  public:
-  Reader(const JsonValue& catalogue, OwnTables& own) : root_(catalogue), own_(own) {}
+  explicit Reader(OwnTables& own) : own_(own) {
+    for (const std::string_view name : predefined_kinds()) {
+      kinds_.push_back({name, static_cast<ArgumentKind>(kinds_.size())});
+    }
+  }
 
-  Tables read() {
-    root_.allow({"hit_lists", "counts", "arguments", "next_steps", "signals", "misses"});
+  Tables read(const At& root) {
+    root.allow({"hit_lists", "counts", "arguments", "next_steps", "signals", "misses"});
     Tables tables{.hit_lists = module_tables().hit_lists, .counts = module_tables().counts};
-    if (const auto lists = root_.member("hit_lists")) tables.hit_lists = key_paths(*lists);
+    if (const auto lists = root.member("hit_lists")) tables.hit_lists = key_paths(*lists);
     tables.has_nested_hits = std::any_of(tables.hit_lists.begin(), tables.hit_lists.end(),
                                          [](KeyPath path) { return path.size() > 1; });
-    if (const auto counts = root_.member("counts")) tables.counts = key_paths(*counts);
-    if (const auto kinds = root_.member("arguments")) own_kinds(*kinds);
-    if (const auto usual = root_.member("next_steps")) tables.usual = usual_rows(*usual);
-    if (const auto signals = root_.member("signals")) tables.signals = signal_rows(*signals);
-    if (const auto misses = root_.member("misses")) {
+    if (const auto counts = root.member("counts")) tables.counts = key_paths(*counts);
+    if (const auto kinds = root.member("arguments")) own_kinds(*kinds);
+    if (const auto usual = root.member("next_steps")) tables.usual = usual_rows(*usual);
+    if (const auto signals = root.member("signals")) tables.signals = signal_rows(*signals);
+    if (const auto misses = root.member("misses")) {
       misses->allow({"symbol", "path"});
-      if (const auto symbol = misses->member("symbol")) tables.symbol_miss = miss(*symbol, "fqn", {"query"});
-      if (const auto path = misses->member("path")) tables.path_miss = miss(*path, "path", {});
+      if (const auto symbol = misses->member("symbol"))
+        tables.symbol_miss = miss(*symbol, {"fqn"}, {"query"});
+      if (const auto path = misses->member("path")) tables.path_miss = miss(*path, {"path"}, {});
     }
     return tables;
   }
@@ -140,9 +143,7 @@ class Reader {
   template <typename Read>
   static auto each_item(const At& list, Read read) {
     std::vector<decltype(read(list))> all;
-    for (std::size_t position = 0; position < list.list().size(); ++position) {
-      all.push_back(read(At(list, position)));
-    }
+    for (std::size_t place = 0; place < list.list().size(); ++place) all.push_back(read(At(list, place)));
     return all;
   }
 
@@ -163,62 +164,56 @@ class Reader {
   }
 
   void own_kinds(const At& at) {
+    const auto predefined = predefined_kinds();
     for (const JsonField& field : at.object()) {
       const At kind(at, field);
-      if (predefined(field.key.view())) kind.fail("is predefined");
+      const std::string_view name = field.key.view();
+      if (std::find(predefined.begin(), predefined.end(), name) != predefined.end())
+        kind.fail("is predefined");
       kind.allow({"answer", "hit", "request"});
       if (kind.object().empty()) kind.fail(R"(must have "answer", "hit" or "request")");
-      kinds_.push_back(own_.store_one(
-          OwnKind{field.key.view(),
-                  own_.store(each_member(kind, [this](const At& source) { return source_of(source); }))}));
+      const auto sources = each_member(kind, [this](const At& source) { return source_of(source); });
+      kinds_.push_back({field.key, ArgumentKind::own, own_.store_one(OwnKind{name, own_.store(sources)})});
     }
   }
 
   ArgumentSource source_of(const At& at) {
     using In = ArgumentSource::In;
-    const std::string_view in = at.key();
+    const std::string_view in = at.key().view();
     if (in == "hit") return {In::hit, key_path(at)};
     return {in == "answer" ? In::answer : In::request, path_to_field(at)};
   }
 
-  static std::optional<ArgumentKind> predefined(std::string_view name) {
-    const auto& names = predefined_kinds();
-    const auto found = std::find(names.begin(), names.end(), name);
-    if (found == names.end()) return std::nullopt;
-    return static_cast<ArgumentKind>(found - names.begin());
-  }
-
   // The argument that takes the kind that `at` names.
-  Argument argument(const values::TextArgument& name, const At& at, const CallForm& form) const {
+  Argument argument(const Text& name, const At& at, const CallForm& form) const {
     const std::string_view kind = at.text().view();
+    if (form.kinds.empty()) at.fail("this call takes nothing");
     if (std::find(form.kinds.begin(), form.kinds.end(), kind) == form.kinds.end()) {
-      if (form.kinds.empty()) at.fail("this call takes nothing");
       at.fail(unknown_name("kind", kind, form.kinds));
     }
-    if (const auto known = predefined(kind)) return {name, *known};
-    const auto own = std::find_if(kinds_.begin(), kinds_.end(),
-                                  [kind](const OwnKind* each) { return each->name == kind; });
-    return {name, ArgumentKind::own, *own};
+    Argument taken = *std::find_if(kinds_.begin(), kinds_.end(),
+                                   [kind](const Argument& each) { return kind_name(each) == kind; });
+    taken.name = name;
+    return taken;
   }
 
   // What a call takes: a kind, or an object of kinds.
   std::vector<Argument> takes(const At& at, const CallForm& form) const {
-    if (at.value().text() != nullptr) {
-      const Argument plain = argument(at.text(), at, form);
-      if (is_asked(plain.kind))
-        at.fail("needs the name of an argument: {ARGUMENT: " + quoted(at.text().view()) + "}");
-      return {plain};
+    if (at.value().object() != nullptr) {
+      return each_member(at, [&](const At& each) { return named_argument(each, form); });
     }
-    if (at.value().object() == nullptr) at.fail("must be a kind or an object of kinds");
-    std::vector<Argument> all;
-    for (const JsonField& field : at.object()) all.push_back(named_argument(At(at, field), field.key, form));
-    return all;
+    if (at.value().text() == nullptr) at.fail("must be a kind or an object of kinds");
+    const Argument plain = argument(at.text(), at, form);
+    if (is_asked(plain.kind)) {
+      at.fail("needs the name of an argument: {ARGUMENT: " + quoted(at.text().view()) + "}");
+    }
+    return {plain};
   }
 
-  Argument named_argument(const At& at, const Text& name, const CallForm& form) const {
+  Argument named_argument(const At& at, const CallForm& form) const {
     const bool in_list = at.value().list() != nullptr;
     if (in_list && at.list().size() != 1) at.fail("must have one kind");
-    Argument named = argument(name, in_list ? At(at, 0) : at, form);
+    Argument named = argument(at.key(), in_list ? At(at, 0) : at, form);
     if (named.kind == ArgumentKind::changed_files) {
       at.fail(R"("changed_files" brings its own arguments: write "takes": "changed_files")");
     }
@@ -250,15 +245,15 @@ class Reader {
   }
 
   CallForm form_of_rows(Names members) const {
-    Names kinds(predefined_kinds().begin(), predefined_kinds().end());
-    for (const OwnKind* each : kinds_) kinds.push_back(each->name);
+    Names kinds;
+    for (const Argument& each : kinds_) kinds.push_back(kind_name(each));
     return {std::move(kinds), std::move(members), true};
   }
 
   std::span<const UsualRow> usual_rows(const At& at) {
     const CallForm form = form_of_rows({"tool", "args", "takes", "reason"});
     return own_.store(each_member(at, [&](const At& row) {
-      return UsualRow{row.key(),
+      return UsualRow{row.key().view(),
                       own_.store(each_item(row, [&](const At& each) { return call(each, form); }))};
     }));
   }
@@ -266,8 +261,8 @@ class Reader {
   std::span<const SignalRow> signal_rows(const At& at) {
     const CallForm form = form_of_rows({"hits", "hits_at_least", "tool", "args", "takes", "reason"});
     return own_.store(each_member(at, [&](const At& row) {
-      const bool is_none = row.value().is_null() && split_key(row.key()).action;
-      return SignalRow{row.key(),
+      const bool is_none = row.value().is_null() && split_key(row.key().view()).action;
+      return SignalRow{row.key().view(),
                        is_none ? nullptr : own_.store_one(Signal{condition(row), call(row, form)})};
     }));
   }
@@ -284,26 +279,22 @@ class Reader {
   }
 
   // The calls of a miss. The one on the best candidate takes `best`.
-  MissCalls miss(const At& at, std::string_view best, Names to_search) {
+  MissCalls miss(const At& at, const Names& best, const Names& to_search) {
     at.allow({"near", "none"});
-    const Names members = {"tool", "args", "takes"};
-    MissCalls calls;
-    if (const auto near = at.member("near"))
-      calls.near = own_.store_one(call(*near, {{best}, members, false}));
-    if (const auto none = at.member("none")) {
-      calls.none = own_.store_one(call(*none, {std::move(to_search), members, false}));
-    }
-    return calls;
+    const auto call_of = [&](std::string_view key, const Names& kinds) -> const Call* {
+      const auto member = at.member(key);
+      return member ? own_.store_one(call(*member, {kinds, {"tool", "args", "takes"}, false})) : nullptr;
+    };
+    return {call_of("near", best), call_of("none", to_search)};
   }
 
-  At root_;
   OwnTables& own_;
-  std::vector<const OwnKind*> kinds_;
+  std::vector<Argument> kinds_;  // the predefined ones, then those of the server
 };
 
 }  // namespace
 
 OwnTables::OwnTables(JsonObject catalogue)
-    : json_(std::move(catalogue)), tables_(Reader(json_, *this).read()) {}
+    : json_(std::move(catalogue)), tables_(Reader(*this).read(At(json_))) {}
 
 }  // namespace vantrex::tool_handlers::next_steps

@@ -3,10 +3,8 @@
 
 #include <atomic>
 #include <cstddef>
-#include <deque>
+#include <memory>
 #include <span>
-#include <string_view>
-#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -35,8 +33,9 @@ class OwnTables {
   // Stores `items`. The result is valid as long as this object.
   template <typename Item>
   std::span<const Item> store(std::vector<Item> items) {
-    auto& stored = std::get<std::deque<std::vector<Item>>>(stored_);
-    return stored.emplace_back(std::move(items));
+    const auto stored = std::make_shared<const std::vector<Item>>(std::move(items));
+    stored_.push_back(stored);
+    return *stored;
   }
   template <typename Item>
   const Item* store_one(Item item) {
@@ -46,12 +45,8 @@ class OwnTables {
  private:
   ~OwnTables() = default;
 
-  template <typename... Items>
-  using Lists = std::tuple<std::deque<std::vector<Items>>...>;
-
   const values::JsonValue json_;  // the texts of the tables lie in it
-  Lists<std::string_view, KeyPath, ArgumentSource, OwnKind, Argument, Call, Signal, UsualRow, SignalRow>
-      stored_;
+  std::vector<std::shared_ptr<const void>> stored_;
   Tables tables_;
   mutable std::atomic<std::size_t> owners_ = 1;
 };

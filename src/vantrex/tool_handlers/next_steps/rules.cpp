@@ -21,23 +21,16 @@ bool is_joined_key(std::string_view key, std::string_view tool, std::string_view
          key.ends_with(action);
 }
 
-template <typename Row, typename Matches>
-const Row* first_row(std::span<const Row> rows, Matches matches) noexcept {
-  const auto row = std::find_if(rows.begin(), rows.end(), [&](const Row& each) { return matches(each.key); });
-  return row == rows.end() ? nullptr : &*row;
-}
-
-// The row of `tool` and `action`, or null. An answer without an action has none.
+// The row of `tool` and `action`, otherwise the row of `tool`, otherwise null.
 template <typename Row>
-const Row* joined_row(std::span<const Row> rows, std::string_view tool,
-                      std::optional<std::string_view> action) noexcept {
-  if (!action) return nullptr;
-  return first_row(rows, [&](std::string_view key) { return is_joined_key(key, tool, *action); });
-}
-
-template <typename Row>
-const Row* tool_row(std::span<const Row> rows, std::string_view tool) noexcept {
-  return first_row(rows, [&](std::string_view key) { return key == tool; });
+const Row* row_of(std::span<const Row> rows, std::string_view tool,
+                  std::optional<std::string_view> action) noexcept {
+  const Row* row_of_tool = nullptr;
+  for (const Row& row : rows) {
+    if (action && is_joined_key(row.key, tool, *action)) return &row;
+    if (row.key == tool) row_of_tool = &row;
+  }
+  return row_of_tool;
 }
 
 // Whether a call takes one kind under the name of the kind. The names of asked kinds do not serve for that.
@@ -74,8 +67,7 @@ bool takes_from_hits(const Argument& argument) noexcept {
 }
 
 JsonObject constant_arguments(const Call& call) {
-  static constinit const JsonObject none;
-  const JsonObject& constants = call.args == nullptr ? none : *call.args;
+  const JsonObject& constants = call.args == nullptr ? kNoFields : *call.args;
   JsonObject args;
   args.reserve(constants.size() + 1 + call.takes.size());
   for (const auto& [key, value] : constants) args.append(key, value);
@@ -98,15 +90,14 @@ JsonObject to_dict(const Call& call) {
 
 const UsualRow* Tables::usual_row(std::string_view tool,
                                   std::optional<std::string_view> action) const noexcept {
-  const UsualRow* row = joined_row(usual, tool, action);
-  return row != nullptr ? row : tool_row(usual, tool);
+  return row_of(usual, tool, action);
 }
 
 const SignalRow* Tables::signal_row(std::string_view tool,
                                     std::optional<std::string_view> action) const noexcept {
-  if (const SignalRow* row = joined_row(signals, tool, action)) return row;
-  const SignalRow* row = tool_row(signals, tool);
-  return row != nullptr && tool.find(':') != std::string_view::npos ? nullptr : row;
+  const SignalRow* row = row_of(signals, tool, action);
+  const bool is_ambiguous = row != nullptr && row->key == tool && tool.find(':') != std::string_view::npos;
+  return is_ambiguous ? nullptr : row;
 }
 
 }  // namespace vantrex::tool_handlers::next_steps

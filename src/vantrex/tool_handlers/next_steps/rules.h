@@ -14,6 +14,9 @@
 
 namespace vantrex::tool_handlers::next_steps {
 
+// The empty object.
+inline constinit const values::JsonObject kNoFields;
+
 // Keys that lead into nested objects.
 using KeyPath = std::span<const std::string_view>;
 
@@ -30,6 +33,9 @@ inline RowKey split_key(std::string_view key) noexcept {
   if (colon == std::string_view::npos) return {key, std::nullopt};
   return {key.substr(0, colon), key.substr(colon + 1)};
 }
+
+// Clang 14 does not link a default member that is a literal.
+inline constexpr values::TextLiteral kNoText = "";
 
 // Where the value of an argument comes from. The first five are those of Takes.
 enum class ArgumentKind : std::uint8_t {
@@ -64,8 +70,8 @@ struct OwnKind {
 
 // An argument that a call takes.
 struct Argument {
-  values::TextArgument name;
-  ArgumentKind kind;
+  values::TextArgument name = kNoText;
+  ArgumentKind kind = ArgumentKind::own;
   const OwnKind* own = nullptr;  // set if and only if the kind is ArgumentKind::own
   bool in_list = false;          // the call gets a list of the one value
 };
@@ -79,13 +85,10 @@ std::string_view kind_name(const Argument& argument) noexcept;
 // Whether the value may come from a hit, so that an answer with 0 hits gives none.
 bool takes_from_hits(const Argument& argument) noexcept;
 
-// Clang 14 does not link a default member that is a literal.
-inline constexpr values::TextLiteral kNoReason = "";
-
 // A call that may follow an answer.
 struct Call {
-  values::TextArgument tool;
-  values::TextArgument reason = kNoReason;
+  values::TextArgument tool = kNoText;
+  values::TextArgument reason = kNoText;
   std::optional<values::TextLiteral> action = std::nullopt;  // a constant argument
   const values::JsonObject* args = nullptr;                  // further constant arguments, or null
   std::span<const Argument> takes = {};

@@ -16,8 +16,6 @@ using values::JsonObject;
 
 namespace {
 
-constinit const JsonObject kNoAnswer;
-
 // `reason` with "{hits}" and "{action}" replaced. Inserted text is not searched.
 std::string filled_in(std::string_view reason, const Integer& hits, std::string_view action) {
   std::string text;
@@ -49,7 +47,7 @@ std::optional<JsonObject> signal_step(const Signal& signal, const std::optional<
 // What is known has the names of a request's arguments.
 std::optional<JsonObject> Signal::operator()(const JsonObject& known) const {
   return signal_step(*this, stated_integer(known["hits"]), known["what"].string().value_or(""),
-                     AnswerView(kNoAnswer, &known));
+                     AnswerView(kNoFields, &known));
 }
 
 JsonList _signals(const AnswerView& answer, std::string_view tool, std::optional<std::string_view> action) {

@@ -1,7 +1,6 @@
 #include "vantrex/tool_handlers/next_steps/suggestions.h"
 
 #include <exception>
-#include <initializer_list>
 #include <optional>
 #include <string>
 #include <utility>
@@ -41,12 +40,6 @@ auto guarded(Lookup lookup, std::string_view warning, const models::Repository& 
   return {};
 }
 
-std::string joined(std::initializer_list<std::string_view> texts) {
-  std::string all;
-  for (const std::string_view each : texts) all += each;
-  return all;
-}
-
 // The step of a miss: `call` with `action` for "{action}", and `value` for what it takes.
 JsonObject miss_step(const Call& call, std::string_view action, const std::string& value,
                      const std::string& reason) {
@@ -61,8 +54,11 @@ JsonObject miss_step(const Call& call, std::string_view action, const std::strin
   return step(call.tool, reason, std::move(args));
 }
 
-// Sets the fields of a miss. Without a step, the answer has no "next_steps".
-void mark_missed(JsonObject& response, JsonList candidates, std::optional<JsonObject> next) {
+// Sets the fields of a miss. The step is `call`; for null, the answer has no "next_steps".
+JsonObject& mark_missed(JsonObject& response, JsonList candidates, const Call* call, std::string_view action,
+                        const std::string& value, const std::string& reason) {
+  std::optional<JsonObject> next;
+  if (call != nullptr) next = miss_step(*call, action, value, reason);
   response.set("found", false);
   response.set("did_you_mean", std::move(candidates));
   if (next) {
@@ -70,6 +66,7 @@ void mark_missed(JsonObject& response, JsonList candidates, std::optional<JsonOb
   } else {
     response.remove("next_steps");
   }
+  return response;
 }
 
 }  // namespace
@@ -78,41 +75,34 @@ JsonObject& suggest_symbols(JsonObject& response, const models::Repository& repo
                             std::string_view wanted, std::string_view action, const Catalogue* catalogue) {
   const auto candidates =
       guarded(workers::nearest_symbols, "Looking for symbols near %r failed", repository, wanted);
+  const MissCalls& calls = tables_of(catalogue).symbol_miss;
+  const std::string missed(wanted);
+  if (candidates.empty()) {
+    const std::string guessed = workers::guessed_name(wanted);
+    return mark_missed(response, {}, calls.none, action, guessed.empty() ? missed : guessed,
+                       "No indexed symbol is near " + missed + ": search the names");
+  }
   JsonList listed;
   for (const workers::SymbolCandidate& candidate : candidates) listed.push_back(candidate.to_dict());
-  const MissCalls& calls = tables_of(catalogue).symbol_miss;
-  std::optional<JsonObject> next;
-  if (!candidates.empty() && calls.near != nullptr) {
-    const std::string& best = candidates.front().fqn;
-    next = miss_step(*calls.near, action, best,
-                     joined({"The nearest indexed symbol to ", wanted, " is ", best}));
-  } else if (candidates.empty() && calls.none != nullptr) {
-    std::string query = workers::guessed_name(wanted);
-    if (query.empty()) query = wanted;
-    next = miss_step(*calls.none, action, query,
-                     joined({"No indexed symbol is near ", wanted, ": search the names"}));
-  }
-  mark_missed(response, std::move(listed), std::move(next));
-  return response;
+  const std::string& best = candidates.front().fqn;
+  return mark_missed(response, std::move(listed), calls.near, action, best,
+                     "The nearest indexed symbol to " + missed + " is " + best);
 }
 
 JsonObject& suggest_paths(JsonObject& response, const models::Repository& repository, std::string_view wanted,
                           std::string_view action, const Catalogue* catalogue) {
   const auto candidates =
       guarded(workers::nearest_paths, "Looking for files near %r failed", repository, wanted);
+  const MissCalls& calls = tables_of(catalogue).path_miss;
+  const std::string missed(wanted);
+  if (candidates.empty()) {
+    return mark_missed(response, {}, calls.none, action, "", "No indexed file is near " + missed);
+  }
   JsonList listed;
   for (const std::string& path : candidates) listed.push_back(Text::lossy(path));
-  const MissCalls& calls = tables_of(catalogue).path_miss;
-  std::optional<JsonObject> next;
-  if (!candidates.empty() && calls.near != nullptr) {
-    const std::string& best = candidates.front();
-    next =
-        miss_step(*calls.near, action, best, joined({"The nearest indexed file to ", wanted, " is ", best}));
-  } else if (candidates.empty() && calls.none != nullptr) {
-    next = miss_step(*calls.none, action, "", joined({"No indexed file is near ", wanted}));
-  }
-  mark_missed(response, std::move(listed), std::move(next));
-  return response;
+  const std::string& best = candidates.front();
+  return mark_missed(response, std::move(listed), calls.near, action, best,
+                     "The nearest indexed file to " + missed + " is " + best);
 }
 
 }  // namespace vantrex::tool_handlers::next_steps

@@ -1,8 +1,8 @@
 #include "vantrex/tool_handlers/next_steps/tables.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
-#include <utility>
 
 #include "vantrex/tool_handlers/next_steps/answer_view.h"
 #include "vantrex/tool_handlers/next_steps/follow_ups.h"
@@ -27,45 +27,36 @@ constexpr auto kHitListPaths = paths_of(_HIT_LISTS);
 constexpr auto kCountPaths = paths_of(kCounts);
 
 // The argument that a hint takes, indexed by Takes.
-template <std::size_t... kTakes>
-constexpr std::array<Argument, sizeof...(kTakes)> arguments_of_hints(std::index_sequence<kTakes...> /*all*/) {
-  return {Argument{text(static_cast<Takes>(kTakes)), static_cast<ArgumentKind>(kTakes)}...};
-}
-constexpr auto kHintArguments = arguments_of_hints(
-    std::make_index_sequence<std::size_t{1} + static_cast<std::size_t>(Takes::changed_files)>());
-
-constexpr std::size_t kHints = [] {
-  std::size_t count = 0;
-  for (const FollowUps& row : NEXT_STEPS) count += row.hints().size();
-  return count;
+constexpr auto kHintArguments = [] {
+  std::array<Argument, std::size_t{1} + static_cast<std::size_t>(Takes::changed_files)> arguments;
+  for (std::size_t place = 0; place < arguments.size(); ++place) {
+    arguments[place] = {text(static_cast<Takes>(place)), static_cast<ArgumentKind>(place)};
+  }
+  return arguments;
 }();
 
-// The hint at `position`, counted over all rows.
-constexpr const Hint& hint_at(std::size_t position) {
-  const auto* row = NEXT_STEPS.begin();
-  for (; position >= row->hints().size(); ++row) position -= row->hints().size();
-  return *row->hints()[position];
-}
-
-constexpr Call call_of(const Hint& hint) {
-  Call call{.tool = hint.tool, .reason = hint.reason, .action = hint.action};
-  if (hint.takes) call.takes = {&kHintArguments[static_cast<std::size_t>(*hint.takes)], 1};
+constexpr Call call_of(const Hint* hint) {
+  Call call{.tool = hint->tool, .reason = hint->reason, .action = hint->action};
+  if (hint->takes) call.takes = {&kHintArguments[static_cast<std::size_t>(*hint->takes)], 1};
   return call;
 }
 
-template <std::size_t... kPlaces>
-constexpr std::array<Call, kHints> calls_of_hints(std::index_sequence<kPlaces...> /*all*/) {
-  return {call_of(hint_at(kPlaces))...};
-}
-constexpr auto kCalls = calls_of_hints(std::make_index_sequence<kHints>());
+// The calls of each row of NEXT_STEPS.
+constexpr auto kCalls = [] {
+  std::array<std::array<Call, FollowUps::kMaxHints>, FollowUpTable::kRows> calls;
+  auto next = calls.begin();
+  for (const FollowUps& row : NEXT_STEPS) {
+    std::transform(row.hints().begin(), row.hints().end(), (next++)->begin(), call_of);
+  }
+  return calls;
+}();
 
 constexpr auto kUsual = [] {
   std::array<UsualRow, FollowUpTable::kRows> rows;
-  std::size_t first = 0;
   std::size_t place = 0;
   for (const FollowUps& row : NEXT_STEPS) {
-    rows[place++] = {row.key, {kCalls.data() + first, row.hints().size()}};
-    first += row.hints().size();
+    rows[place] = {row.key, {kCalls[place].data(), row.hints().size()}};
+    ++place;
   }
   return rows;
 }();

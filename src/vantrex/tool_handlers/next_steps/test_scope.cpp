@@ -1,11 +1,12 @@
 #include "vantrex/tool_handlers/next_steps/test_scope.h"
 
+#include <algorithm>
 #include <cstddef>
+#include <numeric>
 #include <string_view>
 #include <utility>
 #include <vector>
 
-#include "vantrex/models/first_positions.h"
 #include "vantrex/tool_handlers/next_steps/answer_view.h"
 #include "vantrex/tool_handlers/next_steps/limits.h"
 
@@ -28,6 +29,25 @@ bool append_listed(Paths& found, const JsonList& items) {
   return found.size() > size;
 }
 
+// The paths that equal no earlier one, in their order. Sorts instead of hashing: untrusted texts with equal
+// hashes can be prepared.
+JsonList without_repeats(const Paths& paths) {
+  const auto text_at = [&](std::size_t position) { return *paths[position]->string(); };
+  std::vector<std::size_t> order(paths.size());
+  std::iota(order.begin(), order.end(), std::size_t{0});
+  std::sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) {
+    const auto compared = text_at(a) <=> text_at(b);
+    return compared == 0 ? a < b : compared < 0;
+  });
+  const auto equal = [&](std::size_t a, std::size_t b) { return text_at(a) == text_at(b); };
+  order.erase(std::unique(order.begin(), order.end(), equal), order.end());
+  std::sort(order.begin(), order.end());
+  JsonList files;
+  files.reserve(order.size());
+  for (const std::size_t position : order) files.push_back(*paths[position]);
+  return files;
+}
+
 }  // namespace
 
 JsonList _answer_files(const JsonObject& response, const JsonObject& arguments) {
@@ -39,13 +59,7 @@ JsonList _answer_files(const JsonObject& response, const JsonObject& arguments) 
   }
   const JsonValue& requested = arguments["path"];
   if (found.empty() && requested.string()) found.push_back(&requested);
-  JsonList files;
-  files.reserve(found.size());
-  for (const std::size_t position :
-       models::first_positions(found.size(), [&](std::size_t at) { return *found[at]->string(); })) {
-    files.push_back(*found[position]);
-  }
-  return files;
+  return without_repeats(found);
 }
 
 JsonObject _tests_scope(const JsonObject& response, const JsonObject& arguments) {

@@ -37,10 +37,8 @@ const JsonValue* first_in_hits(const AnswerView& answer, Take take) {
 // The value that `takes` finds in a hit, or null.
 const JsonValue* taken_from_hit(const JsonValue& item, PlainStrings strings, Takes takes) {
   if (takes == Takes::path) return item_path(item, strings);
-  const JsonObject* hit = item.object();
-  if (hit == nullptr) return nullptr;
-  if (takes == Takes::component) return if_string((*hit)["name"]);
-  return _is_code_hit(*hit) ? if_string((*hit)["fqn"]) : nullptr;
+  if (takes == Takes::component) return if_string(item["name"]);
+  return item.object() != nullptr && _is_code_hit(*item.object()) ? if_string(item["fqn"]) : nullptr;
 }
 
 const JsonValue* if_string_or_integer(const JsonValue& value) noexcept {
@@ -49,13 +47,9 @@ const JsonValue* if_string_or_integer(const JsonValue& value) noexcept {
 
 // The value of an own kind in one of its sources, or null.
 const JsonValue* own_value(const AnswerView& answer, const ArgumentSource& source) {
-  switch (source.in) {
-    case ArgumentSource::In::answer:
-      return if_string_or_integer(value_at(answer.response, source.path));
-    case ArgumentSource::In::request:
-      return if_string_or_integer(value_at(answer.arguments, source.path));
-    case ArgumentSource::In::hit:
-      break;
+  if (source.in != ArgumentSource::In::hit) {
+    const bool in_answer = source.in == ArgumentSource::In::answer;
+    return if_string_or_integer(value_at(in_answer ? answer.response : answer.arguments, source.path));
   }
   return first_in_hits(answer, [&source](const JsonValue& item, PlainStrings) {
     return if_string_or_integer(value_at(item, source.path));
