@@ -33,6 +33,5 @@ Command add_catalogue(CLI::App& program);
 // `server` is the command that starts the server.
 Command add_proxy(CLI::App& program, std::vector<std::string> server);
 Command add_report(CLI::App& program);
-Command add_help(CLI::App& program);
 
 }  // namespace next_steps_program

@@ -40,7 +40,7 @@ ExitStatus run(int argument_count, char** arguments) {
       add_finish(program),    add_batch(program),
       add_suggest(program),   add_explain(program),
       add_catalogue(program), add_proxy(program, take_server(argument_count, arguments)),
-      add_report(program),    add_help(program)};
+      add_report(program)};
   try {
     if (argument_count == 1) throw CLI::CallForHelp();
     program.parse(reversed_arguments(program, argument_count, arguments));

@@ -43,12 +43,6 @@ std::set<std::string> known_options(const CLI::App& parser) {
   return names;
 }
 
-std::set<std::string> known_subcommands(const CLI::App& program) {
-  std::set<std::string> names;
-  for (const CLI::App* subcommand : program.get_subcommands({})) names.insert(subcommand->get_name());
-  return names;
-}
-
 std::string unknown(std::string_view what, std::string_view name, const std::set<std::string>& names) {
   const std::vector<std::string_view> known(names.begin(), names.end());
   return vantrex::workers::unknown_name(what, name, known);
@@ -61,7 +55,11 @@ std::string unexpected(const CLI::App& parser, const std::string& word) {
     if (subcommand_option(parser, option) != nullptr) return option + " must follow a subcommand";
     return unknown("option", option, known_options(parser));
   }
-  if (parser.get_parent() == nullptr) return unknown("subcommand", word, known_subcommands(parser));
+  if (parser.get_parent() == nullptr) {
+    std::set<std::string> names;
+    for (const CLI::App* subcommand : parser.get_subcommands({})) names.insert(subcommand->get_name());
+    return unknown("subcommand", word, names);
+  }
   return "unexpected argument " + vantrex::logging::printable(word);
 }
 
@@ -113,11 +111,6 @@ std::string usage_message(const CLI::App* program, const CLI::Error& error) {
 
 std::string refuse_empty(const std::string& value) {
   return value.empty() ? "must not be empty" : "";
-}
-
-std::string refuse_unknown_subcommand(const CLI::App& program, const std::string& name) {
-  const std::set<std::string> known = known_subcommands(program);
-  return known.contains(name) ? "" : unknown("subcommand", name, known);
 }
 
 }  // namespace next_steps_program

@@ -23,8 +23,7 @@ std::vector<std::string> take_server(int& count, char** arguments);
 // unknown and the nearest known one, or an option that is given twice. Throws std::bad_alloc.
 std::string usage_message(const CLI::App* program, const CLI::Error& error);
 
-// Checks of values, as CLI::Option::check takes them: return what is wrong, or "".
+// A check as CLI::Option::check takes it: returns what is wrong, or "".
 std::string refuse_empty(const std::string& value);
-std::string refuse_unknown_subcommand(const CLI::App& program, const std::string& name);
 
 }  // namespace next_steps_program
