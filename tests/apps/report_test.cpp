@@ -79,9 +79,13 @@ TEST(ProxyLog, EndsWithAWarningWhenItCannotBeWritten) {
     lines += R"({"method":"tools/call","params":{"name":"status"},"id":)" + id + "}\n";
     lines += R"({"result":{"structuredContent":{}},"id":)" + id + "}\n";
   }
-  // A file may have 1,024 bytes, so that a line of the second log is cut.
+  // The second log has room for half a line.
   for (const auto& row : table("/dev/full | No space left on device\n$(dirname $0)/log | File too large")) {
-    const Ran ran = run("ulimit -f 1; next-steps proxy --log " + row[0] + " -- cat", lines);
+    const Ran ran =
+        run("head -c 4194204 /dev/zero >$(dirname $0)/log; ulimit -f 4096\n"
+            "next-steps proxy --log " +
+                row[0] + " -- cat",
+            lines);
     EXPECT_EQ(ran.status, 0);
     EXPECT_TRUE(ran.err.ends_with(": " + row[1] + ": the log ends here\n")) << ran.err;
     EXPECT_EQ(std::count(ran.err.begin(), ran.err.end(), '\n'), 1) << ran.err;
