@@ -33,11 +33,8 @@ std::shared_ptr<const Sink> current_sink() {
 
 void send(const Record& record) {
   try {
-    if (const std::shared_ptr<const Sink> sink = current_sink()) {
-      (*sink)(record);
-    } else {
-      write_to_standard_error(record);
-    }
+    const std::shared_ptr<const Sink> sink = current_sink();
+    sink ? (*sink)(record) : write_to_standard_error(record);
   } catch (const ForcedUnwind&) {
     throw;
   } catch (...) {

@@ -68,9 +68,6 @@ std::vector<CandidateStep> measured_steps(const Candidates& candidates, const De
   return steps;
 }
 
-constexpr values::TextLiteral kFloor = "floor";
-constexpr values::TextLiteral kShare = "share";
-
 // "over the room by 17 bytes"; the bytes are rounded up.
 std::string over_room_text(double bytes) {
   const auto whole = static_cast<std::int64_t>(std::ceil(bytes));
@@ -172,7 +169,7 @@ JsonObject Explanation::to_dict() const {
                                           {"more_hint_fields", more_hint_fields},
                                           {"step_bytes", step_bytes},
                                           {"room", room},
-                                          {"room_from", is_floor ? kFloor : kShare},
+                                          {"room_from", std::string_view(is_floor ? "floor" : "share")},
                                           {"room_text", room_text()}}},
                     {"rows", JsonObject{{"usual", row_key(rows.usual)},
                                         {"usual_of_tool", rows.usual_of_tool},

@@ -144,8 +144,7 @@ std::string misspelt_action(std::string_view tool, std::string_view action,
 
 bool has_tool(const ServedTools& serves, std::string_view tool) noexcept {
   const auto entries = serves.entries();
-  return std::any_of(entries.begin(), entries.end(),
-                     [tool](const ServedTool& each) { return each.tool == tool; });
+  return std::ranges::find(entries, tool, &ServedTool::tool) != entries.end();
 }
 
 // That the tool has no row and nothing names it, or that its action is misspelt; empty for neither.
