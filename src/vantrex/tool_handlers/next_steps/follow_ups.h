@@ -3,7 +3,6 @@
 // Ownership: constant data, initialised at compile time. Threads: safe for concurrent use.
 #pragma once
 
-#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -89,7 +88,8 @@ class FollowUps {
   /// `hints` has at most kMaxHints pointers, none null. The row refers to them.
   consteval FollowUps(std::string_view row_key, std::initializer_list<const Hint*> hints)
       : key(row_key), count_(hints.size()) {
-    std::copy(hints.begin(), hints.end(), hints_.begin());
+    std::size_t at = 0;
+    for (const Hint* hint : hints) hints_[at++] = hint;
   }
 
   const std::string_view key;  ///< "symbol" or "symbol:callers"
