@@ -36,11 +36,11 @@ void append_remarks(std::vector<std::string>& remarks, const JsonValue& own, con
     remarks.emplace_back("\"next_steps\" is ignored: it is no list");
   }
   for (std::size_t position = 0; own.list() != nullptr && position < own.list()->size(); ++position) {
-    const std::string step = "next_steps[" + std::to_string(position) + "]";
+    std::string remark = "next_steps[" + std::to_string(position) + "]";
     if (const std::string lack = lack_of_step(own[position]); !lack.empty()) {
-      remarks.push_back(step + " is sent as it is, but is no step: it " + lack);
+      remarks.push_back(remark.append(" is sent as it is, but is no step: it ").append(lack));
     } else if (!is_served(own[position], serves)) {
-      remarks.push_back(step + " calls what the server does not have");
+      remarks.push_back(remark.append(" calls what the server does not have"));
     }
   }
 }

@@ -157,7 +157,7 @@ std::string unknown_call(const Tables& tables, bool has_row, std::string_view to
     if (each == tool && action) actions.push_back(*action);
   }
   const bool is_known =
-      has_row || tools.contains(tool) || (options.serves && has_tool(*options.serves, tool));
+      has_row || tools.contains(tool) || (options.serves != nullptr && has_tool(*options.serves, tool));
   if (!is_known && !tools.empty()) {
     return workers::unknown_name("tool", tool, std::vector(tools.begin(), tools.end()));
   }
