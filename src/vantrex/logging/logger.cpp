@@ -22,6 +22,7 @@ struct SinkSlot {
 
 // Never destroyed: destructors of static objects may log.
 SinkSlot& slot() {
+  // NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables): one sink for the process.
   static SinkSlot& slot = *new SinkSlot;
   return slot;
 }
@@ -33,11 +34,8 @@ std::shared_ptr<const Sink> current_sink() {
 
 void send(const Record& record) {
   try {
-    if (const std::shared_ptr<const Sink> sink = current_sink()) {
-      (*sink)(record);
-    } else {
-      write_to_standard_error(record);
-    }
+    const std::shared_ptr<const Sink> sink = current_sink();
+    sink ? (*sink)(record) : write_to_standard_error(record);
   } catch (const ForcedUnwind&) {
     throw;
   } catch (...) {

@@ -11,55 +11,38 @@ namespace vantrex::workers {
 
 namespace {
 
-using Contents = models::NameIndex::Contents;
-
 struct SymbolForms {
   using View = models::SymbolView;
   using Owned = SymbolCandidate;
-  static constexpr auto kKind = names::NameKind::symbol;
   static Owned own(const View& symbol) {
     return {{std::string(symbol.fqn), std::string(symbol.name), std::string(symbol.kind),
              std::string(symbol.file), symbol.line}};
   }
   static View view(const Owned& candidate) noexcept { return candidate.view(); }
   static std::string_view key(const View& symbol) noexcept { return symbol.fqn; }
-  static const names::NameColumns& columns(const Contents& index) noexcept { return index.symbols; }
-  static View at(const Contents& index, std::size_t number) noexcept { return index.table->symbol(number); }
 };
 
 struct PathForms {
   using View = std::string_view;
   using Owned = std::string;
-  static constexpr auto kKind = names::NameKind::path;
   static Owned own(View path) { return std::string(path); }
   static View view(const Owned& path) noexcept { return path; }
   static std::string_view key(View path) noexcept { return path; }
-  static const names::NameColumns& columns(const Contents& index) noexcept { return index.paths; }
-  static View at(const Contents& index, std::size_t number) noexcept { return index.table->path(number); }
 };
 
-// The nearest of the names in the index of `repository`, or without one of all that `visit` shows.
-template <typename Forms, typename Visit>
-std::vector<typename Forms::Owned> nearest_of(const models::Repository& repository, std::string_view wanted,
-                                              Visit visit) {
-  names::Measure measure(Forms::kKind, wanted);
-  if (!measure.possible()) return {};
+// One lookup: ranks each candidate and keeps the best.
+template <typename Forms>
+struct Lookup {
+  names::Measure measure;
   NearestFew<Forms> nearest;
+
   // Returns what the next candidates may cost.
-  const auto offer = [&](const typename Forms::View& candidate) {
+  std::size_t offer(const typename Forms::View& candidate) {
     if (const auto rank = measure.rank(Forms::key(candidate), nearest.max_cost()))
       nearest.offer(*rank, candidate);
     return nearest.max_cost();
-  };
-  if (const auto index = repository.name_index()) {
-    const Contents& contents = index->contents();
-    Forms::columns(contents).offer_near(
-        measure, [&](std::size_t number) { return offer(Forms::at(contents, number)); });
-  } else {
-    visit(offer);
   }
-  return std::move(nearest).take();
-}
+};
 
 }  // namespace
 
@@ -78,12 +61,29 @@ values::JsonObject SymbolCandidate::to_dict() const {
 }
 
 std::vector<SymbolCandidate> nearest_symbols(const models::Repository& repository, std::string_view wanted) {
-  return nearest_of<SymbolForms>(repository, wanted,
-                                 [&](const auto& offer) { repository.visit_symbols(offer); });
+  Lookup<SymbolForms> lookup{names::Measure(names::NameKind::symbol, wanted), {}};
+  if (!lookup.measure.possible()) return {};
+  if (const auto index = repository.name_index()) {
+    const auto& contents = index->contents();
+    contents.symbols.offer_near(
+        lookup.measure, [&](std::size_t number) { return lookup.offer(contents.table->symbol(number)); });
+  } else {
+    repository.visit_symbols([&](const models::SymbolView& symbol) { lookup.offer(symbol); });
+  }
+  return std::move(lookup.nearest).take();
 }
 
 std::vector<std::string> nearest_paths(const models::Repository& repository, std::string_view wanted) {
-  return nearest_of<PathForms>(repository, wanted, [&](const auto& offer) { repository.visit_paths(offer); });
+  Lookup<PathForms> lookup{names::Measure(names::NameKind::path, wanted), {}};
+  if (!lookup.measure.possible()) return {};
+  if (const auto index = repository.name_index()) {
+    const auto& contents = index->contents();
+    contents.paths.offer_near(lookup.measure,
+                              [&](std::size_t number) { return lookup.offer(contents.table->path(number)); });
+  } else {
+    repository.visit_paths([&](std::string_view path) { lookup.offer(path); });
+  }
+  return std::move(lookup.nearest).take();
 }
 
 std::string guessed_name(std::string_view wanted) {

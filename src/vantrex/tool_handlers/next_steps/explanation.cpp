@@ -36,11 +36,11 @@ void append_remarks(std::vector<std::string>& remarks, const JsonValue& own, con
     remarks.emplace_back("\"next_steps\" is ignored: it is no list");
   }
   for (std::size_t position = 0; own.list() != nullptr && position < own.list()->size(); ++position) {
-    const std::string step = "next_steps[" + std::to_string(position) + "]";
+    std::string remark = "next_steps[" + std::to_string(position) + "]";
     if (const std::string lack = lack_of_step(own[position]); !lack.empty()) {
-      remarks.push_back(step + " is sent as it is, but is no step: it " + lack);
+      remarks.push_back(remark.append(" is sent as it is, but is no step: it ").append(lack));
     } else if (!is_served(own[position], serves)) {
-      remarks.push_back(step + " calls what the server does not have");
+      remarks.push_back(remark.append(" calls what the server does not have"));
     }
   }
 }
@@ -67,9 +67,6 @@ std::vector<CandidateStep> measured_steps(const Candidates& candidates, const De
   }
   return steps;
 }
-
-constexpr values::TextLiteral kFloor = "floor";
-constexpr values::TextLiteral kShare = "share";
 
 // "over the room by 17 bytes"; the bytes are rounded up.
 std::string over_room_text(double bytes) {
@@ -172,7 +169,7 @@ JsonObject Explanation::to_dict() const {
                                           {"more_hint_fields", more_hint_fields},
                                           {"step_bytes", step_bytes},
                                           {"room", room},
-                                          {"room_from", is_floor ? kFloor : kShare},
+                                          {"room_from", std::string_view(is_floor ? "floor" : "share")},
                                           {"room_text", room_text()}}},
                     {"rows", JsonObject{{"usual", row_key(rows.usual)},
                                         {"usual_of_tool", rows.usual_of_tool},

@@ -144,8 +144,7 @@ std::string misspelt_action(std::string_view tool, std::string_view action,
 
 bool has_tool(const ServedTools& serves, std::string_view tool) noexcept {
   const auto entries = serves.entries();
-  return std::any_of(entries.begin(), entries.end(),
-                     [tool](const ServedTool& each) { return each.tool == tool; });
+  return std::ranges::find(entries, tool, &ServedTool::tool) != entries.end();
 }
 
 // That the tool has no row and nothing names it, or that its action is misspelt; empty for neither.
@@ -158,7 +157,7 @@ std::string unknown_call(const Tables& tables, bool has_row, std::string_view to
     if (each == tool && action) actions.push_back(*action);
   }
   const bool is_known =
-      has_row || tools.contains(tool) || (options.serves && has_tool(*options.serves, tool));
+      has_row || tools.contains(tool) || (options.serves != nullptr && has_tool(*options.serves, tool));
   if (!is_known && !tools.empty()) {
     return workers::unknown_name("tool", tool, std::vector(tools.begin(), tools.end()));
   }

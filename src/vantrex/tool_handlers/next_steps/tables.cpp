@@ -44,7 +44,7 @@ constexpr Call call_of(const Hint* hint) {
 // The calls of each row of NEXT_STEPS.
 constexpr auto kCalls = [] {
   std::array<std::array<Call, FollowUps::kMaxHints>, FollowUpTable::kRows> calls;
-  auto next = calls.begin();
+  auto* next = calls.begin();
   for (const FollowUps& row : NEXT_STEPS) {
     std::transform(row.hints().begin(), row.hints().end(), (next++)->begin(), call_of);
   }
