@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """uncovered.py EXPORT EXCEPTIONS
 
-Lists the lines and branches that never run, except those in EXCEPTIONS. EXPORT is a file
+Lists the lines and branches of src/ that never run, except those in EXCEPTIONS. EXPORT is a file
 that `llvm-cov export` wrote. An exception is a file and a part of a line, "file: part". It
 covers the branches of that line, or that line and the uncovered lines directly after it.
 An exception that is never used is reported, unless
@@ -52,6 +52,8 @@ def main():
     missing = []
     for file in files:
         name = os.path.relpath(file["filename"])
+        if not name.startswith("src/"):
+            continue
         with open(name, encoding="utf-8") as text:
             source = text.read().split("\n")
 

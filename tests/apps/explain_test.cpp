@@ -101,7 +101,7 @@ TEST(Catalogue, HasAPictureWithAnyNames) {
 
 TEST(Catalogue, IsThatOfTheServer) {
   const Ran ran =
-      run("next-steps catalogue --serves search,symbol:detail,file:symbols,mine,quality:circular_deps"
+      run("next-steps catalogue --serves search,symbol:detail,file:symbols,mine,quality:circular_deps,mine"
           " | grep '^[|-] `[^A-Z]'");
   EXPECT_EQ(ran.out, R"(| `search` | `symbol` `detail` | `fqn` | Details of the best hit |
 | `search:code` | `file` `symbols` | `path` | Symbols of the first file |

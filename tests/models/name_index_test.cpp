@@ -80,7 +80,9 @@ TEST(NameIndex, DoesNotChange) {
   InMemoryRepository repository = tests::small_index();
   repository.make_name_index();
   const auto index = repository.name_index();
-  EXPECT_EQ(InMemoryRepository(repository).name_index(), nullptr);
+  InMemoryRepository copy;
+  copy = repository;
+  EXPECT_EQ(copy.name_index(), nullptr);
   const auto* const text = index->symbols_named("pkg.b.run").at(0).fqn.data();
   repository.add_symbol({.fqn = "pkg.added"});
   repository.add_path(std::string(10000, 'x'));

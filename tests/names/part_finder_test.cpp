@@ -16,6 +16,7 @@ TEST(PartFinder, FindsTheFirstPlace) {
     for (char32_t& letter : text) letter += random.chance(30) ? 1U : 0U;
     return text;
   };
+  EXPECT_EQ(PartFinder(U"").find_in(U"a"), std::u32string_view::npos);
   for (int round = 0; round < 20000; ++round) {
     const std::u32string part = letters(1 + random.below(6));
     const std::u32string whole = letters(random.below(30));

@@ -72,7 +72,7 @@ abXab |  |  | kkkkk | 1
 )")) {
     Candidates candidates{steps_of(row.at(0) + row.at(1) + row.at(2)), row.at(1).size()};
     if (!row.at(0).empty()) candidates.giver = Giver::tool;
-    const ServedTools serves = {{"a"}, {"b"}, {"c"}, {"d"}, {"e"}};
+    const ServedTools serves = {{"a"}, {"b"}, {"a"}, {"c"}, {"d"}, {"e"}};
     Decisions decisions;
     const Choice choice = choose_steps(candidates, &serves, &decisions);
     EXPECT_EQ(choose_steps(candidates, &serves).steps, choice.steps);

@@ -20,6 +20,10 @@ using values::JsonObject;
 TEST(Catalogue, OfTheModuleGivenBackChangesNothing) {
   const Catalogue own = Catalogue::from_json(Catalogue().to_json());
   EXPECT_EQ(own.to_json(), Catalogue().to_json());
+  const Catalogue unset;
+  Catalogue assigned = Catalogue::from_json({});
+  assigned = unset;
+  EXPECT_EQ(finish_answer({}, "status", {.catalogue = &assigned}), finish_answer({}, "status"));
   for (std::uint64_t seed = 0; seed < 20000; ++seed) {
     const fuzz::Request request = fuzz::Random(seed).request();
     FinishOptions with_own = request.options();
@@ -83,6 +87,7 @@ zero | - | {} | {"total":0} | none
 list:none | - | {} | {"total":12} | none
 symbol | callers | {} | {"fqn":"f","callers":[]} | none
 zero | - | {"path":"p"} | {"total":0,"found":false,"did_you_mean":[]} | none
+zero | - | {"path":"p"} | {"total":0,"found":false} | all{"action":"x","to":"p"}
 )x")) {
     const JsonObject request = tests::parse_object(row.at(2));
     FinishOptions options{.arguments = &request, .catalogue = &own};

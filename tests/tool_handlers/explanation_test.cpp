@@ -173,6 +173,15 @@ TEST(ExplainAnswer, SaysWhyEachCandidateIsKeptOrDropped) {
     }
     EXPECT_EQ(verdicts, row.at(2)) << row.at(1);
   }
+  const Catalogue own = Catalogue::from_json(tests::parse_object(
+      R"({"hit_lists":["a","b","c","d","e","f","g","h","i","j","k"],"next_steps":{"t":[{"tool":"a","reason":""},{"tool":"b","reason":""},{"tool":"a","reason":"x"},
+         {"tool":"c","reason":""},{"tool":"d","reason":""}]}})"));
+  std::string verdicts;
+  for (const CandidateStep& each : explain_answer({}, "t", {.catalogue = &own}).candidates)
+    verdicts += each.why() + ";";
+  EXPECT_EQ(verdicts, "fits the room;fits the room;repeat of step 1;fits the room;over the cap of 3 steps;");
+  const JsonObject miss = tests::parse_object(R"({"found":false,"did_you_mean":[],"next_steps":[1]})");
+  EXPECT_EQ(explain_answer(miss, "t", {.catalogue = &own}).candidates.size(), 1U);
 }
 
 }  // namespace

@@ -10,6 +10,7 @@
 
 #include "fuzz/support/random_tree.h"
 #include "support/table.h"
+#include "vantrex/tool_handlers/next_steps/signals.h"
 #include "vantrex/tool_handlers/next_steps/usual.h"
 #include "vantrex/tool_handlers/tool_result.h"
 #include "vantrex/values/text_forms.h"
@@ -126,6 +127,17 @@ std::vector<const void*> addresses(const JsonValue& value) {
     for (const auto& field : *object) add(field.value);
   }
   return all;
+}
+
+TEST(Signal, TakesWhatIsKnown) {
+  for (const auto& row : tests::table(R"(
+{"hits":8,"query":null,"fqn":"f","path":null,"what":"callers"} | {"tool":"quality","args":{"action":"impact","fqn":"f"},"reason":"8 callers: check the blast radius"}
+{"hits":7,"query":null,"fqn":"f","path":null,"what":"callers"} | null
+{"hits":null,"query":null,"fqn":"f","path":null,"what":"callers"} | null
+{"hits":8,"query":"q","fqn":"","path":"p","what":"callers"} | null
+)")) {
+    EXPECT_EQ(JsonValue(_blast_radius(tests::parse_object(row.at(0)))), tests::parse(row.at(1))) << row.at(0);
+  }
 }
 
 TEST(FinishAnswer, CopiesNothingOfAnAnswerThatIsMoved) {

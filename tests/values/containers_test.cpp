@@ -95,8 +95,10 @@ TEST(Containers, WorkWithAlgorithmsAndStreams) {
   };
   std::ostringstream out;
   out.imbue(std::locale(out.getloc(), new Separators));
-  out << list << object << *std::ranges::find(object, Text("b"), &JsonField::key);
-  EXPECT_EQ(out.str(), R"([3,1,2]{"a":[3,1,2],"b":1234.5,"c":1234}"b":1234.5)");
+  out << list << object << *std::ranges::find(object, Text("b"), &JsonField::key) << Text("t") << Integer();
+  EXPECT_EQ(out.str(), R"([3,1,2]{"a":[3,1,2],"b":1234.5,"c":1234}"b":1234.5t0)");
+  EXPECT_EQ(compact_size(list), 7U);
+  EXPECT_TRUE(list.back() == 2 && list.item(3) == nullptr);
 }
 
 TEST(Containers, FollowPaths) {
@@ -129,7 +131,12 @@ TEST(Containers, CopiesAreIndependent) {
   for (std::uint64_t seed = 0; seed < 2000; ++seed) {
     const JsonValue original = Random(seed, fuzz::Domain::json).value(5);
     const std::string before = json_text(original);
-    JsonValue copy = original;
+    JsonValue copy;
+    copy = original;
+    if (copy.list() != nullptr) *copy.list() = *original.list();
+    JsonValue other = true;
+    swap(copy, other);
+    swap(copy, other);
     change_all(copy);
     ASSERT_EQ(json_text(original), before) << "seed " << seed;
     JsonValue parsed = tests::parse(before);  // shares nothing with `original`

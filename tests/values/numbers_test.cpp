@@ -28,6 +28,7 @@ TEST(Integer, ParsesDecimalDigits) {
  | none
 +1 | none
 1.0 | none
+1: | none
  1 | none
 --1 | none
 )")) {

@@ -35,9 +35,6 @@ struct Symbol {
 
   /// A view of this symbol, valid until the symbol changes.
   SymbolView view() const noexcept { return {fqn, name, kind, file, line}; }
-  /// The same.
-  // NOLINTNEXTLINE(google-explicit-constructor): a symbol is passed as a view of it.
-  operator SymbolView() const noexcept { return view(); }
 };
 
 /// Whether a symbol of `kind` in the file `path` is code. False for a part of a document (a heading, a key)

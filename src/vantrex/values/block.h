@@ -62,9 +62,6 @@ struct BlockHeader {
 inline BlockHeader& header_of(void* items) noexcept {
   return static_cast<BlockHeader*>(items)[-1];
 }
-inline const BlockHeader& header_of(const void* items) noexcept {
-  return static_cast<const BlockHeader*>(items)[-1];
-}
 
 // Makes a block for exactly `capacity` items, at least 1. An index must then be rebuilt. Throws
 // std::bad_alloc, and std::length_error for more than 2^31 items.
