@@ -100,9 +100,9 @@ TEST(Catalogue, HasAPictureWithAnyNames) {
 }
 
 TEST(Catalogue, IsThatOfTheServer) {
-  const Ran ran =
-      run("next-steps catalogue --serves search,symbol:detail,file:symbols,mine,quality:circular_deps,mine"
-          " | grep '^[|-] `[^A-Z]'");
+  const Ran ran = run(
+      "next-steps catalogue --serves search,symbol:detail,file:symbols,mine,mine:x,mine,quality:circular_deps"
+      " | grep '^[|-] `[^A-Z]'");
   EXPECT_EQ(ran.out, R"(| `search` | `symbol` `detail` | `fqn` | Details of the best hit |
 | `search:code` | `file` `symbols` | `path` | Symbols of the first file |
 | `symbol:detail` | none |  |  |
@@ -113,6 +113,7 @@ TEST(Catalogue, IsThatOfTheServer) {
 | `search:definition` | 0 hits | `search` `semantic` | `query` from `asked_query` | No hits: search by meaning |
 - `symbol` `detail`
 - `mine`
+- `mine` `x`
 - `quality` `circular_deps`
 )");
 }

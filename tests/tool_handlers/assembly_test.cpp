@@ -72,7 +72,8 @@ abXab |  |  | kkkkk | 1
 )")) {
     Candidates candidates{steps_of(row.at(0) + row.at(1) + row.at(2)), row.at(1).size()};
     if (!row.at(0).empty()) candidates.giver = Giver::tool;
-    const ServedTools serves = {{"a"}, {"b"}, {"a"}, {"c"}, {"d"}, {"e"}};
+    ServedTools serves = {{"a"}, {"b"}, {"c"}, {"a"}};
+    for (const char* tool : {"d", "a", "e"}) serves.add({tool});
     Decisions decisions;
     const Choice choice = choose_steps(candidates, &serves, &decisions);
     EXPECT_EQ(choose_steps(candidates, &serves).steps, choice.steps);

@@ -148,7 +148,7 @@ TEST(JsonValue, EqualsTheSameKindAndContent) {
   EXPECT_TRUE(foreign == JsonValue(foreign) && JsonValue(foreign) != ForeignValue::of(1, "x"));
   // Other values are equal exactly when their texts are.
   JsonValue parsed = parse(R"([
-    null, true, 1, 1, 18446744073709551614, 18446744073709551614, 1.0, 10e-1, 0.0, -0.0, "", [], [], {}, {},
+    null, true, false, 1, 1, 18446744073709551614, 18446744073709551614, 1.0, 10e-1, 0.0, -0.0, "", [], [], {}, {},
     [[], {"a": [1]}], [[], {"a": [1]}], [[], {"a": [1.0]}], {"a": 1, "b": 2}, {"a": 0, "b": 2, "a": 1},
     {"b": 2, "a": 1}, {"a": 1, "c": 2}, {"a": 1, "b": 2, "c": null}])");
   JsonList& values = *parsed.list();
