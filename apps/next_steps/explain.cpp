@@ -43,9 +43,9 @@ std::string call_text(const JsonValue& step) {
 // "usual symbol:callers, signal symbol:callers".
 std::string rows_text(const module::TableRows& rows) {
   std::string text;
-  if (!rows.usual.empty()) text = "usual " + std::string(rows.usual);
+  if (!rows.usual.empty()) text = "usual " + rows.usual;
   if (rows.usual_of_tool) text += " (the row of the tool; the action has no row)";
-  if (!rows.signal.empty()) text += (text.empty() ? "signal " : ", signal ") + std::string(rows.signal);
+  if (!rows.signal.empty()) text += (text.empty() ? "signal " : ", signal ") + rows.signal;
   return text.empty() ? "none" : text;
 }
 
@@ -125,7 +125,7 @@ class ExplanationWriter {
   }
 
   void silent(const module::SilentSignal& each) {
-    marked_line("- ", "silent", kYellow, "signal " + std::string(each.row) + ": " + each.why);
+    marked_line("- ", "silent", kYellow, "signal " + each.row + ": " + each.why);
   }
 
   const module::Explanation& explained_;

@@ -1,7 +1,5 @@
 #include "vantrex/tool_handlers/next_steps/budget.h"
 
-#include <utility>
-
 #include "vantrex/tool_handlers/next_steps/hint_walk.h"
 #include "vantrex/values/text_forms.h"
 
