@@ -28,14 +28,6 @@ std::string id_text(std::string_view span) {
   return text;
 }
 
-// The string in `span`, or "".
-std::string string_in(std::string_view span) {
-  if (!span.starts_with('"')) return "";
-  if (span.find('\\') == std::string_view::npos) return std::string(span.substr(1, span.size() - 2));
-  const JsonValue text = requests::read_json(span);
-  return std::string(text.string().value_or(""));
-}
-
 }  // namespace
 
 void Conversation::from_client(std::string_view line) {
