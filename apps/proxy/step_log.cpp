@@ -41,7 +41,7 @@ std::int64_t difference(std::size_t a, std::size_t b) {
   return static_cast<std::int64_t>(a) - static_cast<std::int64_t>(b);
 }
 
-// Without what a dropped step of the tool holds: nobody has seen it.
+// The entry of a step; of a dropped step of the tool itself without the call, which nobody has seen.
 JsonObject entry_of(const module::CandidateStep& candidate) {
   const bool is_kept = candidate.verdict == module::Verdict::kept;
   JsonObject entry{{"row", candidate.from()}};
