@@ -150,9 +150,9 @@ ExitStatus explain(ExplainOptions& options) {
   const module::Explanation explained = explanation_of(options.answer.read());
   if (options.json || options.pretty) {
     print_answer(explained.to_dict(), options.pretty);
-    return ExitStatus::done;
+  } else {
+    requests::print(explanation_text(explained, wants_colour()));
   }
-  requests::print(explanation_text(explained, wants_colour()));
   return ExitStatus::done;
 }
 
