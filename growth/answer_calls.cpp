@@ -104,7 +104,7 @@ constexpr std::array kAnswerCalls = {
     Call{Kind::answer, "explain_answer", of_answer<explain>},
     Call{Kind::answer, "Explanation::to_dict", of_explanation<&Explanation::to_dict>},
     Call{Kind::answer, "explanation_text", of_explanation<[](const Explanation& explained) {
-           return next_steps_program::explanation_text(explained, next_steps_program::Colour::none);
+           return next_steps_program::explanation_text(explained, /*coloured=*/false);
          }>},
     Call{Kind::answer, "reply_to, finish",
          [](const std::string& text) { return line(R"({"tool":"git","response":)" + text + '}'); }},

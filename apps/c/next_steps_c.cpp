@@ -33,27 +33,6 @@ std::optional<std::string> file_of(requests::Members& options, std::string_view 
   return file;
 }
 
-}  // namespace
-
-struct next_steps_session {
-  explicit next_steps_session(requests::Members options) {
-    constexpr std::array<std::string_view, 3> kKnown = {"index", "catalogue", "serves"};
-    options.reject_others(kKnown);
-    const auto index_file = file_of(options, "index");
-    const auto catalogue_file = file_of(options, "catalogue");
-    if ((serves = requests::served_tools(options))) context.serves = &*serves;
-    if (catalogue_file) context.catalogue = &catalogue.emplace(requests::read_catalogue(*catalogue_file));
-    if (index_file) context.index = &index.emplace(*index_file);
-  }
-
-  requests::ReplyContext context;  // refers to what follows
-  std::optional<requests::module::ServedTools> serves;
-  std::optional<requests::module::Catalogue> catalogue;
-  std::optional<requests::IndexFile> index;
-};
-
-namespace {
-
 // NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables): it is the thread's
 thread_local std::string last_error;
 
@@ -87,6 +66,23 @@ std::string_view checked_text(const std::string& name, const char* text, std::si
 }
 
 }  // namespace
+
+struct next_steps_session {
+  explicit next_steps_session(requests::Members options) {
+    constexpr std::array<std::string_view, 3> kKnown = {"index", "catalogue", "serves"};
+    options.reject_others(kKnown);
+    const auto index_file = file_of(options, "index");
+    const auto catalogue_file = file_of(options, "catalogue");
+    if ((serves = requests::served_tools(options))) context.serves = &*serves;
+    if (catalogue_file) context.catalogue = &catalogue.emplace(requests::read_catalogue(*catalogue_file));
+    if (index_file) context.index = &index.emplace(*index_file);
+  }
+
+  requests::ReplyContext context;  // refers to what follows
+  std::optional<requests::module::ServedTools> serves;
+  std::optional<requests::module::Catalogue> catalogue;
+  std::optional<requests::IndexFile> index;
+};
 
 next_steps_session* next_steps_open(const char* options, std::size_t size) {
   return reporting([&] {

@@ -27,8 +27,8 @@ struct next_steps_session;
 /** Opens a session. `options` is a JSON object; a member with "?" may be absent or null:
  *    {"index"?: string, "catalogue"?: string, "serves"?: ["symbol:detail", ...]}
  *  "index" names the file of an index, for misses. It is read now, and again by the first miss after the file
- * was replaced. "catalogue" names a file with the server's own catalogue, "serves" lists the tools
- * and actions that the server has. */
+ *  was replaced. "catalogue" names a file with the server's own catalogue, "serves" lists the tools and
+ *  actions that the server has. */
 struct next_steps_session* next_steps_open(const char* options, size_t size);
 
 /** Closes a session that no thread uses. Does nothing for a null pointer. */

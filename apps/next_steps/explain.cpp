@@ -43,16 +43,16 @@ std::string call_text(const JsonValue& step) {
 // "usual symbol:callers, signal symbol:callers".
 std::string rows_text(const module::TableRows& rows) {
   std::string text;
-  if (!rows.usual.empty()) text = "usual " + std::string(rows.usual);
+  if (!rows.usual.empty()) text = "usual " + rows.usual;
   if (rows.usual_of_tool) text += " (the row of the tool; the action has no row)";
-  if (!rows.signal.empty()) text += (text.empty() ? "signal " : ", signal ") + std::string(rows.signal);
+  if (!rows.signal.empty()) text += (text.empty() ? "signal " : ", signal ") + rows.signal;
   return text.empty() ? "none" : text;
 }
 
 class ExplanationWriter {
  public:
-  ExplanationWriter(const module::Explanation& explained, Colour colour)
-      : explained_(explained), colour_(colour) {}
+  ExplanationWriter(const module::Explanation& explained, bool coloured)
+      : explained_(explained), coloured_(coloured) {}
 
   std::string write() && {
     answer();
@@ -75,11 +75,10 @@ class ExplanationWriter {
   // Appends a line: `number`, `verdict` in `colour` if colours are wanted, and `rest`.
   void marked_line(const std::string& number, const std::string& verdict, std::string_view colour,
                    const std::string& rest) {
-    const bool coloured = colour_ == Colour::verdicts;
     text_ += number;
-    if (coloured) text_ += colour;
+    if (coloured_) text_ += colour;
     text_ += verdict;
-    if (coloured) text_ += "\x1b[0m";
+    if (coloured_) text_ += "\x1b[0m";
     line(std::string(9 - verdict.size(), ' ') + rest);
   }
 
@@ -125,11 +124,11 @@ class ExplanationWriter {
   }
 
   void silent(const module::SilentSignal& each) {
-    marked_line("- ", "silent", kYellow, "signal " + std::string(each.row) + ": " + each.why);
+    marked_line("- ", "silent", kYellow, "signal " + each.row + ": " + each.why);
   }
 
   const module::Explanation& explained_;
-  Colour colour_;
+  bool coloured_;
   std::string text_;
 };
 
@@ -139,28 +138,28 @@ struct ExplainOptions {
   bool pretty = false;
 };
 
-Colour wanted_colour() {
+bool wants_colour() {
   const char* no_colour = std::getenv("NO_COLOR");  // NOLINT(concurrency-mt-unsafe): nobody sets it
   const char* terminal = std::getenv("TERM");       // NOLINT(concurrency-mt-unsafe)
   const bool refused = no_colour != nullptr && *no_colour != '\0';
   const bool is_dumb = terminal != nullptr && std::string_view(terminal) == "dumb";
-  return !refused && !is_dumb && ::isatty(STDOUT_FILENO) == 1 ? Colour::verdicts : Colour::none;
+  return !refused && !is_dumb && ::isatty(STDOUT_FILENO) == 1;
 }
 
 ExitStatus explain(ExplainOptions& options) {
   const module::Explanation explained = explanation_of(options.answer.read());
   if (options.json || options.pretty) {
     print_answer(explained.to_dict(), options.pretty);
-    return ExitStatus::done;
+  } else {
+    requests::print(explanation_text(explained, wants_colour()));
   }
-  requests::print(explanation_text(explained, wanted_colour()));
   return ExitStatus::done;
 }
 
 }  // namespace
 
-std::string explanation_text(const module::Explanation& explained, Colour colour) {
-  return ExplanationWriter(explained, colour).write();
+std::string explanation_text(const module::Explanation& explained, bool coloured) {
+  return ExplanationWriter(explained, coloured).write();
 }
 
 Command add_explain(CLI::App& program) {

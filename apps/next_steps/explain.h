@@ -8,11 +8,8 @@
 
 namespace next_steps_program {
 
-// Whether verdicts are coloured, by the escape sequences of terminals.
-enum class Colour { none, verdicts };
-
-// Returns the explanation as lines of text. Control characters of the answer are escaped.
-// Throws std::bad_alloc.
-std::string explanation_text(const module::Explanation& explained, Colour colour);
+// Returns the explanation as lines of text. Control characters of the answer are escaped. If `coloured`, the
+// verdicts have the escape sequences of terminals around them. Throws std::bad_alloc.
+std::string explanation_text(const module::Explanation& explained, bool coloured);
 
 }  // namespace next_steps_program

@@ -23,9 +23,7 @@ ExitStatus answer_parse(const CLI::App& program, const CLI::ParseError& ending) 
   std::ostringstream wrong;
   const bool is_wrong = program.exit(ending, asked_for, wrong) != 0;
   std::cerr << wrong.str();
-  requests::Output output;
-  output.write(asked_for.str());
-  output.flush();
+  requests::print(asked_for.str());
   return is_wrong ? ExitStatus::wrong_usage : ExitStatus::done;
 }
 

@@ -182,9 +182,7 @@ ExitStatus report(const ReportOptions& options) {
   Report report;
   bool all_right = true;
   for (const std::string& file : options.files) all_right &= add_lines(report, file);
-  requests::Output output;
-  output.write(options.json ? values::compact_text(report.to_dict()) + "\n" : report.table());
-  output.flush();
+  requests::print(options.json ? values::compact_text(report.to_dict()) + "\n" : report.table());
   return all_right ? ExitStatus::done : ExitStatus::input_rejected;
 }
 

@@ -1,4 +1,4 @@
-// next-steps suggest: answers a miss from an index of ctags.
+// next-steps suggest: answers a miss from an index.
 #include <memory>
 #include <optional>
 #include <string>

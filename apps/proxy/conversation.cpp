@@ -6,6 +6,7 @@
 #include "proxy/json_spans.h"
 #include "proxy/names.h"
 #include "requests/json_reader.h"
+#include "vantrex/tool_handlers/next_steps/rules.h"
 #include "vantrex/values/text_forms.h"
 
 namespace next_steps_proxy {
@@ -16,8 +17,6 @@ using values::Kind;
 
 namespace {
 
-constinit const JsonObject kNone;
-
 // The text of an id, or "" if it is none. An id may be escaped in one direction only.
 std::string id_text(std::string_view span) {
   if (span.empty()) return "";
@@ -26,14 +25,6 @@ std::string id_text(std::string_view span) {
   std::string text = is_id ? values::compact_text(id) : "";
   if (text.ends_with(".0")) text.resize(text.size() - 2);  // 1 and 1.0 are the same number
   return text;
-}
-
-// The string in `span`, or "".
-std::string string_in(std::string_view span) {
-  if (!span.starts_with('"')) return "";
-  if (span.find('\\') == std::string_view::npos) return std::string(span.substr(1, span.size() - 2));
-  const JsonValue text = requests::read_json(span);
-  return std::string(text.string().value_or(""));
 }
 
 }  // namespace
@@ -74,7 +65,7 @@ void Conversation::call(std::string_view message, const std::string& id, std::st
     const auto action = std::as_const(*request.arguments)["action"].string();
     if (action) request.action = std::string(*action);
   }
-  if (log_ != nullptr) log_->note_call(tool, request.arguments ? *request.arguments : kNone);
+  if (log_ != nullptr) log_->note_call(tool, request.arguments ? *request.arguments : module::kNoFields);
   if (!is_touched) return;
   in_flight_[id] = [this, request = std::move(request)](std::string_view answer) mutable {
     request.serves = tools_.served();

@@ -76,23 +76,21 @@ class Rest {
   std::string_view text_;
 };
 
-// The string that is quoted in `text`. `memory` keeps it if it has escapes.
-std::string_view unquoted(std::string_view text, values::JsonValue& memory) {
-  if (text.find('\\') == std::string_view::npos)
-    return text.substr(std::min<std::size_t>(text.size(), 1), text.size() - 2);
-  memory = requests::read_json(text);
-  return memory.string().value_or("");
-}
-
 }  // namespace
+
+std::string string_in(std::string_view span) {
+  if (!span.starts_with('"')) return "";
+  if (span.find('\\') == std::string_view::npos) return std::string(span.substr(1, span.size() - 2));
+  const values::JsonValue text = requests::read_json(span);
+  return std::string(text.string().value_or(""));
+}
 
 void find_members(std::string_view text, std::span<const std::string_view> keys,
                   std::span<std::string_view> found) {
   Rest rest(text);
   if (!rest.take('{')) return;
   do {
-    values::JsonValue memory;
-    const std::string_view key = unquoted(rest.take_value(), memory);
+    const std::string key = string_in(rest.take_value());
     if (!rest.take(':')) return;
     const std::string_view value = rest.take_value();
     for (std::size_t i = 0; i < keys.size(); ++i) {

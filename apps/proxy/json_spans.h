@@ -13,6 +13,9 @@
 
 namespace next_steps_proxy {
 
+// The string in `span`, or "" for another value. Throws JsonError for a wrong escape, and std::bad_alloc.
+std::string string_in(std::string_view span);
+
 // Sets each of `found` to the value of its key in the object `text`. As for the reader, the last one of a
 // repeated key counts. Leaves the others as they are. Throws JsonError for a key with a wrong escape, and
 // std::bad_alloc.

@@ -1,9 +1,7 @@
 // Short names of the namespaces that the proxy uses.
 #pragma once
 
-namespace next_steps_requests {}
-namespace vantrex::tool_handlers::next_steps {}
-namespace vantrex::values {}
+#include "requests/names.h"
 
 namespace next_steps_proxy {
 

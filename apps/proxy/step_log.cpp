@@ -41,14 +41,14 @@ std::int64_t difference(std::size_t a, std::size_t b) {
   return static_cast<std::int64_t>(a) - static_cast<std::int64_t>(b);
 }
 
-// Without what a dropped step of the tool holds: nobody has seen it.
+// The entry of a step; of a dropped step of the tool itself without the call, which nobody has seen.
 JsonObject entry_of(const module::CandidateStep& candidate) {
   const bool is_kept = candidate.verdict == module::Verdict::kept;
   JsonObject entry{{"row", candidate.from()}};
-  if (const JsonObject* step = candidate.step.object();
-      step != nullptr && (is_kept || !candidate.row.empty())) {
-    const JsonValue& args = (*step)["args"];
-    if ((*step)["tool"].string()) entry.append("tool", (*step)["tool"]);
+  if (is_kept || candidate.source != module::Source::own) {
+    const JsonValue& tool = candidate.step["tool"];
+    const JsonValue& args = candidate.step["args"];
+    if (tool.string()) entry.append("tool", tool);
     if (args["action"].string()) entry.append("action", args["action"]);
     if (is_kept && args.object() != nullptr) entry.append("args", args);
   }
@@ -56,10 +56,9 @@ JsonObject entry_of(const module::CandidateStep& candidate) {
   return entry;
 }
 
-std::map<std::string, std::string> canonical_texts(const JsonValue& arguments) {
+std::map<std::string, std::string> canonical_texts(const JsonObject& arguments) {
   std::map<std::string, std::string> texts;
-  for (const JsonField& each : *arguments.object())
-    texts.emplace(each.key.view(), values::canonical_text(each.value));
+  for (const JsonField& each : arguments) texts.emplace(each.key.view(), values::canonical_text(each.value));
   return texts;
 }
 
@@ -112,7 +111,8 @@ JsonObject StepLog::finished(requests::Request request, std::size_t bytes) {
   Answer answer{calls_, {}};
   for (const module::CandidateStep& each : explained.candidates) {
     JsonObject step = entry_of(each);
-    if (step.contains("args")) answer.offers.push_back({step, canonical_texts(step["args"])});
+    if (const JsonObject* args = step["args"].object())
+      answer.offers.push_back({step, canonical_texts(*args)});
     steps.push_back(std::move(step));
   }
   answers_.push_front(std::move(answer));

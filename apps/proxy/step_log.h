@@ -5,9 +5,8 @@
 //    "steps": [{"row", "tool", "action", "args", "outcome"}]}
 //   {"time", "followed": {"row", "tool", "action", "args", "outcome"}, "after"}
 // The outcome is "kept", "not served", "repeat", "over the cap" or "no room". Only a kept step has arguments,
-// and a dropped step of the tool itself has only its outcome.
-// `after` counts the calls since the answer. Always bytes_before - null_bytes - space_bytes + hint_bytes is
-// bytes_after.
+// and a dropped step of the tool itself has only its row, "own", and its outcome. `after` counts the calls
+// since the answer. Always bytes_before - null_bytes - space_bytes + hint_bytes is bytes_after.
 //
 // A line is appended by one write, so that several proxies may share a file. If that fails, a warning says
 // so, and nothing more is logged. Threads: one at a time.
@@ -34,8 +33,7 @@ class StepLog {
   StepLog& operator=(const StepLog&) = delete;
   ~StepLog();
 
-  // Takes note of a call of any tool: it may be a step of one of the last
-  // finished answers.
+  // Takes note of a call of any tool: it may be a step of one of the last finished answers.
   void note_call(std::string_view tool, const values::JsonObject& arguments) noexcept;
 
   // Takes note of the answer that `request` asks for, and whose text has `bytes` so far.

@@ -4,7 +4,6 @@
 #include <charconv>
 #include <cstddef>
 #include <set>
-#include <string>
 #include <string_view>
 #include <utility>
 #include <vector>

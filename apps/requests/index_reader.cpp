@@ -24,7 +24,7 @@ using vantrex::workers::quoted;
 
 namespace {
 
-// In the order of ctags.
+// First those of ctags, in the order in which it writes them.
 enum IndexKey : std::size_t { k_type, k_name, k_path, k_language, k_line, k_kind, k_scope, k_fqn, k_file };
 constexpr std::array<std::string_view, 9> kIndexKeys = {"_type", "name",  "path", "language", "line",
                                                         "kind",  "scope", "fqn",  "file"};

@@ -1,7 +1,6 @@
 #include "requests/input.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <fcntl.h>
 #include <unistd.h>
 

@@ -129,7 +129,7 @@ class TreeBuilder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, TreeB
     try {
       return how_.encoding == Encoding::strict ? Text(unescaped) : Text::lossy(unescaped);
     } catch (const values::InvalidUtf8&) {
-      reject(text_.size(), "");  // a fault of the encoding comes first
+      reject(text_.size(), "");  // that is, the fault of the encoding
     } catch (const std::length_error& error) {
       reject(stream_.Tell(), error.what());
     }
@@ -188,6 +188,7 @@ class TreeBuilder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, TreeB
     return true;
   }
 
+  // Rejects the fault at which the parser stopped, or an earlier one that the parser does not see.
   [[noreturn]] void reject(const TextFault& parsed) const {
     const TextFault fault = first_fault(text_, parsed, how_.encoding == Encoding::strict);
     throw JsonError(place_of(text_, fault.offset), std::string(fault.message), fault.concerns_encoding);
@@ -238,6 +239,7 @@ JsonValue TreeBuilder::build() {
     reject(stream_.Tell(), error.what());
   }
   if (stream_.Tell() < text_.size()) reject(stream_.Tell(), "NUL byte");  // where the parser ends
+  // Picking makes no texts, which would check the encoding.
   if (how_.picking != nullptr && first_fault(text_, {text_.size(), "", false}, true).offset < text_.size()) {
     reject(text_.size(), "");
   }

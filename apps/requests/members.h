@@ -10,8 +10,8 @@
 
 namespace next_steps_requests {
 
-// Ownership: borrows the line, which must outlive this object. Everything throws
-// JsonError, with the place in the line, and std::bad_alloc.
+// Ownership: borrows the line, which must outlive this object. Everything throws JsonError, with the place in
+// the line, and std::bad_alloc.
 class Members {
  public:
   // Reads the line. `what` names the object in messages: "a request".

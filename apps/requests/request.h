@@ -50,7 +50,7 @@ struct Request {
 // nearest names. Throws NoMiss and std::bad_alloc.
 values::JsonObject answer_to(Request request, const models::Repository* index = nullptr);
 
-// Returns why the answer, not to a miss, gets its steps. Throws std::bad_alloc.
+// Returns why the answer of a tool gets its steps; the request is for no miss. Throws std::bad_alloc.
 module::Explanation explanation_of(Request request);
 
 }  // namespace next_steps_requests

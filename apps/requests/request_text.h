@@ -28,7 +28,7 @@ Both may have
 Without an "id" the reply is the answer or {"error": {"line", "column", "message"}}.
 )";
 
-// What messages call it.
+// The name of a request in messages.
 inline constexpr std::string_view kRequest = "a request";
 
 // Reads the members of a request. If the encoding is wrong, and the request or else `lossy` allows that,

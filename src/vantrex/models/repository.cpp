@@ -1,5 +1,7 @@
 #include "vantrex/models/repository.h"
 
+#include <utility>
+
 #include "vantrex/models/name_index.h"
 #include "vantrex/models/symbol_table.h"
 

@@ -13,8 +13,6 @@
 #include <memory>
 #include <string>
 #include <string_view>
-#include <utility>
-#include <vector>
 
 #include "vantrex/export.h"
 #include "vantrex/models/symbol.h"

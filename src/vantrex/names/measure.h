@@ -1,16 +1,19 @@
 // Measure: how near other names are to a wanted one.
 //
-// Purpose: the one rule that orders the candidates of a lookup. The nearest costs the least, in all, for
+// Purpose: the one rule that orders the candidates of a lookup. The nearest has the least cost, which is the
+// sum for
 //
-//   its name, which is a symbol's last part or a file's name without the extension: 0 if it is equal, 1 in
-//   another case, 2 with other separators (snake, camel, kebab), 4 with its words in another order, 4 for
-//   each edit, 14 if it begins with the wanted name, 15 if it holds it elsewhere; its extension: 0 if it is
-//   equal, 1 in another case, else 3; its qualifiers or directories: see outer_cost.h.
+//   - its name, which is a symbol's last part or a file's name without the extension: 0 if it is equal, 1 in
+//     another case, 2 with other separators (snake, camel, kebab), 4 with its words in another order, 4 for
+//     each edit, 14 if it begins with the wanted name, 15 if it holds it elsewhere;
+//   - its extension: 0 if it is equal, 1 in another case, otherwise 3;
+//   - its qualifiers or directories: see outer_cost.h.
 //
-// The least of several costs of a name counts. A name without any is not near: one that needs more edits than
-// a third of the letters of the longer name, or that holds a wanted name of less than four letters. The
-// figures say what was likelier meant: a name says more than a qualifier, so an edit costs more in a name
-// than in a qualifier, but not as much as one qualifier too few; a part of a name is hardly ever meant.
+// If several costs apply to a name, the least counts. A name to which none applies is not near: one that
+// needs more edits than a third of the letters of the longer name, or that holds a wanted name of less than
+// four letters. The figures say what was likelier meant: a name says more than a qualifier, so an edit costs
+// more in a name than in a qualifier, but not as much as one qualifier too few; a part of a name is hardly
+// ever meant.
 //
 // Of equal costs the nearest lacks the fewest letters, since a letter that is left out or swapped is likelier
 // than one particular wrong letter. Then the differences in length decide, of the names and of the whole

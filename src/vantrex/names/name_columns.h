@@ -1,10 +1,9 @@
 // NameColumns: many names in an order in which a lookup skips most of them.
 //
 // Purpose: the search of an index. Names with the same folded letters form a group (or several, if hashes
-// collide). The letters and the
-// masks of the groups are columns that are sorted by length, since most names differ too much in length or in
-// their letters to be near. Only the others are handed to the lookup, which ranks them as it does without an
-// index.
+// collide). The letters and the masks of the groups are columns that are sorted by length, since most names
+// differ too much in length or in their letters to be near. Only the others are handed to the lookup, which
+// ranks them as it does without an index.
 //
 // Ownership: owns its columns and keeps no text. Threads: immutable; safe for concurrent reads.
 #pragma once

@@ -46,7 +46,7 @@ std::size_t OuterCost::replacement(std::size_t wanted, std::string_view candidat
 
 std::size_t OuterCost::of(std::string_view candidate, std::size_t max) {
   const Parts parts(kind_, candidate);
-  // The costs of the candidate's parts so far in place of no wanted part, the last one, the last two...
+  // At n, the cost of the candidate's parts so far in place of the last n wanted parts.
   std::array<std::size_t, Parts::kMax + 1> costs;
   for (std::size_t count = 0; count <= wanted_.count; ++count) costs[count] = count * kLacking;
   for (std::size_t part = 0; part < parts.count; ++part) {

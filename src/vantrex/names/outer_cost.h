@@ -28,7 +28,7 @@ class OuterCost {
   std::size_t of(std::string_view candidate, std::size_t max);
 
  private:
-  // The last part is the first. What is left of a text with more parts counts as one part.
+  // In reverse order. What is left of a text with more parts counts as one part.
   struct Parts {
     static constexpr std::size_t kMax = 16;
 

@@ -6,7 +6,6 @@
 
 #include <bit>
 #include <cstddef>
-#include <cstdint>
 #include <cstring>
 
 #ifdef __SSE2__

@@ -82,8 +82,8 @@ constexpr std::size_t escape_gain(char byte) noexcept {
   return kEscapeGains[static_cast<unsigned char>(byte)];
 }
 
-/// The layout of the 16 bytes of a Text or a JsonValue. may_own(), is_shared() and is_text() depend on the
-/// order.
+/// The layout of the 16 bytes of a Text or a JsonValue. may_own(), is_text() and JsonValue::kind() depend
+/// on the order.
 enum class Tag : std::uint8_t {
   null,
   boolean,

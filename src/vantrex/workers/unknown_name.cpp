@@ -10,9 +10,13 @@ namespace vantrex::workers {
 
 std::string unknown_name(std::string_view what, std::string_view name,
                          std::span<const std::string_view> known) {
-  const auto nearest = nearest_name(name, known);
-  return "unknown " + std::string(what) + ' ' + quoted(name) + "; " +
-         (nearest ? "did you mean " + quoted(*nearest) + "?" : "known are " + listed(known));
+  std::string message = "unknown " + std::string(what) + ' ' + quoted(name) + "; ";
+  if (const auto nearest = nearest_name(name, known))
+    return message + "did you mean " + quoted(*nearest) + "?";
+  message += "known are ";
+  std::string_view separator;
+  for (const std::string_view each : known) message.append(std::exchange(separator, ", ")).append(each);
+  return message;
 }
 
 std::optional<std::string> nearest_name(std::string_view name, std::span<const std::string_view> known) {
@@ -25,15 +29,6 @@ std::optional<std::string> nearest_name(std::string_view name, std::span<const s
 
 std::string quoted(std::string_view text) {
   return values::compact_text(values::JsonValue(values::Text::lossy(text)));
-}
-
-std::string listed(std::span<const std::string_view> names) {
-  std::string list;
-  for (const std::string_view each : names) {
-    if (!list.empty()) list += ", ";
-    list += each;
-  }
-  return list;
 }
 
 }  // namespace vantrex::workers

@@ -22,7 +22,4 @@ std::optional<std::string> nearest_name(std::string_view name, std::span<const s
 // Returns `text` as a JSON string. Ill-formed bytes are replaced by U+FFFD.
 std::string quoted(std::string_view text);
 
-// Returns "one, two, three".
-std::string listed(std::span<const std::string_view> names);
-
 }  // namespace vantrex::workers

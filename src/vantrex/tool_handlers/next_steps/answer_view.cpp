@@ -1,7 +1,5 @@
 #include "vantrex/tool_handlers/next_steps/answer_view.h"
 
-#include <algorithm>
-
 #include "vantrex/models/symbol.h"
 
 namespace vantrex::tool_handlers::next_steps {

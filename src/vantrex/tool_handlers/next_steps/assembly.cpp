@@ -113,13 +113,11 @@ bool is_served(const JsonValue& step, const ServedTools* serves) noexcept {
 
 Choice choose_steps(Candidates candidates, const ServedTools* serves, Decisions* decisions) {
   if (decisions != nullptr) decisions->resize(candidates.steps.size());
-  Choice choice{{}, Keep{std::clamp(served_signals(candidates, serves), std::size_t{1}, MAX_STEPS)}};
-  choice.steps = std::move(candidates.steps);
-  if (candidates.giver != Giver::tool) drop_unserved(choice.steps, serves, decisions);
-  if (candidates.giver == Giver::tables) {
-    choice.steps = _deduplicated(std::move(choice.steps), MAX_STEPS, decisions);
-  }
-  return choice;
+  const Keep keep{std::clamp(served_signals(candidates, serves), std::size_t{1}, MAX_STEPS)};
+  JsonList steps = std::move(candidates.steps);
+  if (candidates.giver != Giver::tool) drop_unserved(steps, serves, decisions);
+  if (candidates.giver == Giver::tables) steps = _deduplicated(std::move(steps), MAX_STEPS, decisions);
+  return {std::move(steps), keep};
 }
 
 void prepare(JsonObject& response, JsonValue freshness) {

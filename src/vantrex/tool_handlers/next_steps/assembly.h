@@ -70,8 +70,8 @@ Candidates candidate_steps(values::JsonObject& response, std::string_view tool_n
                            const FinishOptions& options);
 
 // Gives `response` its steps: sets "next_steps" as its last field, or removes the field if there are no
-// steps. Returns `response`. Does not use `options.freshness`. The preconditions and exceptions
-// are those of candidate_steps.
+// steps. Returns `response`. Does not use `options.freshness`. The preconditions and exceptions are those of
+// candidate_steps.
 values::JsonObject& _add_next_steps(values::JsonObject& response, std::string_view tool_name,
                                     const FinishOptions& options = {});
 

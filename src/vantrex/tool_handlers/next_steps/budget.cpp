@@ -1,7 +1,5 @@
 #include "vantrex/tool_handlers/next_steps/budget.h"
 
-#include <utility>
-
 #include "vantrex/tool_handlers/next_steps/hint_walk.h"
 #include "vantrex/values/text_forms.h"
 
@@ -41,7 +39,7 @@ JsonList _within_share(const JsonObject& response, JsonList steps, Keep keep) {
   std::size_t step_bytes = 0;
   for (const JsonValue& step : steps) step_bytes += compact_size(step);
 
-  // The room grows with the answer, so steps that fit beside nothing need no measuring. Most do.
+  // The room grows with the answer, so steps that fit an answer of 0 bytes need no measuring. Most do.
   if (AnswerBytes{0, hints}.over_room(added_bytes(step_bytes, count)) <= 0) return steps;
   const AnswerBytes answer{compact_size(response), hints};
 

@@ -112,7 +112,7 @@ Explanation explain_answer(JsonObject answer, std::string_view tool_name, Finish
 
 std::string CandidateStep::from() const {
   if (source == Source::own) return "own";
-  return (source == Source::signal ? "signal " : "usual ") + std::string(row);
+  return (source == Source::signal ? "signal " : "usual ") + row;
 }
 
 std::string CandidateStep::why() const {

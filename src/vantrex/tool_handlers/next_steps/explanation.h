@@ -5,8 +5,7 @@
 // answer lacks for further ones.
 //
 // Ownership: as finish_answer. The tool's name and the arguments must not lie in the answer. An explanation
-// owns its values. Threads: no state; safe for concurrent calls, also with
-// the same lvalue.
+// owns its values. Threads: no state; safe for concurrent calls, also with the same lvalue.
 //
 // Cost: several times the cost of finish_answer. All sizes are bytes of the compact JSON text.
 #pragma once

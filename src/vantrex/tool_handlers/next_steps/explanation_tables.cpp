@@ -31,8 +31,6 @@ std::string place_text(KeyPath path) {
   return place;
 }
 
-// --- calls and signals without a step
-
 // `kind "heading"` or `file "README.md"`: what makes a hit no code symbol.
 std::string no_code_text(const JsonValue& hit) {
   const auto kind = hit["kind"].string();
@@ -108,8 +106,6 @@ std::string silence(const AnswerView& answer, const Signal* signal, const Served
   }
   return why;
 }
-
-// --- likely mistakes
 
 // The tools and actions that the tables name.
 std::vector<RowKey> names_in(const Tables& tables) {

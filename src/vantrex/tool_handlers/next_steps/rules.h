@@ -148,7 +148,7 @@ struct MissCalls {
   const Call* none = nullptr;  // takes the name to search for
 };
 
-// What a catalogue says.
+// The tables of one catalogue.
 struct Tables {
   std::span<const KeyPath> hit_lists;  // the answer fields that hold hits, in the order of the search
   std::span<const KeyPath> counts;     // the fields that state the number of hits

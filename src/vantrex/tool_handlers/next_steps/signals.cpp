@@ -5,7 +5,6 @@
 #include <variant>
 
 #include "vantrex/tool_handlers/next_steps/step.h"
-#include "vantrex/tool_handlers/next_steps/tables.h"
 #include "vantrex/tool_handlers/next_steps/usual.h"
 
 namespace vantrex::tool_handlers::next_steps {
@@ -44,7 +43,7 @@ std::optional<JsonObject> signal_step(const Signal& signal, const std::optional<
 
 }  // namespace
 
-// What is known has the names of a request's arguments.
+// `known` serves as the request: its fields have the names of the arguments.
 std::optional<JsonObject> Signal::operator()(const JsonObject& known) const {
   return signal_step(*this, stated_integer(known["hits"]), known["what"].string().value_or(""),
                      AnswerView(kNoFields, &known));
