@@ -42,6 +42,7 @@ find | {"content": [{"type": "text", "text": "{\n\"fqn\": \"a\\\"\"}" }]} | {"co
 act | {"content":[{"type":"image"},{"type":"text","text":"{\"b\":1,\"a\":2,\"c\":null}"}],"structuredContent":{"c":null,"a":2,"b":1}} | {"content":[{"type":"image"},{"type":"text","text":"{\"a\":2,\"b\":1}"}],"structuredContent":{"a":2,"b":1}}
 act | {"content":[{"type":"text","text":"{}"}],"structuredContent":{"c":null},"resultType":"complete","isError":false} | {"content":[{"type":"text","text":"{}"}],"structuredContent":{},"resultType":"complete","isError":false}
 act | {"structuredContent":{"c":null},"structured\u0043ontent": {"d":null} } | {"structuredContent":{"c":null},"structured\u0043ontent": {} }
+act | {"content":[{"type":"text","text":"{\"d\":1}"}],"structuredContent":{"c":null}} | {"content":[{"type":"text","text":"{\"d\":1}"}],"structuredContent":{}}
 other | {"structuredContent": {"n": null}} | =
 find | {"structuredContent": {"n": null}, "isError": true} | =
 find | {"structuredContent": {"n": null}, "resultType": "input_required"} | =
