@@ -117,7 +117,8 @@ JsonObject StepLog::finished(requests::Request request, std::size_t bytes) {
   }
   answers_.push_front(std::move(answer));
   if (answers_.size() > kAnswers) answers_.pop_back();
-  const std::size_t finished = explained.bytes + explained.step_bytes;
+  const bool saves_comma = explained.bytes == 2 && explained.step_bytes > 0;  // the answer is {}
+  const std::size_t finished = explained.bytes + explained.step_bytes - (saves_comma ? 1 : 0);
   entry.append("bytes_before", bytes);
   entry.append("bytes_after", finished);
   entry.append("null_bytes", compact - without_nulls);
