@@ -1,7 +1,5 @@
 #include "requests/json_reader.h"
 
-#include <cmath>
-#include <cstdlib>
 #include <string>
 #include <tuple>
 #include <utility>
@@ -19,39 +17,23 @@ using namespace std::string_literals;
 
 TEST(JsonReader, ReadsEveryKindExactly) {
   const std::string digits = "9" + std::string(307, '1');
+  const std::string zeros(100'000, '0');
   const std::pair<std::string, std::string> table[] = {
       {" [ null , true , false ]\r\n", "[null,true,false]"},
       {"[0, -0, -0.0, 1.0, 1e2, 5e-324, -1e-400, 0e999]", "[0,0,-0.0,1.0,100.0,5e-324,-0.0,0.0]"},
       {"9223372036854775808", "9223372036854775808"},
       {"-9223372036854775809", "-9223372036854775809"},
       {digits, digits},
+      {"[9007199254740993.0, 9007199254740993." + zeros + "1]", "[9007199254740992.0,9007199254740994.0]"},
+      {"[17976931348623158e292, -0." + zeros + "17976931348623158e100309]",
+       "[1.7976931348623157e+308,-1.7976931348623157e+308]"},
+      {"[24703282292062328e-340, 24703282292062327e-340]", "[5e-324,0.0]"},
+      {"[1" + zeros + "e-100000, 0." + zeros + "1e-100000, 1e-99999999999]", "[1.0,0.0,0.0]"},
       {R"({"a": 1, "b": 2, "a": {"a": 3}})", R"({"a":{"a":3},"b":2})"},
       {R"("\u0041\u00e9\ud83d\ude00\/\u0000\ufeff")", "\"Aé😀/\\u0000\xEF\xBB\xBF\""},
       {"\"\xEF\xBB\xBF\"", "\"\xEF\xBB\xBF\""},
   };
   for (const auto& [text, expected] : table) EXPECT_EQ(compact_text(read_json(text)), expected) << text;
-}
-
-TEST(JsonReader, RoundsANumberOfAnyLengthToTheNearestDouble) {
-  const std::string tie = "9007199254740993";  // between two doubles
-  for (const std::string& digits : {"1"s, "17976931348623158"s, "17976931348623159"s, "24703282292062327"s,
-                                    "24703282292062328"s, tie, tie + std::string(900, '0') + "1"}) {
-    for (const int power : {-100'000, -325, -324, -323, -308, 0, 15, 308, 309, 100'000}) {
-      for (const int zeros : {0, 400, 100'000}) {
-        const std::string padding(static_cast<std::size_t>(zeros), '0');
-        const int taken_back = power - zeros - static_cast<int>(digits.size()) + 1;
-        for (const std::string& text : {"-" + digits + padding + "e" + std::to_string(taken_back),
-                                        "0." + padding + digits + "E" + std::to_string(power + zeros + 1)}) {
-          const double nearest = std::strtod(text.c_str(), nullptr);
-          try {
-            EXPECT_EQ(read_json(text).floating(), nearest) << digits << " " << power << " " << zeros;
-          } catch (const JsonError& error) {
-            EXPECT_TRUE(std::isinf(nearest)) << digits << " " << power << " " << zeros << error.what();
-          }
-        }
-      }
-    }
-  }
 }
 
 TEST(JsonReader, RejectsEachControlCharacterInAString) {
@@ -77,6 +59,8 @@ TEST(JsonReader, RejectsWithTheFirstWrongPlace) {
       {"{} {}", "1:4", "must not be followed by other values"},
       {"[NaN]", "1:2", "Invalid value."},
       {"[1" + std::string(309, '0') + "]", "1:2", "Number too big"},
+      {"[17976931348623159e292]", "1:2", "Number too big"},
+      {"[0." + std::string(2000, '0') + "1e3000]", "1:2", "Number too big"},
       {"\"a\nb\"", "1:3", "Control character in string."},
       {R"(["\x"])", "1:4", "Invalid escape character"},
       {R"(["\ud800"])", "1:9", "surrogate"},

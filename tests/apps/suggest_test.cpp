@@ -75,6 +75,11 @@ path docs/notes.txt | ["doc/notes.txt"] | file | {"action":"symbols","path":"doc
   EXPECT_EQ(suggest("path 0.0 --pretty | head -2").out, "{\n  \"found\": false,\n");
 }
 
+TEST(Suggest, OffersWhatWasMeantFirst) {
+  const Ran ran = run("python3 tests/apps/quality.py \"$(command -v next-steps)\"");
+  EXPECT_EQ(ran.status, 0) << ran.err;
+}
+
 TEST(Suggest, RefusesWhatIsNoIndexAndSaysWhere) {
   const auto rows = table(R"(
 # a line of the index | the column and message
