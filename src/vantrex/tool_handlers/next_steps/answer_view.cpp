@@ -17,10 +17,8 @@ std::optional<Integer> stated_integer(const JsonValue& value) noexcept {
 AnswerView::AnswerView(const JsonObject& answer, const JsonObject* request_arguments, const Tables& tables)
     : response(answer),
       arguments(request_arguments == nullptr ? kNoFields : *request_arguments),
-      tables_(tables) {
-  const std::size_t count = tables.hit_lists.size();
-  if (count > few_lists_.size()) many_lists_.resize(count);
-  hit_lists_ = {count > few_lists_.size() ? many_lists_.data() : few_lists_.data(), count};
+      tables_(tables),
+      hit_lists_(tables.hit_lists.size()) {
   find_hit_lists();
   hit_count_ = _hit_count();
 }

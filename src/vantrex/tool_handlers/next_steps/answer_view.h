@@ -57,9 +57,7 @@ class AnswerView {
   std::optional<values::Integer> _hit_count() const;
 
   const Tables& tables_;
-  std::array<const values::JsonList*, _HIT_LISTS.size()> few_lists_{};
-  std::vector<const values::JsonList*> many_lists_;  // used for more hit lists than the module has
-  std::span<const values::JsonList*> hit_lists_;
+  std::vector<const values::JsonList*> hit_lists_;
   std::optional<values::Integer> hit_count_;
 };
 
