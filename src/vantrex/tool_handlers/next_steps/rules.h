@@ -152,7 +152,6 @@ struct MissCalls {
 struct Tables {
   std::span<const KeyPath> hit_lists;  // the answer fields that hold hits, in the order of the search
   std::span<const KeyPath> counts;     // the fields that state the number of hits
-  bool has_nested_hits = false;        // whether a hit list lies in a nested object
   std::span<const UsualRow> usual = {};
   std::span<const SignalRow> signals = {};
   MissCalls symbol_miss = {};
