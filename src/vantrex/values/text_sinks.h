@@ -41,29 +41,6 @@ class CountingSink {
   std::size_t size_ = 0;
 };
 
-// The text of one byte inside a JSON string.
-struct Escape {
-  char bytes[7];
-  std::uint8_t size;
-};
-inline constexpr std::array<Escape, 256> kEscapes = [] {
-  constexpr std::string_view kHexDigits = "0123456789abcdef";
-  std::array<Escape, 256> escapes{};
-  for (std::size_t value = 0; value < escapes.size(); ++value) {
-    const char byte = static_cast<char>(value);
-    const std::size_t gain = escape_gain(byte);
-    Escape& escape = escapes[value];
-    if (gain == 0) {
-      escape = {{byte}, 1};
-    } else if (gain == kShortEscapeGain) {
-      escape = {{'\\', short_escape(static_cast<unsigned char>(byte))}, 2};
-    } else {
-      escape = {{'\\', 'u', '0', '0', kHexDigits[value >> 4], kHexDigits[value & 15]}, 6};
-    }
-  }
-  return escapes;
-}();
-
 // The memory of a text during writing: a buffer on the stack, and a string for what no longer fits there.
 class TextMemory {
  public:
@@ -145,7 +122,7 @@ class MemorySink {
   [[gnu::noinline]] void put_pieces(std::string_view bytes) {
     constexpr std::size_t kPieceBytes = 1024;
     while (!bytes.empty()) {
-      if (!has_room(kPieceBytes * (1 + kUnicodeEscapeGain))) out_ = memory_->flush(out_);
+      if (!has_room(kPieceBytes * kMaxEscapeBytes)) out_ = memory_->flush(out_);
       put_escaped(bytes.substr(0, kPieceBytes));
       bytes.remove_prefix(std::min(bytes.size(), kPieceBytes));
     }
