@@ -65,7 +65,6 @@ class NEXT_STEPS_API Container {
   const Item* end() const noexcept { return items_ + head_.size; }  ///< One past the last item.
 
   void reserve(std::size_t capacity);  ///< Ensures memory for `capacity` items in total.
-  void clear() noexcept;               ///< Removes all items; keeps the memory.
 
  protected:
   Container() noexcept = default;
@@ -128,9 +127,6 @@ class NEXT_STEPS_API JsonList : public detail::Container<JsonValue> {
   const JsonValue* item(std::size_t position) const& noexcept;
   JsonValue* item(std::size_t position) & noexcept;  ///< The same.
   const JsonValue* item(std::size_t position) const&& = delete;
-
-  const JsonValue& back() const& noexcept;  ///< The last item. The list must not be empty.
-  const JsonValue& back() const&& = delete;
 
   void push_back(JsonValue item);             ///< Appends `item`. Amortised constant time.
   void truncate(std::size_t count) noexcept;  ///< Removes all items after the first `count`.

@@ -1,7 +1,6 @@
 // The inline definitions of json_value.h, which includes this file.
 #pragma once
 
-#include <cassert>
 #include <tuple>
 #include <utility>
 
@@ -55,10 +54,6 @@ template <CountingInteger Position>
 const JsonValue& JsonList::operator[](Position position) const& noexcept {
   return detail::value_or_absent(
       std::in_range<std::size_t>(position) ? item(static_cast<std::size_t>(position)) : nullptr);
-}
-inline const JsonValue& JsonList::back() const& noexcept {
-  assert(!empty());
-  return items_[head_.size - 1];
 }
 
 template <detail::StringKeyedMap Map>

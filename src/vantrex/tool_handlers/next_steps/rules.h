@@ -37,7 +37,8 @@ inline RowKey split_key(std::string_view key) noexcept {
 // Clang 14 does not link a default member that is a literal.
 inline constexpr values::TextLiteral kNoText = "";
 
-// Where the value of an argument comes from. The first five are those of Takes.
+// Where the value of an argument comes from. Up to changed_files, the kinds and their numbers are those of
+// Takes: one is cast to the other.
 enum class ArgumentKind : std::uint8_t {
   fqn,
   path,
