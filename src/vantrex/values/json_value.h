@@ -51,13 +51,7 @@ namespace detail {
 template <typename Item>
 class NEXT_STEPS_API Container {
  public:
-  using value_type = Item;                 ///< The type of an item.
-  using size_type = std::size_t;           ///< The type of size().
-  using difference_type = std::ptrdiff_t;  ///< The type of the difference of two iterators.
-  using reference = const Item&;           ///< Const: iterators only read.
-  using const_reference = const Item&;     ///< The same type as `reference`.
-  using iterator = const Item*;            ///< Const and contiguous.
-  using const_iterator = const Item*;      ///< The same type as `iterator`.
+  using value_type = Item;  ///< The type of an item. Iterators are pointers to const items.
 
   std::size_t size() const noexcept { return head_.size; }          ///< The number of items.
   bool empty() const noexcept { return size() == 0; }               ///< Whether there is no item.
@@ -395,9 +389,6 @@ static_assert(sizeof(JsonValue) == 16);
 struct NEXT_STEPS_API JsonField {
   Text key;         ///< Unique in its object.
   JsonValue value;  ///< May be null.
-
-  /// Writes the field as in the compact text of its object.
-  friend NEXT_STEPS_API std::ostream& operator<<(std::ostream& out, const JsonField& field);
 };
 
 /// A field in the initializer list of an object.

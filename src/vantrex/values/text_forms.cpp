@@ -185,9 +185,6 @@ std::ostream& operator<<(std::ostream& out, const JsonList& list) {
 std::ostream& operator<<(std::ostream& out, const JsonObject& object) {
   return out << compact_text(object);
 }
-std::ostream& operator<<(std::ostream& out, const JsonField& field) {
-  return out << compact_text(field.key) << ':' << field.value;
-}
 std::ostream& operator<<(std::ostream& out, const Text& text) {
   return out << text.view();
 }
