@@ -91,7 +91,8 @@ TEST(Containers, WorkWithAlgorithmsAndStreams) {
   };
   std::ostringstream out;
   out.imbue(std::locale(out.getloc(), new Separators));
-  out << list << object << std::ranges::find(object, Text("b"), &JsonField::key)->value << Text("t") << Integer();
+  out << list << object << std::ranges::find(object, Text("b"), &JsonField::key)->value << Text("t")
+      << Integer();
   EXPECT_EQ(out.str(), R"([3,1,2]{"a":[3,1,2],"b":1234.5,"c":1234}1234.5t0)");
   EXPECT_EQ(compact_size(list), 7U);
   EXPECT_EQ(list.item(3), nullptr);

@@ -56,17 +56,16 @@ class Lookup {
       return order < 0 || (order == 0 && candidate < entry.candidate.view());
     };
     if (entries_.size() == kCandidates && !goes_before(entries_.back())) return;
-    const auto same = std::find_if(entries_.begin(), entries_.end(), [&](const Entry& entry) {
-      return entry.candidate.fqn == candidate.fqn;
-    });
+    const auto same = std::find_if(entries_.begin(), entries_.end(),
+                                   [&](const Entry& entry) { return entry.candidate.fqn == candidate.fqn; });
     if (same != entries_.end()) {
       if (!goes_before(*same)) return;
       entries_.erase(same);
     }
     const auto place = std::find_if(entries_.begin(), entries_.end(), goes_before);
-    entries_.insert(place, {rank, {{std::string(candidate.fqn), std::string(candidate.name),
-                                    std::string(candidate.kind), std::string(candidate.file),
-                                    candidate.line}}});
+    entries_.insert(place, {rank,
+                            {{std::string(candidate.fqn), std::string(candidate.name),
+                              std::string(candidate.kind), std::string(candidate.file), candidate.line}}});
     if (entries_.size() > kCandidates) entries_.pop_back();
   }
 
