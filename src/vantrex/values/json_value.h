@@ -66,7 +66,8 @@ class NEXT_STEPS_API Container {
   Container(Container&& other) noexcept
       : head_(std::exchange(other.head_, kEmpty)), items_(std::exchange(other.items_, nullptr)) {}
   Container& operator=(const Container& other) {
-    *this = Container(other);
+    Container copy(other);
+    *this = std::move(copy);
     return *this;
   }
   Container& operator=(Container&& other) noexcept {
