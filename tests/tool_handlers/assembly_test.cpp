@@ -74,12 +74,10 @@ abXab |  |  | kkkkk | 1
     if (!row.at(0).empty()) candidates.giver = Giver::tool;
     ServedTools serves = {{"a"}, {"b"}, {"c"}, {"a"}};
     for (const char* tool : {"d", "a", "e"}) serves.add({tool});
-    Decisions decisions;
-    const Choice choice = choose_steps(candidates, &serves, &decisions);
-    EXPECT_EQ(choose_steps(candidates, &serves).steps, choice.steps);
+    const Choice choice = choose_steps(candidates, &serves);
     std::string verdicts;
     JsonList kept;
-    for (const auto& [verdict, repeated] : decisions) {
+    for (const auto& [verdict, repeated] : choice.decisions) {
       if (verdict == Verdict::kept) kept.push_back(candidates.steps[verdicts.size()]);
       verdicts += verdict == Verdict::repeat ? std::to_string(repeated)
                                              : std::string(1, "kn.c"[static_cast<int>(verdict)]);

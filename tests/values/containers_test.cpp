@@ -53,8 +53,6 @@ TEST(JsonObject, BehavesLikeAListOfPairs) {
       ASSERT_EQ(value, JsonValue(pair++->second)) << "seed " << seed;
       ASSERT_EQ(object.find(key.view()), &value);
     }
-    object.clear();
-    ASSERT_EQ(object, JsonObject());
   }
 }
 
@@ -78,8 +76,6 @@ TEST(Containers, TakeTheirOwnItemsAndRejectTooMany) {
   JsonList list = JsonList::of("a text of more than 14 bytes");
   while (list.size() < 100) list.push_back(list[0]);
   EXPECT_EQ(list[99], list[0]);
-  list.clear();
-  EXPECT_EQ(list, JsonList());
   EXPECT_THROW(list.reserve(std::size_t{1} << 32), std::length_error);
   EXPECT_THROW(object.reserve(std::size_t{1} << 32), std::length_error);
 }
@@ -95,10 +91,11 @@ TEST(Containers, WorkWithAlgorithmsAndStreams) {
   };
   std::ostringstream out;
   out.imbue(std::locale(out.getloc(), new Separators));
-  out << list << object << *std::ranges::find(object, Text("b"), &JsonField::key) << Text("t") << Integer();
-  EXPECT_EQ(out.str(), R"([3,1,2]{"a":[3,1,2],"b":1234.5,"c":1234}"b":1234.5t0)");
+  out << list << object << std::ranges::find(object, Text("b"), &JsonField::key)->value << Text("t")
+      << Integer();
+  EXPECT_EQ(out.str(), R"([3,1,2]{"a":[3,1,2],"b":1234.5,"c":1234}1234.5t0)");
   EXPECT_EQ(compact_size(list), 7U);
-  EXPECT_TRUE(list.back() == 2 && list.item(3) == nullptr);
+  EXPECT_EQ(list.item(3), nullptr);
 }
 
 TEST(Containers, FollowPaths) {
@@ -135,8 +132,8 @@ TEST(Containers, CopiesAreIndependent) {
     copy = original;
     if (copy.list() != nullptr) *copy.list() = *original.list();
     JsonValue other = true;
-    swap(copy, other);
-    swap(copy, other);
+    std::swap(copy, other);
+    std::swap(copy, other);
     change_all(copy);
     ASSERT_EQ(json_text(original), before) << "seed " << seed;
     JsonValue parsed = tests::parse(before);  // shares nothing with `original`

@@ -14,26 +14,12 @@ namespace {
 // more cell on either side means "too far".
 using Band = std::array<std::uint8_t, 2 * kMaxEdits + 3>;
 
-// Removes the common prefix and suffix. `a` is not longer than `b`.
-void drop_common_ends(std::u32string_view& a, std::u32string_view& b) noexcept {
-  const auto start = std::mismatch(a.begin(), a.end(), b.begin(), b.end());
-  const auto common = static_cast<std::size_t>(start.first - a.begin());
-  a.remove_prefix(common);
-  b.remove_prefix(common);
-  while (!a.empty() && a.back() == b.back()) {
-    a.remove_suffix(1);
-    b.remove_suffix(1);
-  }
-}
-
 }  // namespace
 
 std::size_t edit_distance(std::u32string_view a, std::u32string_view b, std::size_t max) noexcept {
   max = std::min(max, kMaxEdits);
   if (a.size() > b.size()) std::swap(a, b);
   if (b.size() - a.size() > max) return max + 1;
-  drop_common_ends(a, b);
-  if (a.empty()) return b.size();
 
   const auto too_far = static_cast<std::uint8_t>(max + 1);
   Band bands[3];
@@ -46,12 +32,10 @@ std::size_t edit_distance(std::u32string_view a, std::u32string_view b, std::siz
     (*last)[cell(0, column)] = static_cast<std::uint8_t>(column);
   }
 
-  std::uint8_t last_row_min = 0;
   for (std::size_t row = 1; row <= a.size(); ++row) {
     const std::size_t first = row > max ? row - max : 0;
     const std::size_t end = std::min(row + max, b.size());
     std::fill_n(current->begin(), 2 * max + 3, too_far);
-    std::uint8_t row_min = too_far;
     for (std::size_t column = first; column <= end; ++column) {
       const std::size_t here = cell(row, column);
       unsigned edits = std::min<unsigned>((*last)[here + 1], (*current)[here - 1]) + 1U;
@@ -62,10 +46,7 @@ std::size_t edit_distance(std::u32string_view a, std::u32string_view b, std::siz
         edits = std::min<unsigned>(edits, (*before_last)[here] + 1U);
       }
       (*current)[here] = static_cast<std::uint8_t>(std::min<unsigned>(edits, too_far));
-      row_min = std::min(row_min, (*current)[here]);
     }
-    if (row_min == too_far && last_row_min == too_far) return too_far;
-    last_row_min = row_min;
     std::swap(before_last, last);
     std::swap(last, current);
   }

@@ -11,9 +11,6 @@ namespace vantrex::names {
 
 namespace {
 
-constexpr std::uint64_t kNoWord = 0x9E3779B97F4A7C15;
-constexpr std::uint64_t kMixer = 0xD6E8FEB86659FD93;
-
 enum class Class : std::uint8_t { lower, upper, separator, beyond_ascii };
 
 struct Letter {
@@ -78,13 +75,8 @@ void FoldedName::assign(std::string_view name) {
   word_ends_.clear();
   std::size_t size = 0;
   std::uint64_t mask = 0;
-  std::uint64_t sum_of_words = 0;
-  std::uint64_t word = kNoWord;
   const auto end_word = [&] {
-    if (word == kNoWord) return;
-    sum_of_words += (word ^ (word >> 32)) * kMixer;
-    word = kNoWord;
-    word_ends_.push_back(size);
+    if (size > (word_ends_.empty() ? 0 : word_ends_.back())) word_ends_.push_back(size);
   };
   for (std::size_t position = 0; position < name.size();) {
     const Letter letter = letter_of(name[position]);
@@ -98,17 +90,15 @@ void FoldedName::assign(std::string_view name) {
     const std::size_t hash = hash_of(decoded.code_point);
     const std::uint64_t again = (mask >> hash) & 1;
     mask |= std::uint64_t{1} << (hash + 32 * again);
-    word = (word ^ decoded.code_point) * kMixer;
-    word ^= word >> 29;
   }
   end_word();
   letters_.resize(size);
   mask_ = mask;
-  word_hash_ = sum_of_words;
 }
 
 bool FoldedName::has_words_of(const FoldedName& other) const {
-  return word_hash_ == other.word_hash_ && sorted_words() == other.sorted_words();
+  return letters_.size() == other.letters_.size() && mask_ == other.mask_ &&
+         sorted_words() == other.sorted_words();
 }
 
 std::vector<std::u32string_view> FoldedName::sorted_words() const {

@@ -52,7 +52,6 @@ class FoldedName {
 
   std::u32string letters_;
   std::uint64_t mask_ = 0;
-  std::uint64_t word_hash_ = 0;         // of the words in any order
   std::vector<std::size_t> word_ends_;  // positions in letters_
 };
 

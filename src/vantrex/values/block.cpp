@@ -130,17 +130,7 @@ void Container<Item>::make_room() {
   if (items_ == nullptr) return reserve(kMinCapacity);
   const std::size_t capacity = header_of(items_).capacity;
   if (needed <= capacity) return;
-  // An object grows beyond kUnindexedFields, where it needs an index, only when it must.
-  const std::size_t limit = std::is_same_v<Item, JsonField> && needed <= FieldIndex::kUnindexedFields
-                                ? FieldIndex::kUnindexedFields
-                                : kMaxItems;
-  reserve(std::max(needed, std::min(2 * capacity, limit)));
-}
-
-template <typename Item>
-void Container<Item>::clear() noexcept {
-  while (!empty()) items_[--head_.size].~Item();
-  rebuild_index(items_, 0);
+  reserve(std::max(needed, std::min(2 * capacity, kMaxItems)));
 }
 
 template <typename Item>

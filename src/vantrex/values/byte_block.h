@@ -21,24 +21,11 @@ class ByteBlock {
 
   explicit ByteBlock(const char* bytes) noexcept { std::memcpy(&bytes_, bytes, kBytes); }
 
-  // A block of 1 to 15 bytes, in any order, some of them repeated, padded with spaces. Only is_ascii() and
-  // is_plain() are meaningful.
+  // A block of up to 15 bytes, padded with spaces.
   static ByteBlock of_few(const char* bytes, std::size_t size) noexcept {
     char few[kBytes];
-    if (size >= 8) {
-      std::memcpy(few, bytes, 8);
-      std::memcpy(few + 8, bytes + size - 8, 8);
-    } else {
-      std::memset(few, ' ', kBytes);
-      if (size >= 4) {
-        std::memcpy(few, bytes, 4);
-        std::memcpy(few + 4, bytes + size - 4, 4);
-      } else {
-        few[0] = bytes[0];
-        few[1] = bytes[size / 2];
-        few[2] = bytes[size - 1];
-      }
-    }
+    std::memset(few, ' ', kBytes);
+    std::memcpy(few, bytes, size);
     return ByteBlock(few);
   }
 

@@ -51,13 +51,7 @@ namespace detail {
 template <typename Item>
 class NEXT_STEPS_API Container {
  public:
-  using value_type = Item;                 ///< The type of an item.
-  using size_type = std::size_t;           ///< The type of size().
-  using difference_type = std::ptrdiff_t;  ///< The type of the difference of two iterators.
-  using reference = const Item&;           ///< Const: iterators only read.
-  using const_reference = const Item&;     ///< The same type as `reference`.
-  using iterator = const Item*;            ///< Const and contiguous.
-  using const_iterator = const Item*;      ///< The same type as `iterator`.
+  using value_type = Item;  ///< The type of an item. Iterators are pointers to const items.
 
   std::size_t size() const noexcept { return head_.size; }          ///< The number of items.
   bool empty() const noexcept { return size() == 0; }               ///< Whether there is no item.
@@ -65,13 +59,6 @@ class NEXT_STEPS_API Container {
   const Item* end() const noexcept { return items_ + head_.size; }  ///< One past the last item.
 
   void reserve(std::size_t capacity);  ///< Ensures memory for `capacity` items in total.
-  void clear() noexcept;               ///< Removes all items; keeps the memory.
-
-  /// Exchanges the items.
-  friend void swap(Container& a, Container& b) noexcept {
-    std::swap(a.head_, b.head_);
-    std::swap(a.items_, b.items_);
-  }
 
  protected:
   Container() noexcept = default;
@@ -79,12 +66,14 @@ class NEXT_STEPS_API Container {
   Container(Container&& other) noexcept
       : head_(std::exchange(other.head_, kEmpty)), items_(std::exchange(other.items_, nullptr)) {}
   Container& operator=(const Container& other) {
-    *this = Container(other);
+    Container copy(other);
+    *this = std::move(copy);
     return *this;
   }
   Container& operator=(Container&& other) noexcept {
     Container taken(std::move(other));
-    swap(*this, taken);
+    std::swap(head_, taken.head_);
+    std::swap(items_, taken.items_);
     return *this;
   }
   ~Container() {
@@ -133,9 +122,6 @@ class NEXT_STEPS_API JsonList : public detail::Container<JsonValue> {
   const JsonValue* item(std::size_t position) const& noexcept;
   JsonValue* item(std::size_t position) & noexcept;  ///< The same.
   const JsonValue* item(std::size_t position) const&& = delete;
-
-  const JsonValue& back() const& noexcept;  ///< The last item. The list must not be empty.
-  const JsonValue& back() const&& = delete;
 
   void push_back(JsonValue item);             ///< Appends `item`. Amortised constant time.
   void truncate(std::size_t count) noexcept;  ///< Removes all items after the first `count`.
@@ -267,8 +253,6 @@ class NEXT_STEPS_API JsonValue {
   JsonValue& operator=(JsonValue other) noexcept;  ///< Copies, or moves from an rvalue.
   ~JsonValue();  ///< Allocates nothing; the stack use does not depend on depth.
 
-  friend void swap(JsonValue& a, JsonValue& b) noexcept { a.swap_with(b); }  ///< Exchanges the two values.
-
   Kind kind() const noexcept;                                           ///< The kind of the value.
   bool is_null() const noexcept { return tag() == detail::Tag::null; }  ///< Whether the value is null.
 
@@ -368,7 +352,6 @@ class NEXT_STEPS_API JsonValue {
   void take_bits(const JsonValue& other) noexcept {
     std::memcpy(static_cast<void*>(this), static_cast<const void*>(&other), sizeof(JsonValue));
   }
-  void swap_with(JsonValue& other) noexcept;
   template <typename Value, typename Visit>
   static void visit_owner(Value& value, Visit visit);
   void copy_from(const JsonValue& other);
@@ -407,9 +390,6 @@ static_assert(sizeof(JsonValue) == 16);
 struct NEXT_STEPS_API JsonField {
   Text key;         ///< Unique in its object.
   JsonValue value;  ///< May be null.
-
-  /// Writes the field as in the compact text of its object.
-  friend NEXT_STEPS_API std::ostream& operator<<(std::ostream& out, const JsonField& field);
 };
 
 /// A field in the initializer list of an object.

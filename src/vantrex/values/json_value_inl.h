@@ -1,7 +1,6 @@
 // The inline definitions of json_value.h, which includes this file.
 #pragma once
 
-#include <cassert>
 #include <tuple>
 #include <utility>
 
@@ -56,10 +55,6 @@ const JsonValue& JsonList::operator[](Position position) const& noexcept {
   return detail::value_or_absent(
       std::in_range<std::size_t>(position) ? item(static_cast<std::size_t>(position)) : nullptr);
 }
-inline const JsonValue& JsonList::back() const& noexcept {
-  assert(!empty());
-  return items_[head_.size - 1];
-}
 
 template <detail::StringKeyedMap Map>
 JsonObject::JsonObject(Map&& map) {
@@ -89,17 +84,13 @@ inline JsonValue::JsonValue(JsonValue&& other) noexcept {
   other.plain_.tag = detail::Tag::null;
 }
 inline JsonValue& JsonValue::operator=(JsonValue other) noexcept {
-  swap_with(other);
+  const JsonValue former(std::move(*this));
+  take_bits(other);
+  other.plain_.tag = detail::Tag::null;
   return *this;
 }
 inline JsonValue::~JsonValue() {
   if (detail::may_own(tag())) dispose();
-}
-inline void JsonValue::swap_with(JsonValue& other) noexcept {
-  JsonValue held(std::move(other));
-  other.take_bits(*this);  // NOLINT(bugprone-use-after-move): replaces its bytes
-  take_bits(held);
-  held.plain_.tag = detail::Tag::null;
 }
 
 inline const JsonValue& JsonValue::operator[](StringArgument key) const& noexcept {

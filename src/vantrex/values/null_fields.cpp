@@ -11,9 +11,7 @@ namespace {
 
 using detail::ValueAccess;
 
-// Removes the null fields. Returns whether a value of the others is a list or an object.
-bool drop_from(JsonObject& object) {
-  bool has_containers = false;
+void drop_from(JsonObject& object) {
   JsonField* const fields = ValueAccess::items(object);
   JsonField* kept = fields;
   for (JsonField* field = fields; field != fields + object.size(); ++field) {
@@ -21,7 +19,6 @@ bool drop_from(JsonObject& object) {
       field->key.~Text();
       continue;
     }
-    has_containers |= field->value.list() != nullptr || field->value.object() != nullptr;
     if (kept != field) std::memcpy(static_cast<void*>(kept), static_cast<const void*>(field), sizeof *field);
     ++kept;
   }
@@ -29,7 +26,6 @@ bool drop_from(JsonObject& object) {
     ValueAccess::size(object) = static_cast<std::uint32_t>(kept - fields);
     detail::rebuild_index(fields, object.size());
   }
-  return has_containers;
 }
 
 }  // namespace

@@ -39,8 +39,6 @@ class NEXT_STEPS_API InvalidUtf8 : public std::invalid_argument {
 
 namespace detail {
 
-struct ValueAccess;
-
 /// A string of any type: converts to std::string_view. A null pointer constant does not.
 template <typename T>
 concept StringLike = std::convertible_to<const T&, std::string_view> && !std::same_as<T, std::nullptr_t>;
@@ -121,16 +119,13 @@ class NEXT_STEPS_API Text {
   Text(Text&& other) noexcept : bits_(std::exchange(other.bits_, detail::kEmptyText)) {}
   /// Copies, or moves from an rvalue.
   Text& operator=(Text other) noexcept {
-    swap(*this, other);
+    std::swap(bits_, other.bits_);
     return *this;
   }
   /// Frees shared characters with their last copy.
   ~Text() {
     if (is_shared()) release(bits_);
   }
-
-  /// Exchanges the two texts.
-  friend void swap(Text& a, Text& b) noexcept { std::swap(a.bits_, b.bits_); }
 
   /// The bytes. Valid until this object is assigned to or destroyed.
   std::string_view view() const& noexcept { return bits_.view(); }
@@ -160,17 +155,11 @@ class NEXT_STEPS_API Text {
   friend bool operator==(const Text& a, const T& b) {
     return a.view() == detail::view_of(b);
   }
-  /// The same.
-  template <detail::StringLike T>
-  friend std::strong_ordering operator<=>(const Text& a, const T& b) {
-    return a.view() <=> detail::view_of(b);
-  }
 
   /// Writes the bytes, without quotes.
   friend NEXT_STEPS_API std::ostream& operator<<(std::ostream& out, const Text& text);
 
  private:
-  friend struct detail::ValueAccess;
   friend class Integer;
   friend class TextArgument;
 
@@ -255,13 +244,3 @@ class NEXT_STEPS_API TextArgument {
 };
 
 }  // namespace vantrex::values
-
-/// @cond
-// Hashes the bytes, as for a std::string_view. Doxygen does not find the scope of this specialization.
-template <>
-struct std::hash<vantrex::values::Text> {
-  std::size_t operator()(const vantrex::values::Text& text) const noexcept {
-    return std::hash<std::string_view>()(text.view());
-  }
-};
-/// @endcond

@@ -40,46 +40,37 @@ constexpr Utf8Prefix utf8_prefix(std::string_view bytes) noexcept {
 
 namespace detail {
 
-inline constexpr std::size_t kShortEscapeGain = 1;    ///< Two characters instead of one.
-inline constexpr std::size_t kUnicodeEscapeGain = 5;  ///< Six characters instead of one.
+/// The longest text of one byte inside a JSON string, in bytes.
+inline constexpr std::size_t kMaxEscapeBytes = 6;
 
-/// The letter of the two-character escape of `byte`, or 0 when it has none.
-constexpr char short_escape(unsigned char byte) noexcept {
-  switch (byte) {
-    case '"':
-      return '"';
-    case '\\':
-      return '\\';
-    case '\b':
-      return 'b';
-    case '\f':
-      return 'f';
-    case '\n':
-      return 'n';
-    case '\r':
-      return 'r';
-    case '\t':
-      return 't';
-    default:
-      return 0;
-  }
-}
-
+/// The text of one byte inside a JSON string.
+struct Escape {
+  char bytes[kMaxEscapeBytes + 1];
+  std::uint8_t size;
+};
 // Indexed by the byte.
-inline constexpr std::array<std::uint8_t, 256> kEscapeGains = [] {
-  std::array<std::uint8_t, 256> gains{};
-  for (std::size_t byte = 0; byte < gains.size(); ++byte) {
-    gains[byte] = short_escape(static_cast<unsigned char>(byte)) != 0 ? kShortEscapeGain
-                  : byte < 0x20                                       ? kUnicodeEscapeGain
-                                                                      : 0;
+inline constexpr std::array<Escape, 256> kEscapes = [] {
+  constexpr std::string_view kShort = "\"\\\b\f\n\r\t";
+  constexpr std::string_view kLetters = "\"\\bfnrt";  // of the two-character escapes of these
+  constexpr std::string_view kHexDigits = "0123456789abcdef";
+  std::array<Escape, 256> escapes{};
+  for (std::size_t value = 0; value < escapes.size(); ++value) {
+    const char byte = static_cast<char>(value);
+    if (const std::size_t place = kShort.find(byte); place != std::string_view::npos) {
+      escapes[value] = {{'\\', kLetters[place]}, 2};
+    } else if (value < 0x20) {
+      escapes[value] = {{'\\', 'u', '0', '0', kHexDigits[value >> 4], kHexDigits[value & 15]},
+                        kMaxEscapeBytes};
+    } else {
+      escapes[value] = {{byte}, 1};
+    }
   }
-  return gains;
+  return escapes;
 }();
 
-/// The bytes that escaping adds to `byte`; 0 when it is not escaped. The scan of a new text and the writer
-/// both use it, so measured and written sizes agree.
+/// The bytes that escaping adds to `byte`; 0 when it is not escaped.
 constexpr std::size_t escape_gain(char byte) noexcept {
-  return kEscapeGains[static_cast<unsigned char>(byte)];
+  return kEscapes[static_cast<unsigned char>(byte)].size - std::size_t{1};
 }
 
 /// The layout of the 16 bytes of a Text or a JsonValue. may_own(), is_text() and JsonValue::kind() depend

@@ -162,7 +162,6 @@ std::string canonical_text(JsonValue value) {
     std::sort(fields, fields + object.size(),
               [](const JsonField& a, const JsonField& b) { return a.key < b.key; });
     detail::rebuild_index(fields, object.size());
-    return true;
   });
   return compact_text(value);
 }
@@ -185,9 +184,6 @@ std::ostream& operator<<(std::ostream& out, const JsonList& list) {
 }
 std::ostream& operator<<(std::ostream& out, const JsonObject& object) {
   return out << compact_text(object);
-}
-std::ostream& operator<<(std::ostream& out, const JsonField& field) {
-  return out << compact_text(field.key) << ':' << field.value;
 }
 std::ostream& operator<<(std::ostream& out, const Text& text) {
   return out << text.view();

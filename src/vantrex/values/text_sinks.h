@@ -14,7 +14,7 @@
 
 #include "vantrex/values/byte_block.h"
 #include "vantrex/values/number_text.h"
-#include "vantrex/values/value_access.h"
+#include "vantrex/values/text.h"
 
 namespace vantrex::values::detail {
 
@@ -40,29 +40,6 @@ class CountingSink {
  private:
   std::size_t size_ = 0;
 };
-
-// The text of one byte inside a JSON string.
-struct Escape {
-  char bytes[7];
-  std::uint8_t size;
-};
-inline constexpr std::array<Escape, 256> kEscapes = [] {
-  constexpr std::string_view kHexDigits = "0123456789abcdef";
-  std::array<Escape, 256> escapes{};
-  for (std::size_t value = 0; value < escapes.size(); ++value) {
-    const char byte = static_cast<char>(value);
-    const std::size_t gain = escape_gain(byte);
-    Escape& escape = escapes[value];
-    if (gain == 0) {
-      escape = {{byte}, 1};
-    } else if (gain == kShortEscapeGain) {
-      escape = {{'\\', short_escape(static_cast<unsigned char>(byte))}, 2};
-    } else {
-      escape = {{'\\', 'u', '0', '0', kHexDigits[value >> 4], kHexDigits[value & 15]}, 6};
-    }
-  }
-  return escapes;
-}();
 
 // The memory of a text during writing: a buffer on the stack, and a string for what no longer fits there.
 class TextMemory {
@@ -112,18 +89,11 @@ class MemorySink {
   void put_integer(std::int64_t value) noexcept { out_ = write_integer(value, out_); }
   void put_float(double value) noexcept { out_ = write_float(value, out_); }
   void put_string(const Text& text) {
-    const TextBits& bits = ValueAccess::bits(text);
-    if (!has_room(bits.size() + text.escape_gain())) [[unlikely]]
-      return put_long(bits.view());
+    const std::string_view bytes = text.view();
+    if (!has_room(bytes.size() + text.escape_gain())) [[unlikely]]
+      return put_long(bytes);
     put('"');
-    if (bits.escape_gain() != 0) {
-      put_escaped(bits.view());
-    } else if (bits.is_inline()) {
-      std::memcpy(out_, bits.in.characters, kInlineCapacity);
-      out_ += bits.size();
-    } else {
-      put(bits.view());
-    }
+    text.escape_gain() == 0 ? put(bytes) : put_escaped(bytes);
     put('"');
   }
   void replace_last(char byte) noexcept { out_[-1] = byte; }
@@ -152,7 +122,7 @@ class MemorySink {
   [[gnu::noinline]] void put_pieces(std::string_view bytes) {
     constexpr std::size_t kPieceBytes = 1024;
     while (!bytes.empty()) {
-      if (!has_room(kPieceBytes * (1 + kUnicodeEscapeGain))) out_ = memory_->flush(out_);
+      if (!has_room(kPieceBytes * kMaxEscapeBytes)) out_ = memory_->flush(out_);
       put_escaped(bytes.substr(0, kPieceBytes));
       bytes.remove_prefix(std::min(bytes.size(), kPieceBytes));
     }

@@ -9,6 +9,23 @@ using values::JsonList;
 using values::JsonObject;
 using values::JsonValue;
 
+namespace {
+
+// Compares the keys of fields that may be or hold a list only: most fields of an answer cannot.
+std::vector<const JsonList*> hit_lists_in(const JsonObject& answer, const Tables& tables) {
+  std::vector<const JsonList*> lists(tables.hit_lists.size());
+  for (const auto& [key, value] : answer) {
+    if (value.list() == nullptr && value.object() == nullptr) continue;
+    for (std::size_t place = 0; place < lists.size(); ++place) {
+      const KeyPath path = tables.hit_lists[place];
+      if (path.front() == key.view()) lists[place] = value_at(value, path.subspan(1)).list();
+    }
+  }
+  return lists;
+}
+
+}  // namespace
+
 std::optional<Integer> stated_integer(const JsonValue& value) noexcept {
   if (const auto boolean = value.boolean()) return Integer(*boolean ? 1 : 0);
   return value.integer();
@@ -17,26 +34,9 @@ std::optional<Integer> stated_integer(const JsonValue& value) noexcept {
 AnswerView::AnswerView(const JsonObject& answer, const JsonObject* request_arguments, const Tables& tables)
     : response(answer),
       arguments(request_arguments == nullptr ? kNoFields : *request_arguments),
-      tables_(tables) {
-  const std::size_t count = tables.hit_lists.size();
-  if (count > few_lists_.size()) many_lists_.resize(count);
-  hit_lists_ = {count > few_lists_.size() ? many_lists_.data() : few_lists_.data(), count};
-  find_hit_lists();
-  hit_count_ = _hit_count();
-}
-
-void AnswerView::find_hit_lists() noexcept {
-  const std::span<const KeyPath> paths = tables_.hit_lists;
-  const bool nested = tables_.has_nested_hits;
-  for (const auto& [key, value] : response) {
-    if (value.list() == nullptr && !(nested && value.object() != nullptr)) continue;
-    const std::string_view name = key.view();
-    for (std::size_t place = 0; place < paths.size(); ++place) {
-      const KeyPath path = paths[place];
-      if (path.front() == name) hit_lists_[place] = value_at(value, path.subspan(1)).list();
-    }
-  }
-}
+      tables_(tables),
+      hit_lists_(hit_lists_in(answer, tables)),
+      hit_count_(_hit_count()) {}
 
 std::optional<Integer> AnswerView::_hit_count() const {
   for (const KeyPath path : tables_.counts) {

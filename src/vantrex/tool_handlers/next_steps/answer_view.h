@@ -32,9 +32,6 @@ class AnswerView {
   // Null `request_arguments` count as an empty object. `tables` must outlive the view.
   AnswerView(const values::JsonObject& answer, const values::JsonObject* request_arguments,
              const Tables& tables = module_tables());
-  AnswerView(const AnswerView&) = delete;
-  AnswerView& operator=(const AnswerView&) = delete;
-  ~AnswerView() = default;
 
   const values::JsonObject& response;
   const values::JsonObject& arguments;
@@ -53,13 +50,10 @@ class AnswerView {
   const values::JsonValue& requested_or_answered(std::string_view key) const noexcept;
 
  private:
-  void find_hit_lists() noexcept;
   std::optional<values::Integer> _hit_count() const;
 
   const Tables& tables_;
-  std::array<const values::JsonList*, _HIT_LISTS.size()> few_lists_{};
-  std::vector<const values::JsonList*> many_lists_;  // used for more hit lists than the module has
-  std::span<const values::JsonList*> hit_lists_;
+  std::vector<const values::JsonList*> hit_lists_;
   std::optional<values::Integer> hit_count_;
 };
 

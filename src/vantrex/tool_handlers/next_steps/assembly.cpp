@@ -33,28 +33,40 @@ bool make_same_call(const JsonValue& a, const JsonValue& b) {
          canonical_text(args_of_a) == canonical_text(args_of_b);
 }
 
-// Decides on each step with `decide(position, kept)`, where the first `kept` steps are those that were kept
-// before. Removes the others. `decisions` is as for _deduplicated.
-template <typename Decide>
-void filter(JsonList& steps, Decisions* decisions, Decide decide) {
+void drop_unserved(const JsonList& steps, const ServedTools* serves, Decisions& decisions) {
+  for (std::size_t place = 0; place < steps.size(); ++place) {
+    if (!is_served(steps[place], serves)) decisions[place].verdict = Verdict::not_served;
+  }
+}
+
+// Drops repeated calls, and all steps after the first `max` of the others. Takes time linear in the steps,
+// times `max`.
+void drop_repeats(const JsonList& steps, std::size_t max, Decisions& decisions) {
+  std::vector<std::size_t> kept;
+  kept.reserve(max);
+  for (std::size_t place = 0; place < steps.size(); ++place) {
+    if (decisions[place].verdict != Verdict::kept) continue;
+    const auto same = std::find_if(kept.begin(), kept.end(), [&](std::size_t earlier) {
+      return make_same_call(steps[earlier], steps[place]);
+    });
+    if (same != kept.end()) {
+      decisions[place] = {Verdict::repeat, *same};
+    } else if (kept.size() == max) {
+      decisions[place].verdict = Verdict::over_cap;
+    } else {
+      kept.push_back(place);
+    }
+  }
+}
+
+void remove_dropped(JsonList& steps, const Decisions& decisions) {
   std::size_t kept = 0;
-  std::size_t place = 0;  // in `decisions`
-  for (std::size_t position = 0; position < steps.size(); ++position, ++place) {
-    while (decisions != nullptr && (*decisions)[place].verdict != Verdict::kept) ++place;
-    const Decision decision = decide(position, kept);
-    if (decisions != nullptr) (*decisions)[place] = decision;
-    if (decision.verdict != Verdict::kept) continue;
-    if (kept < position) *steps.item(kept) = std::move(*steps.item(position));
+  for (std::size_t place = 0; place < steps.size(); ++place) {
+    if (decisions[place].verdict != Verdict::kept) continue;
+    if (kept < place) *steps.item(kept) = std::move(*steps.item(place));
     ++kept;
   }
   steps.truncate(kept);
-}
-
-void drop_unserved(JsonList& steps, const ServedTools* serves, Decisions* decisions) {
-  if (serves == nullptr) return;
-  filter(steps, decisions, [&](std::size_t position, std::size_t /*kept*/) -> Decision {
-    return {is_served(std::as_const(steps)[position], serves) ? Verdict::kept : Verdict::not_served};
-  });
 }
 
 // The number of signals that are served.
@@ -62,15 +74,6 @@ std::size_t served_signals(const Candidates& candidates, const ServedTools* serv
   const JsonValue* first = candidates.steps.begin();
   return static_cast<std::size_t>(std::count_if(
       first, first + candidates.signals, [&](const JsonValue& step) { return is_served(step, serves); }));
-}
-
-// The place in `decisions` of the kept step at `position`; 0 for null.
-std::size_t place_of(std::size_t position, const Decisions* decisions) noexcept {
-  std::size_t place = 0;
-  for (; decisions != nullptr; ++place) {
-    if ((*decisions)[place].verdict == Verdict::kept && position-- == 0) break;
-  }
-  return place;
 }
 
 // Whether `response` is the answer to a miss, and it is known what the server has.
@@ -89,15 +92,10 @@ JsonList take_own_steps(JsonObject& response) {
 
 }  // namespace
 
-JsonList _deduplicated(JsonList steps, std::size_t max, Decisions* decisions) {
-  filter(steps, decisions, [&](std::size_t position, std::size_t kept) -> Decision {
-    const JsonValue* first = steps.begin();
-    const JsonValue* same = std::find_if(first, first + kept, [&](const JsonValue& earlier) {
-      return make_same_call(earlier, first[position]);
-    });
-    if (same == first + kept) return {kept < max ? Verdict::kept : Verdict::over_cap};
-    return {Verdict::repeat, place_of(static_cast<std::size_t>(same - first), decisions)};
-  });
+JsonList _deduplicated(JsonList steps) {
+  Decisions decisions(steps.size());
+  drop_repeats(steps, steps.size(), decisions);
+  remove_dropped(steps, decisions);
   return steps;
 }
 
@@ -111,13 +109,14 @@ bool is_served(const JsonValue& step, const ServedTools* serves) noexcept {
          serves->contains(step["tool"].string().value_or(""), step["args"]["action"].string());
 }
 
-Choice choose_steps(Candidates candidates, const ServedTools* serves, Decisions* decisions) {
-  if (decisions != nullptr) decisions->resize(candidates.steps.size());
+Choice choose_steps(Candidates candidates, const ServedTools* serves) {
   const Keep keep{std::clamp(served_signals(candidates, serves), std::size_t{1}, MAX_STEPS)};
-  JsonList steps = std::move(candidates.steps);
+  JsonList& steps = candidates.steps;
+  Decisions decisions(steps.size());
   if (candidates.giver != Giver::tool) drop_unserved(steps, serves, decisions);
-  if (candidates.giver == Giver::tables) steps = _deduplicated(std::move(steps), MAX_STEPS, decisions);
-  return {std::move(steps), keep};
+  if (candidates.giver == Giver::tables) drop_repeats(steps, MAX_STEPS, decisions);
+  remove_dropped(steps, decisions);
+  return {std::move(steps), keep, std::move(decisions)};
 }
 
 void prepare(JsonObject& response, JsonValue freshness) {

@@ -8,7 +8,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <limits>
 #include <optional>
 #include <string_view>
 #include <vector>
@@ -20,16 +19,12 @@
 
 namespace vantrex::tool_handlers::next_steps {
 
-// The decision on each step of a list.
+// The decision on each candidate step.
 using Decisions = std::vector<Decision>;
 
-// The first `max` of `steps`, made by step(), without repeated calls. Of the steps with the same tool and the
-// same arguments, in any order of fields, the first stays. `decisions` may be null, or has an entry for each
-// step that was a candidate; of these, the kept ones are the steps of the list. Takes time linear in the
-// steps, times `max`. Throws std::bad_alloc.
-values::JsonList _deduplicated(values::JsonList steps,
-                               std::size_t max = std::numeric_limits<std::size_t>::max(),
-                               Decisions* decisions = nullptr);
+// `steps`, made by step(), without repeated calls. Of the steps with the same tool and the same arguments, in
+// any order of fields, the first stays. Throws std::bad_alloc.
+values::JsonList _deduplicated(values::JsonList steps);
 
 // Whether the server has the call. A null `serves` has every call.
 bool is_served(std::string_view tool, std::optional<std::string_view> action,
@@ -47,16 +42,17 @@ struct Candidates {
   Giver giver = Giver::tables;
 };
 
-// The steps of an answer before the budget applies, and how many of them always stay.
+// The steps of an answer before the budget applies, how many of them always stay, and the decision on each
+// candidate.
 struct Choice {
   values::JsonList steps;
   Keep keep;
+  Decisions decisions;
 };
 
 // Chooses from the candidates. Drops those that `serves` does not contain and, of those from the tables,
-// repeats and what is over MAX_STEPS. Adds a decision on each to `decisions`, which is empty or null. Throws
-// std::bad_alloc.
-Choice choose_steps(Candidates candidates, const ServedTools* serves, Decisions* decisions = nullptr);
+// repeats and what is over MAX_STEPS. Throws std::bad_alloc.
+Choice choose_steps(Candidates candidates, const ServedTools* serves);
 
 // Prepares `response` for the choice of its steps: drops its null fields and adds the freshness block. Throws
 // std::bad_alloc; `response` may then be changed in part.

@@ -51,16 +51,10 @@ JsonObject module_json() {
 
 }  // namespace
 
-Catalogue::Catalogue(const Catalogue& other) noexcept : own_(other.own_) {
-  if (own_ != nullptr) own_->retain();
-}
-
-Catalogue::~Catalogue() {
-  if (own_ != nullptr) own_->release();
-}
-
 Catalogue Catalogue::from_json(JsonObject json) {
-  return Catalogue(new OwnTables(std::move(json)));
+  Catalogue catalogue;
+  catalogue.own_ = std::make_shared<const OwnTables>(std::move(json));
+  return catalogue;
 }
 
 JsonObject Catalogue::to_json() const {

@@ -86,8 +86,7 @@ Explanation explain_answer(JsonObject answer, std::string_view tool_name, Finish
   Explanation explained;
   append_remarks(explained.remarks, answer["next_steps"], options.serves);
   const Candidates candidates = candidate_steps(answer, tool_name, options);
-  Decisions decisions;
-  Choice choice = choose_steps(candidates, options.serves, &decisions);
+  Choice choice = choose_steps(candidates, options.serves);
   if (candidates.giver == Giver::tables) {
     explain_tables(explained, AnswerView(answer, options.arguments, tables_of(options.catalogue)), tool_name,
                    options);
@@ -100,7 +99,7 @@ Explanation explain_answer(JsonObject answer, std::string_view tool_name, Finish
   explained.hint_bytes = bytes.hints;
   list_hint_fields(explained, answer);
   const JsonList kept = _within_share(answer, std::move(choice.steps), choice.keep);
-  explained.candidates = measured_steps(candidates, decisions, kept.size(), explained.rows, bytes);
+  explained.candidates = measured_steps(candidates, choice.decisions, kept.size(), explained.rows, bytes);
   std::size_t kept_bytes = 0;
   for (const JsonValue& step : kept) kept_bytes += _encoded_size(step);
   explained.step_bytes = added_bytes(kept_bytes, kept.size());

@@ -3,6 +3,7 @@
 #include <set>
 #include <utility>
 #include <variant>
+#include <vector>
 
 #include "vantrex/models/symbol.h"
 #include "vantrex/tool_handlers/next_steps/assembly.h"

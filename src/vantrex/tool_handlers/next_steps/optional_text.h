@@ -4,11 +4,11 @@
 // absent. It owns its text, which may be any bytes.
 #pragma once
 
-#include <concepts>
 #include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <type_traits>
 #include <utility>
 
 #include "vantrex/values/text.h"
@@ -25,18 +25,13 @@ class OptionalText {
   OptionalText(std::nullptr_t) noexcept {}
   /// Absent.
   OptionalText(std::nullopt_t /*absent*/) noexcept {}
-  /// A copy of `text`; "" is a text, too.
-  OptionalText(std::string_view text) : text_(text) {}
-  /// The text itself.
-  OptionalText(std::string text) noexcept : text_(std::move(text)) {}
-  /// A copy of the characters before the first NUL, or of all.
-  template <std::size_t kSize>
-  OptionalText(const char (&characters)[kSize]) : text_(values::detail::view_of(characters)) {}
-  /// A copy of `text`; absent for a null pointer.
-  template <typename Pointer>
-  requires std::same_as<Pointer, const char*> || std::same_as<Pointer, char*> OptionalText(
-      const Pointer& text) {
-    if (text != nullptr) text_ = text;
+  /// A copy of any string; absent for a null pointer. "" is a text, too.
+  template <values::detail::StringLike T>
+  OptionalText(const T& text) {
+    if constexpr (std::is_pointer_v<T>) {
+      if (text == nullptr) return;
+    }
+    text_ = values::detail::view_of(text);
   }
   /// The text itself; absent for an empty optional.
   OptionalText(std::optional<std::string> text) noexcept : text_(std::move(text)) {}

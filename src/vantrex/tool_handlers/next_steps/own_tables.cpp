@@ -117,8 +117,6 @@ class Reader {
     root.allow({"hit_lists", "counts", "arguments", "next_steps", "signals", "misses"});
     Tables tables{.hit_lists = module_tables().hit_lists, .counts = module_tables().counts};
     if (const auto lists = root.member("hit_lists")) tables.hit_lists = key_paths(*lists);
-    tables.has_nested_hits = std::any_of(tables.hit_lists.begin(), tables.hit_lists.end(),
-                                         [](KeyPath path) { return path.size() > 1; });
     if (const auto counts = root.member("counts")) tables.counts = key_paths(*counts);
     if (const auto kinds = root.member("arguments")) own_kinds(*kinds);
     if (const auto usual = root.member("next_steps")) tables.usual = usual_rows(*usual);

@@ -37,7 +37,8 @@ inline RowKey split_key(std::string_view key) noexcept {
 // Clang 14 does not link a default member that is a literal.
 inline constexpr values::TextLiteral kNoText = "";
 
-// Where the value of an argument comes from. The first five are those of Takes.
+// Where the value of an argument comes from. Up to changed_files, the kinds and their numbers are those of
+// Takes: one is cast to the other.
 enum class ArgumentKind : std::uint8_t {
   fqn,
   path,
@@ -152,7 +153,6 @@ struct MissCalls {
 struct Tables {
   std::span<const KeyPath> hit_lists;  // the answer fields that hold hits, in the order of the search
   std::span<const KeyPath> counts;     // the fields that state the number of hits
-  bool has_nested_hits = false;        // whether a hit list lies in a nested object
   std::span<const UsualRow> usual = {};
   std::span<const SignalRow> signals = {};
   MissCalls symbol_miss = {};

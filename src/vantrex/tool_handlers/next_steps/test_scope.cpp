@@ -1,8 +1,7 @@
 #include "vantrex/tool_handlers/next_steps/test_scope.h"
 
-#include <algorithm>
 #include <cstddef>
-#include <numeric>
+#include <set>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -29,22 +28,14 @@ bool append_listed(Paths& found, const JsonList& items) {
   return found.size() > size;
 }
 
-// The paths that equal no earlier one, in their order. Sorts instead of hashing: untrusted texts with equal
-// hashes can be prepared.
+// The paths that equal no earlier one, in their order. The set is sorted, not hashed: untrusted texts with
+// equal hashes can be prepared.
 JsonList without_repeats(const Paths& paths) {
-  const auto text_at = [&](std::size_t position) { return *paths[position]->string(); };
-  std::vector<std::size_t> order(paths.size());
-  std::iota(order.begin(), order.end(), std::size_t{0});
-  std::sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) {
-    const auto compared = text_at(a) <=> text_at(b);
-    return compared == 0 ? a < b : compared < 0;
-  });
-  const auto equal = [&](std::size_t a, std::size_t b) { return text_at(a) == text_at(b); };
-  order.erase(std::unique(order.begin(), order.end(), equal), order.end());
-  std::sort(order.begin(), order.end());
+  std::set<std::string_view> seen;
   JsonList files;
-  files.reserve(order.size());
-  for (const std::size_t position : order) files.push_back(*paths[position]);
+  for (const JsonValue* path : paths) {
+    if (seen.insert(*path->string()).second) files.push_back(*path);
+  }
   return files;
 }
 
