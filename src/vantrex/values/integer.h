@@ -20,12 +20,6 @@
 
 namespace vantrex::values {
 
-namespace detail {
-
-struct ValueAccess;
-
-}  // namespace detail
-
 /// An integer type of at most 64 bits, but not `bool` or a character type.
 template <typename T>
 concept CountingInteger = std::integral<T> && sizeof(T) <= sizeof(std::int64_t) && !std::same_as<T, bool> &&

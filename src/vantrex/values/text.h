@@ -39,6 +39,8 @@ class NEXT_STEPS_API InvalidUtf8 : public std::invalid_argument {
 
 namespace detail {
 
+struct ValueAccess;
+
 /// A string of any type: converts to std::string_view. A null pointer constant does not.
 template <typename T>
 concept StringLike = std::convertible_to<const T&, std::string_view> && !std::same_as<T, std::nullptr_t>;
@@ -160,6 +162,7 @@ class NEXT_STEPS_API Text {
   friend NEXT_STEPS_API std::ostream& operator<<(std::ostream& out, const Text& text);
 
  private:
+  friend struct detail::ValueAccess;
   friend class Integer;
   friend class TextArgument;
 

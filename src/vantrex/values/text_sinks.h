@@ -14,7 +14,7 @@
 
 #include "vantrex/values/byte_block.h"
 #include "vantrex/values/number_text.h"
-#include "vantrex/values/text.h"
+#include "vantrex/values/value_access.h"
 
 namespace vantrex::values::detail {
 
@@ -89,11 +89,18 @@ class MemorySink {
   void put_integer(std::int64_t value) noexcept { out_ = write_integer(value, out_); }
   void put_float(double value) noexcept { out_ = write_float(value, out_); }
   void put_string(const Text& text) {
-    const std::string_view bytes = text.view();
-    if (!has_room(bytes.size() + text.escape_gain())) [[unlikely]]
-      return put_long(bytes);
+    const TextBits& bits = ValueAccess::bits(text);
+    if (!has_room(bits.size() + text.escape_gain())) [[unlikely]]
+      return put_long(bits.view());
     put('"');
-    text.escape_gain() == 0 ? put(bytes) : put_escaped(bytes);
+    if (bits.escape_gain() != 0) {
+      put_escaped(bits.view());
+    } else if (bits.is_inline()) {
+      std::memcpy(out_, bits.in.characters, kInlineCapacity);
+      out_ += bits.size();
+    } else {
+      put(bits.view());
+    }
     put('"');
   }
   void replace_last(char byte) noexcept { out_[-1] = byte; }

@@ -12,6 +12,7 @@ namespace vantrex::values::detail {
 
 struct ValueAccess {
   static Tag tag(const JsonValue& value) noexcept { return value.tag(); }
+  static const TextBits& bits(const Text& text) noexcept { return text.bits_; }
 
   // The items of a container, null when it has no block, and their number.
   template <typename Item>
