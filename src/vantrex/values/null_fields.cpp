@@ -11,7 +11,9 @@ namespace {
 
 using detail::ValueAccess;
 
-void drop_from(JsonObject& object) {
+// Removes the null fields. Returns whether a value of the others is a list or an object.
+bool drop_from(JsonObject& object) {
+  bool has_containers = false;
   JsonField* const fields = ValueAccess::items(object);
   JsonField* kept = fields;
   for (JsonField* field = fields; field != fields + object.size(); ++field) {
@@ -19,6 +21,7 @@ void drop_from(JsonObject& object) {
       field->key.~Text();
       continue;
     }
+    has_containers |= field->value.list() != nullptr || field->value.object() != nullptr;
     if (kept != field) std::memcpy(static_cast<void*>(kept), static_cast<const void*>(field), sizeof *field);
     ++kept;
   }
@@ -26,6 +29,7 @@ void drop_from(JsonObject& object) {
     ValueAccess::size(object) = static_cast<std::uint32_t>(kept - fields);
     detail::rebuild_index(fields, object.size());
   }
+  return has_containers;
 }
 
 }  // namespace

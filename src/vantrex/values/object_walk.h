@@ -9,13 +9,12 @@
 namespace vantrex::values::detail {
 
 // Calls `visit` with each object in `root`, a JsonValue or a JsonObject, before the objects inside it.
-// `visit` may change the object.
+// `visit` may change the object. It returns whether the object has values to visit: false saves their walk.
 template <typename Root, typename Visit>
 void visit_objects(Root& root, Visit visit) {
   WalkStack<Values<JsonValue>> walk;
   const auto open_object = [&](JsonObject& object) {
-    visit(object);
-    walk.push(Values<JsonValue>(object));
+    if (visit(object)) walk.push(Values<JsonValue>(object));
   };
   const auto open = [&](JsonValue& value) {
     if (JsonObject* object = value.object()) {

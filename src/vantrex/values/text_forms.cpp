@@ -162,6 +162,7 @@ std::string canonical_text(JsonValue value) {
     std::sort(fields, fields + object.size(),
               [](const JsonField& a, const JsonField& b) { return a.key < b.key; });
     detail::rebuild_index(fields, object.size());
+    return true;
   });
   return compact_text(value);
 }
