@@ -132,8 +132,8 @@ TEST(Containers, CopiesAreIndependent) {
     copy = original;
     if (copy.list() != nullptr) *copy.list() = *original.list();
     JsonValue other = true;
-    std::swap(copy, other);
-    std::swap(copy, other);
+    swap(copy, other);
+    swap(copy, other);
     change_all(copy);
     ASSERT_EQ(json_text(original), before) << "seed " << seed;
     JsonValue parsed = tests::parse(before);  // shares nothing with `original`

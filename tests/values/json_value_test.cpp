@@ -118,7 +118,7 @@ TEST(JsonValue, MovesWhatIsMoved) {
   map.emplace("key", std::move(value));
   JsonObject a = {{"a", JsonValue(std::move(map))}};
   JsonObject b;
-  std::swap(a, b);
+  swap(a, b);
   EXPECT_TRUE(a.empty() && b["a"]["key"][0][0].list()->begin() == item);
 }
 

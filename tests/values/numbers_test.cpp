@@ -56,6 +56,10 @@ TEST(Integer, IsOrderedByValue) {
   for (const auto& a : ascending) {
     for (const auto& b : ascending)
       EXPECT_EQ(*Integer::parse(a) <=> *Integer::parse(b), &a <=> &b) << a << " " << b;
+    for (const std::uint64_t b : {std::uint64_t{0}, std::uint64_t{7}, ~std::uint64_t{0}}) {
+      EXPECT_EQ(*Integer::parse(a) <=> b, *Integer::parse(a) <=> Integer(b)) << a << " " << b;
+      EXPECT_EQ(b == *Integer::parse(a), *Integer::parse(a) == Integer(b)) << a << " " << b;
+    }
   }
 }
 

@@ -73,6 +73,17 @@ class NEXT_STEPS_API Integer {
   friend bool operator==(const Integer& a, const Integer& b) noexcept { return (a <=> b) == 0; }
   /// Compares the numbers.
   friend NEXT_STEPS_API std::strong_ordering operator<=>(const Integer& a, const Integer& b) noexcept;
+  /// Compares the numbers. Allocates nothing, whatever `b` is.
+  template <CountingInteger T>
+  friend bool operator==(const Integer& a, T b) noexcept {
+    return a.to<T>() == b;
+  }
+  /// The same.
+  template <CountingInteger T>
+  friend std::strong_ordering operator<=>(const Integer& a, T b) noexcept {
+    if (const std::optional<T> number = a.to<T>()) return *number <=> b;
+    return a.is_negative() ? std::strong_ordering::less : std::strong_ordering::greater;
+  }
 
   /// Writes the digits.
   friend NEXT_STEPS_API std::ostream& operator<<(std::ostream& out, const Integer& number);

@@ -60,6 +60,12 @@ class NEXT_STEPS_API Container {
 
   void reserve(std::size_t capacity);  ///< Ensures memory for `capacity` items in total.
 
+  /// Exchanges the items.
+  friend void swap(Container& a, Container& b) noexcept {
+    std::swap(a.head_, b.head_);
+    std::swap(a.items_, b.items_);
+  }
+
  protected:
   Container() noexcept = default;
   Container(const Container& other);
@@ -72,8 +78,7 @@ class NEXT_STEPS_API Container {
   }
   Container& operator=(Container&& other) noexcept {
     Container taken(std::move(other));
-    std::swap(head_, taken.head_);
-    std::swap(items_, taken.items_);
+    swap(*this, taken);
     return *this;
   }
   ~Container() {
@@ -253,6 +258,8 @@ class NEXT_STEPS_API JsonValue {
   JsonValue& operator=(JsonValue other) noexcept;  ///< Copies, or moves from an rvalue.
   ~JsonValue();  ///< Allocates nothing; the stack use does not depend on depth.
 
+  friend void swap(JsonValue& a, JsonValue& b) noexcept { a.swap_with(b); }  ///< Exchanges the two values.
+
   Kind kind() const noexcept;                                           ///< The kind of the value.
   bool is_null() const noexcept { return tag() == detail::Tag::null; }  ///< Whether the value is null.
 
@@ -352,6 +359,7 @@ class NEXT_STEPS_API JsonValue {
   void take_bits(const JsonValue& other) noexcept {
     std::memcpy(static_cast<void*>(this), static_cast<const void*>(&other), sizeof(JsonValue));
   }
+  void swap_with(JsonValue& other) noexcept;
   template <typename Value, typename Visit>
   static void visit_owner(Value& value, Visit visit);
   void copy_from(const JsonValue& other);

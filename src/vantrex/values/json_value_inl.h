@@ -84,13 +84,17 @@ inline JsonValue::JsonValue(JsonValue&& other) noexcept {
   other.plain_.tag = detail::Tag::null;
 }
 inline JsonValue& JsonValue::operator=(JsonValue other) noexcept {
-  const JsonValue former(std::move(*this));
-  take_bits(other);
-  other.plain_.tag = detail::Tag::null;
+  swap_with(other);
   return *this;
 }
 inline JsonValue::~JsonValue() {
   if (detail::may_own(tag())) dispose();
+}
+inline void JsonValue::swap_with(JsonValue& other) noexcept {
+  JsonValue held(std::move(other));
+  other.take_bits(*this);  // NOLINT(bugprone-use-after-move): replaces its bytes
+  take_bits(held);
+  held.plain_.tag = detail::Tag::null;
 }
 
 inline const JsonValue& JsonValue::operator[](StringArgument key) const& noexcept {

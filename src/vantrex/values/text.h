@@ -121,13 +121,16 @@ class NEXT_STEPS_API Text {
   Text(Text&& other) noexcept : bits_(std::exchange(other.bits_, detail::kEmptyText)) {}
   /// Copies, or moves from an rvalue.
   Text& operator=(Text other) noexcept {
-    std::swap(bits_, other.bits_);
+    swap(*this, other);
     return *this;
   }
   /// Frees shared characters with their last copy.
   ~Text() {
     if (is_shared()) release(bits_);
   }
+
+  /// Exchanges the two texts.
+  friend void swap(Text& a, Text& b) noexcept { std::swap(a.bits_, b.bits_); }
 
   /// The bytes. Valid until this object is assigned to or destroyed.
   std::string_view view() const& noexcept { return bits_.view(); }
