@@ -53,6 +53,8 @@ TEST(JsonObject, BehavesLikeAListOfPairs) {
       ASSERT_EQ(value, JsonValue(pair++->second)) << "seed " << seed;
       ASSERT_EQ(object.find(key.view()), &value);
     }
+    object.clear();
+    ASSERT_EQ(object, JsonObject());
   }
 }
 

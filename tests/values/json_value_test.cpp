@@ -10,6 +10,7 @@
 #include <string>
 #include <tuple>
 #include <type_traits>
+#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -120,6 +121,8 @@ TEST(JsonValue, MovesWhatIsMoved) {
   JsonObject b;
   swap(a, b);
   EXPECT_TRUE(a.empty() && b["a"]["key"][0][0].list()->begin() == item);
+  std::unordered_set<Text> texts = {"a text of more than 14 bytes", "short"};
+  EXPECT_TRUE(texts.contains(TextLiteral("a text of more than 14 bytes")) && !texts.contains(""));
 }
 
 // Compares each of `values` with `other`, and with the value of `other`.

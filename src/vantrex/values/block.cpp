@@ -134,6 +134,12 @@ void Container<Item>::make_room() {
 }
 
 template <typename Item>
+void Container<Item>::clear() noexcept {
+  while (!empty()) items_[--head_.size].~Item();
+  rebuild_index(items_, 0);
+}
+
+template <typename Item>
 void Container<Item>::dispose() noexcept {
   DyingBlocks dying;
   dying.add(items_, size());

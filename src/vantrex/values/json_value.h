@@ -51,7 +51,13 @@ namespace detail {
 template <typename Item>
 class NEXT_STEPS_API Container {
  public:
-  using value_type = Item;  ///< The type of an item. Iterators are pointers to const items.
+  using value_type = Item;                 ///< The type of an item.
+  using size_type = std::size_t;           ///< The type of size().
+  using difference_type = std::ptrdiff_t;  ///< The type of the difference of two iterators.
+  using reference = const Item&;           ///< Const: iterators only read.
+  using const_reference = const Item&;     ///< The same type as `reference`.
+  using iterator = const Item*;            ///< Const and contiguous.
+  using const_iterator = const Item*;      ///< The same type as `iterator`.
 
   std::size_t size() const noexcept { return head_.size; }          ///< The number of items.
   bool empty() const noexcept { return size() == 0; }               ///< Whether there is no item.
@@ -59,6 +65,7 @@ class NEXT_STEPS_API Container {
   const Item* end() const noexcept { return items_ + head_.size; }  ///< One past the last item.
 
   void reserve(std::size_t capacity);  ///< Ensures memory for `capacity` items in total.
+  void clear() noexcept;               ///< Removes all items; keeps the memory.
 
   /// Exchanges the items.
   friend void swap(Container& a, Container& b) noexcept {

@@ -160,6 +160,11 @@ class NEXT_STEPS_API Text {
   friend bool operator==(const Text& a, const T& b) {
     return a.view() == detail::view_of(b);
   }
+  /// The same.
+  template <detail::StringLike T>
+  friend std::strong_ordering operator<=>(const Text& a, const T& b) {
+    return a.view() <=> detail::view_of(b);
+  }
 
   /// Writes the bytes, without quotes.
   friend NEXT_STEPS_API std::ostream& operator<<(std::ostream& out, const Text& text);
@@ -250,3 +255,13 @@ class NEXT_STEPS_API TextArgument {
 };
 
 }  // namespace vantrex::values
+
+/// @cond
+// Hashes the bytes, as for a std::string_view. Doxygen does not find the scope of this specialization.
+template <>
+struct std::hash<vantrex::values::Text> {
+  std::size_t operator()(const vantrex::values::Text& text) const noexcept {
+    return std::hash<std::string_view>()(text.view());
+  }
+};
+/// @endcond

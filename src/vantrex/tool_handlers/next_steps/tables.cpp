@@ -12,6 +12,17 @@ namespace vantrex::tool_handlers::next_steps {
 
 namespace {
 
+// Whether all rows of a table have different keys.
+template <typename Table>
+constexpr bool has_unique_keys(const Table& table) noexcept {
+  for (auto row = table.begin(); row != table.end(); ++row) {
+    if (std::any_of(table.begin(), row, [&](const auto& other) { return other.key == row->key; }))
+      return false;
+  }
+  return true;
+}
+static_assert(has_unique_keys(NEXT_STEPS) && has_unique_keys(_SIGNALS));
+
 constexpr std::array<std::string_view, 2> kCounts = {"total_count", "total"};
 
 // Each of `keys` as a path of one key.
