@@ -33,6 +33,8 @@ using values::Kind;
 namespace {
 
 constexpr std::array kByteKeys = {"bytes_before", "bytes_after", "null_bytes", "space_bytes", "hint_bytes"};
+constexpr std::array<std::string_view, 8> kKeys = {"bytes_before", "bytes_after", "null_bytes", "space_bytes",
+                                                   "hint_bytes",   "steps",       "followed",   "after"};
 constexpr std::size_t kMaxRows = 1000;  // the rest is added up, so that the memory is bounded
 constexpr std::size_t kMaxRowBytes = 1000;
 constexpr std::int64_t kMaxAfter = 100;  // the calls up to one that follows a step; more count as so many
@@ -78,7 +80,7 @@ class Report {
  public:
   // Adds a line. Throws JsonError if it is none of a log, and std::bad_alloc.
   void add(std::string_view text) {
-    Members line(text, "a line of a log");
+    Members line(text, "a line of a log", kKeys);
     if (!line.has("followed")) return add_answer(line);
     const Row row = row_of(line.required("followed", Kind::object));
     const std::int64_t after = number_in(line, "after");
