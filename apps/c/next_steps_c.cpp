@@ -11,9 +11,9 @@
 #include <string>
 #include <string_view>
 
-#include "requests/catalogue_file.h"
 #include "requests/index_file.h"
 #include "requests/members.h"
+#include "requests/object_input.h"
 #include "requests/reply.h"
 #include "requests/request_text.h"
 #include "vantrex/version.h"

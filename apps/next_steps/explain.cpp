@@ -10,8 +10,8 @@
 
 #include <CLI/CLI.hpp>
 
-#include "next_steps/answer_options.h"
 #include "next_steps/command.h"
+#include "next_steps/options.h"
 #include "next_steps/print_answer.h"
 #include "requests/output.h"
 #include "vantrex/logging/quoted_literal.h"

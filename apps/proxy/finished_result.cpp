@@ -1,5 +1,6 @@
 #include "proxy/finished_result.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <utility>
 #include <vector>

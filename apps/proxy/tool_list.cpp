@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <utility>
 
 #include "proxy/json_spans.h"
 #include "proxy/widened_schema.h"

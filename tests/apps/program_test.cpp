@@ -45,10 +45,9 @@ next-steps catalogue --serves :a |  | 2 |  | --serves: ":a" is neither
 next-steps suggest symbol '' --index - |  | 2 |  | WANTED: must not be empty
 next-steps finish | {} | 2 |  | --tool is required\nRun with --help for more information.\n
 next-steps finish --tool= | {} | 2 |  | --tool: must not be empty
-next-steps finish --pretty --pretty --tool x --action a --action b | {} | 2 |  | --action is given 2 times\n
+next-steps finish --pretty --pretty --tool x --action a --action b | {} | 2 |  | --action: At Most 1 required but received 2\n
 next-steps finsh --tool x --weird | {} | 2 |  | unknown subcommand "finsh"; did you mean "finish"?\n
 next-steps finish --tol=search --serves : | {} | 2 |  | unknown option "--tol"; did you mean "--tool"?\n
-next-steps -tol x finish | {} | 2 |  | unknown option "-tol"; did you mean "--tool"?\n
 next-steps --tool x finish | {} | 2 |  | --tool must follow a subcommand\n
 next-steps finish --tool x -- - $'\x1b' | {} | 2 |  | unexpected argument \x1b\n
 next-steps suggest symbol x |  | 2 |  | --index is required

@@ -43,16 +43,6 @@ TEST(Report, NamesEachWrongLineAndReadsTheRest) {
   EXPECT_TRUE(whole.out.starts_with("{\"answers\":1,")) << whole.err;
 }
 
-TEST(Report, AddsUpWhatAreTooManyRows) {
-  std::string log;
-  for (int i = 0; i < 1100; ++i) {
-    log += R"({"followed":{"row":"usual )" + std::to_string(i) + R"(","tool":"t"},"after":7})" + "\n";
-  }
-  const Ran ran = run("next-steps report -", log);
-  EXPECT_NE(ran.out.find("       0        0      100        7  (others) > (any)\n"), std::string::npos)
-      << ran.out;
-}
-
 TEST(ProxyLog, HoldsOnlyTheCallsThatAnAnswerOffers) {
   const std::string steps =
       R"([{"tool":"a","args":{"x":1},"reason":"r"},{"tool":{"secret":1},"args":"secret"},
