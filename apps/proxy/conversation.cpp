@@ -75,9 +75,8 @@ void Conversation::call(std::string_view message, const std::string& id, std::st
 
 void Conversation::list(const std::string& id, std::string_view parameters) {
   std::string cursor = string_in(members_of(parameters, {"cursor"})[0]);
-  if (cursor.empty()) ++lists_;
-  in_flight_[id] = [this, cursor = std::move(cursor), list = lists_](std::string_view answer) {
-    return tools_.add_page(answer, cursor, list);
+  in_flight_[id] = [this, cursor = std::move(cursor)](std::string_view answer) {
+    return tools_.add_page(answer, cursor);
   };
 }
 

@@ -4,7 +4,6 @@
 // a server's own requests have other ones. Threads: one at a time.
 #pragma once
 
-#include <cstddef>
 #include <functional>
 #include <map>
 #include <optional>
@@ -44,7 +43,6 @@ class Conversation {
   ProxyOptions options_;
   ToolList tools_;
   StepLog* log_;
-  std::size_t lists_ = 0;                      // how many lists of tools were begun
   std::map<std::string, OnAnswer> in_flight_;  // by the JSON text of the id
 };
 
