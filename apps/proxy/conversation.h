@@ -36,7 +36,7 @@ class Conversation {
   using OnAnswer = std::function<std::optional<std::string>(std::string_view line)>;
 
   void take_request(std::string_view message);
-  void call(std::string_view message, const std::string& id, std::string_view parameters);
+  void call(const std::string& id, std::string_view parameters);
   void list(const std::string& id, std::string_view parameters);
   OnAnswer take(std::string_view answer);
 

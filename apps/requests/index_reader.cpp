@@ -27,9 +27,6 @@ constexpr std::array<std::string_view, 9> kKeys = {"_type", "name",  "path", "la
 constexpr std::array<std::string_view, 4> kSymbolKeys = {"fqn", "kind", "file", "line"};
 constexpr std::array<std::string_view, 1> kPathKeys = {"path"};
 
-std::string_view required_text(Members& line, std::string_view key) {
-  return *line.required(key, Kind::string).string();
-}
 std::string_view optional_text(Members& line, std::string_view key) {
   return line.optional(key, Kind::string).string().value_or("");
 }
@@ -68,12 +65,12 @@ class IndexFiller {
       add_tag(line);
     } else if (line.has("fqn")) {
       line.allow_only(kSymbolKeys, "a symbol");
-      const std::string_view fqn = required_text(line, "fqn");
+      const std::string_view fqn = line.text("fqn");
       add({fqn, vantrex::workers::guessed_name(fqn), optional_text(line, "kind"), optional_text(line, "file"),
            line_number(line)});
     } else if (line.has("path")) {
       line.allow_only(kPathKeys, "a path");
-      add_path(required_text(line, "path"));
+      add_path(line.text("path"));
     } else {
       line.reject(R"("_type", "fqn" or "path" is missing)");
     }
@@ -83,11 +80,11 @@ class IndexFiller {
 
  private:
   void add_tag(Members& line) {
-    const std::string_view type = required_text(line, "_type");
+    const std::string_view type = line.text("_type");
     if (type == "ptag") return;
     if (type != "tag") line.reject("_type", R"(must be "tag" or "ptag")");
-    const std::string_view name = required_text(line, "name");
-    const std::string_view path = required_text(line, "path");
+    const std::string_view name = line.text("name");
+    const std::string_view path = line.text("path");
     std::string fqn(optional_text(line, "scope"));
     if (!fqn.empty()) fqn += separator(fqn, optional_text(line, "language"), path);
     fqn += name;

@@ -28,6 +28,9 @@ class Members {
   // Returns the required member `key`, which must be of `kind`.
   values::JsonValue& required(std::string_view key, values::Kind kind);
 
+  // Returns the required string `key`.
+  std::string_view text(std::string_view key) { return *required(key, values::Kind::string).string(); }
+
   // Returns the optional member `key`, which must be of `kind`; null if it is absent.
   values::JsonValue& optional(std::string_view key, values::Kind kind);
 

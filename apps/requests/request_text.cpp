@@ -26,10 +26,6 @@ constexpr std::array<std::string_view, 11> kKeys = {"id",        "response", "ac
                                                     "freshness", "serves",   "lossy",  "tool",
                                                     "explain",   "suggest",  "wanted"};
 
-std::string string_of(const JsonValue& value) {
-  return std::string(*value.string());
-}
-
 // Rejects members that are neither common to all requests nor `first` or `second`.
 void allow_only(const Members& members, std::string_view first, std::string_view second) {
   const std::array<std::string_view, 9> allowed = {"id",     "response", "action", "arguments", "freshness",
@@ -42,7 +38,7 @@ Request tool_request(Members& members) {
   allow_only(members, "tool", "explain");
   Request request;
   request.response = std::move(*members.required("response", Kind::object).object());
-  request.tool = string_of(members.required("tool", Kind::string));
+  request.tool = members.text("tool");
   request.explain = members.optional("explain", Kind::boolean).boolean().value_or(false);
   return request;
 }
@@ -51,9 +47,9 @@ Request tool_request(Members& members) {
 Request miss_request(Members& members) {
   allow_only(members, "suggest", "wanted");
   Request request;
-  const auto wanted = wanted_named(string_of(members.required("suggest", Kind::string)));
+  const auto wanted = wanted_named(members.text("suggest"));
   if (!wanted) members.reject("suggest", R"(must be "symbol" or "path")");
-  request.miss = {*wanted, string_of(members.required("wanted", Kind::string))};
+  request.miss = {*wanted, std::string(members.text("wanted"))};
   if (request.miss->name.empty()) members.reject("wanted", "must not be empty");
   if (auto* response = members.optional("response", Kind::object).object()) {
     request.response = std::move(*response);
