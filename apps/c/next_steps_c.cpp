@@ -11,9 +11,9 @@
 #include <string>
 #include <string_view>
 
-#include "requests/catalogue_file.h"
 #include "requests/index_file.h"
 #include "requests/members.h"
+#include "requests/object_input.h"
 #include "requests/reply.h"
 #include "requests/request_text.h"
 #include "vantrex/version.h"
@@ -22,11 +22,13 @@ namespace requests = next_steps_requests;
 
 namespace {
 
+constexpr std::array<std::string_view, 3> kKeys = {"index", "catalogue", "serves"};
+
 // Returns the file that a member of the options names, or nothing without one.
 std::optional<std::string> file_of(requests::Members& options, std::string_view key) {
-  const auto* name = options.optional(key, vantrex::values::Kind::string);
-  if (name == nullptr) return std::nullopt;
-  std::string file(*name->string());
+  const auto name = options.optional(key, vantrex::values::Kind::string).string();
+  if (!name) return std::nullopt;
+  std::string file(*name);
   if (file.empty() || file == "-" || file.find('\0') != std::string::npos) {
     options.reject(key, "must be the name of a file");
   }
@@ -69,8 +71,7 @@ std::string_view checked_text(const std::string& name, const char* text, std::si
 
 struct next_steps_session {
   explicit next_steps_session(requests::Members options) {
-    constexpr std::array<std::string_view, 3> kKnown = {"index", "catalogue", "serves"};
-    options.reject_others(kKnown);
+    options.allow_only(kKeys, "the options");
     const auto index_file = file_of(options, "index");
     const auto catalogue_file = file_of(options, "catalogue");
     if ((serves = requests::served_tools(options))) context.serves = &*serves;
@@ -88,7 +89,7 @@ next_steps_session* next_steps_open(const char* options, std::size_t size) {
   return reporting([&] {
     const std::string_view text = checked_text("the options", options, size);
     try {
-      return new next_steps_session(requests::Members(text, "the options"));
+      return new next_steps_session(requests::Members(text, "the options", kKeys));
     } catch (const requests::JsonError& error) {
       throw requests::in_source("options", error);
     }

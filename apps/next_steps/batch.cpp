@@ -6,8 +6,8 @@
 
 #include <CLI/CLI.hpp>
 
-#include "next_steps/answer_options.h"
 #include "next_steps/command.h"
+#include "next_steps/options.h"
 #include "requests/index_file.h"
 #include "requests/index_reader.h"
 #include "requests/input.h"

@@ -9,8 +9,8 @@
 #include <CLI/CLI.hpp>
 
 #include "next_steps/command.h"
+#include "next_steps/options.h"
 #include "next_steps/print_answer.h"
-#include "next_steps/server_options.h"
 #include "next_steps/server_tables.h"
 #include "requests/output.h"
 #include "vantrex/logging/quoted_literal.h"
@@ -109,7 +109,8 @@ std::string dead_ends(const ServerTables& tables) {
   return text.empty() ? "None.\n" : text;
 }
 
-std::string limits() {
+// The limits; those of the built-in tables, too, if these are printed.
+std::string limits(bool are_built_in) {
   const auto row = [](std::string_view name, const JsonValue& value, std::string_view meaning) {
     return table_row({code(name), compact_text(value), std::string(meaning)});
   };
@@ -120,8 +121,9 @@ std::string limits() {
          row("HINT_SHARE", module::HINT_SHARE, "share of an answer's bytes that its hints may take") +
          row("HINT_FLOOR_BYTES", module::HINT_FLOOR_BYTES, "bytes that hints may take in any answer") +
          row("HINT_KEYS", keys, "the fields that are hints, at any depth") +
-         row("FAN_IN_FOR_IMPACT", module::FAN_IN_FOR_IMPACT,
-             "minimum number of callers or references for a blast-radius step") +
+         (are_built_in ? row("FAN_IN_FOR_IMPACT", module::FAN_IN_FOR_IMPACT,
+                             "minimum number of callers or references for a blast-radius step")
+                       : "") +
          row("MAX_STEP_FILES", module::MAX_STEP_FILES, "files that a step to recommended tests lists");
 }
 
@@ -181,14 +183,14 @@ struct CatalogueOptions {
   bool json = false;
 };
 
-std::string markdown(const ServerTables& tables, bool lists_dead_ends) {
+std::string markdown(const ServerTables& tables, bool lists_dead_ends, bool are_built_in) {
   std::string text =
       "## Usual follow-ups\n\n" + follow_ups(tables) +
-      "\n## Signals\n\nA kind that begins with `asked_` is taken from the request or, if that has "
-      "none, from the answer.\n\n" +
+      "\n## Signals\n\n`asked_fqn` and `asked_query` are taken from the request or, if that has "
+      "none, from the answer; `asked_path` is taken from the request.\n\n" +
       signals(tables);
   if (lists_dead_ends) text += "\n## Without a follow-up\n\n" + dead_ends(tables);
-  return text + "\n## Limits\n\n" + limits();
+  return text + "\n## Limits\n\n" + limits(are_built_in);
 }
 
 ExitStatus catalogue(CatalogueOptions& options) {
@@ -197,9 +199,9 @@ ExitStatus catalogue(CatalogueOptions& options) {
     print_answer((own == nullptr ? module::Catalogue() : *own).to_json(), true);
     return ExitStatus::done;
   }
-  const ServerTables tables(options.server, module::tables_of(own));
+  const ServerTables tables(options.server.serves(), module::tables_of(own));
   requests::print(options.graph ? Flowchart(tables).markdown()
-                                : markdown(tables, options.server.serves() != nullptr));
+                                : markdown(tables, options.server.serves() != nullptr, own == nullptr));
   return ExitStatus::done;
 }
 

@@ -10,8 +10,8 @@
 
 #include <CLI/CLI.hpp>
 
-#include "next_steps/answer_options.h"
 #include "next_steps/command.h"
+#include "next_steps/options.h"
 #include "next_steps/print_answer.h"
 #include "requests/output.h"
 #include "vantrex/logging/quoted_literal.h"
@@ -19,7 +19,6 @@
 
 namespace next_steps_program {
 
-using values::JsonObject;
 using values::JsonValue;
 
 namespace {
@@ -35,9 +34,10 @@ std::string right_aligned(std::size_t number) {
 // Returns `symbol {"action":"detail","fqn":"f"}` for a step, or the JSON of an entry that is
 // no step.
 std::string call_text(const JsonValue& step) {
-  const JsonObject* call = step.object();
-  const auto tool = call == nullptr ? std::nullopt : (*call)["tool"].string();
-  return tool ? std::string(*tool) + " " + compact_text((*call)["args"]) : compact_text(step);
+  const auto tool = step["tool"].string();
+  if (!tool) return compact_text(step);
+  const JsonValue& args = step["args"];
+  return std::string(*tool) + (args.is_null() ? "" : " " + compact_text(args));
 }
 
 // "usual symbol:callers, signal symbol:callers".
@@ -104,22 +104,15 @@ class ExplanationWriter {
     const bool kept = each.verdict == module::Verdict::kept;
     marked_line(std::to_string(number) + " ", kept ? "kept" : "dropped", kept ? "\x1b[32m" : "\x1b[31m",
                 call_text(each.step));
-    if (const JsonObject* call = each.step.object()) {
-      if (const auto reason = (*call)["reason"].string()) detail(std::string(*reason));
-    }
+    if (const auto reason = each.step["reason"].string()) detail(std::string(*reason));
     detail(each.from() + ", " + std::to_string(each.bytes) + " bytes: " + each.why());
   }
 
   void absent(const module::AbsentHint& each) {
-    const auto text_of = [&](std::string_view member) {
-      return std::string(each.hint[member].string().value_or(""));
-    };
-    std::string call = text_of("tool");
-    if (const JsonValue& args = each.hint["args"]; !args.is_null()) call += " " + compact_text(args);
-    if (const JsonValue& takes = each.hint["takes"]; !takes.is_null())
-      call += " takes " + compact_text(takes);
-    marked_line("- ", "absent", kYellow, call);
-    detail(text_of("reason"));
+    const JsonValue& takes = each.hint["takes"];
+    const std::string arguments = takes.is_null() ? "" : " takes " + compact_text(takes);
+    marked_line("- ", "absent", kYellow, call_text(each.hint) + arguments);
+    detail(std::string(each.hint["reason"].string().value_or("")));
     detail(each.why);
   }
 

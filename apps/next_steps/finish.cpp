@@ -3,8 +3,8 @@
 
 #include <CLI/CLI.hpp>
 
-#include "next_steps/answer_options.h"
 #include "next_steps/command.h"
+#include "next_steps/options.h"
 #include "next_steps/print_answer.h"
 
 namespace next_steps_program {

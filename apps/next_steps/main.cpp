@@ -51,31 +51,24 @@ ExitStatus run(int argument_count, char** arguments) {
   return ExitStatus::wrong_usage;
 }
 
-ExitStatus run_and_report(int argument_count, char** arguments) {
+}  // namespace
+}  // namespace next_steps_program
+
+int main(int argument_count, char** arguments) {
+  using next_steps_program::ExitStatus;
+  // SIGPIPE must end the program when the reader closes the pipe. The parent process may have
+  // set it to be ignored.
+  static_cast<void>(std::signal(SIGPIPE, SIG_DFL));
+  ExitStatus status = ExitStatus::io_failed;
   try {
-    return run(argument_count, arguments);
-  } catch (const requests::InputRejected& error) {
+    status = next_steps_program::run(argument_count, arguments);
+  } catch (const next_steps_requests::InputRejected& error) {
     std::cerr << error.what() << '\n';
-    return ExitStatus::input_rejected;
+    status = ExitStatus::input_rejected;
   } catch (const std::bad_alloc&) {
     std::cerr << "next-steps: out of memory\n";
   } catch (const std::exception& error) {
     std::cerr << "next-steps: " << error.what() << '\n';
   }
-  return ExitStatus::io_failed;
-}
-
-}  // namespace
-}  // namespace next_steps_program
-
-int main(int argument_count, char** arguments) {
-  // SIGPIPE must end the program when the reader closes the pipe. The parent process may have
-  // set it to be ignored.
-  if (std::signal(SIGPIPE, SIG_DFL) == SIG_ERR)
-    return static_cast<int>(next_steps_program::ExitStatus::io_failed);
-  try {
-    return static_cast<int>(next_steps_program::run_and_report(argument_count, arguments));
-  } catch (...) {  // no message can be written
-    return static_cast<int>(next_steps_program::ExitStatus::io_failed);
-  }
+  return static_cast<int>(status);
 }

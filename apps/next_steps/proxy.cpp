@@ -9,7 +9,7 @@
 #include <CLI/CLI.hpp>
 
 #include "next_steps/command.h"
-#include "next_steps/server_options.h"
+#include "next_steps/options.h"
 #include "next_steps/usage.h"
 
 namespace next_steps_program {

@@ -1,11 +1,11 @@
 // next-steps report: tells from logs of the proxy which steps are followed.
-#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <iomanip>
 #include <iostream>
 #include <map>
 #include <memory>
+#include <optional>
 #include <sstream>
 #include <string>
 #include <string_view>
@@ -33,12 +33,12 @@ using values::Kind;
 namespace {
 
 constexpr std::array kByteKeys = {"bytes_before", "bytes_after", "null_bytes", "space_bytes", "hint_bytes"};
-constexpr std::size_t kMaxRows = 1000;  // the rest is added up, so that the memory is bounded
-constexpr std::size_t kMaxRowBytes = 1000;
-constexpr std::int64_t kMaxAfter = 100;  // the calls up to one that follows a step; more count as so many
-constexpr std::int64_t kEnough = 100;    // kept steps, to say that none is ever followed
+constexpr std::array<std::string_view, 8> kKeys = {"bytes_before", "bytes_after", "null_bytes", "space_bytes",
+                                                   "hint_bytes",   "steps",       "followed",   "after"};
+constexpr std::int64_t kEnough = 100;  // kept steps, to say that none is ever followed
 
-using Row = std::pair<std::string, std::string>;  // a row of the catalogue, and a call that it offers
+// A row of the catalogue, and a call that it offers; "" for the dropped steps of the tools themselves.
+using Row = std::pair<std::string, std::string>;
 
 struct Counts {
   std::int64_t offered = 0;
@@ -46,14 +46,16 @@ struct Counts {
   std::int64_t followed = 0;
   std::map<std::int64_t, std::int64_t> after = {};  // how often after so many calls
 
-  // The lower median; null if it was never followed.
-  JsonValue median() const {
+  bool is_never_followed() const { return kept >= kEnough && followed == 0; }
+
+  // The lower median; nothing if it was never followed.
+  std::optional<std::int64_t> median() const {
     std::int64_t seen = 0;
     for (const auto& [calls, times] : after) {
       seen += times;
       if (2 * seen >= followed) return calls;
     }
-    return nullptr;
+    return std::nullopt;
   }
 };
 
@@ -78,13 +80,13 @@ class Report {
  public:
   // Adds a line. Throws JsonError if it is none of a log, and std::bad_alloc.
   void add(std::string_view text) {
-    Members line(text, "a line of a log");
+    Members line(text, "a line of a log", kKeys);
     if (!line.has("followed")) return add_answer(line);
     const Row row = row_of(line.required("followed", Kind::object));
     const std::int64_t after = number_in(line, "after");
-    Counts& counts = counts_of(row);
+    Counts& counts = rows_[row];
     ++counts.followed;
-    ++counts.after[std::clamp<std::int64_t>(after, 0, kMaxAfter)];
+    ++counts.after[after];
   }
 
   // {"answers", "without_steps", "bytes_before", "bytes_after", "null_bytes", "space_bytes", "hint_bytes",
@@ -94,13 +96,14 @@ class Report {
     for (std::size_t i = 0; i < bytes_.size(); ++i) report.append(kByteKeys[i], bytes_[i]);
     JsonList rows;
     for (const auto& [row, counts] : rows_) {
+      const auto median = counts.median();
       rows.push_back(JsonObject{{"row", row.first},
                                 {"call", row.second},
                                 {"offered", counts.offered},
                                 {"kept", counts.kept},
                                 {"followed", counts.followed},
-                                {"after", counts.median()},
-                                {"never_followed", counts.kept >= kEnough && counts.followed == 0}});
+                                {"after", median ? JsonValue(*median) : JsonValue()},
+                                {"never_followed", counts.is_never_followed()}});
     }
     report.append("rows", std::move(rows));
     return report;
@@ -113,14 +116,14 @@ class Report {
          << before << " bytes before, " << after << " after: nulls " << -nulls << ", white space " << -space
          << ", hints " << std::showpos << hints << std::noshowpos
          << "\n\n offered    kept followed   after  row > call\n";
-    const JsonObject report = to_dict();
-    for (const JsonValue& row : *report["rows"].list()) {
-      for (const char* key : {"offered", "kept", "followed", "after"}) {
-        const auto number = row[key].integer<std::int64_t>();
-        text << std::setw(8) << (number ? std::to_string(*number) : "-") << ' ';
-      }
-      text << ' ' << vantrex::logging::printable(text_in(row, "row") + " > " + text_in(row, "call"))
-           << (row["never_followed"] == true ? "  (never followed)" : "") << '\n';
+    for (const auto& [row, counts] : rows_) {
+      const auto& [name, call] = row;
+      for (const std::int64_t number : {counts.offered, counts.kept, counts.followed})
+        text << std::setw(8) << number << ' ';
+      const auto median = counts.median();
+      text << std::setw(8) << (median ? std::to_string(*median) : "-") << "  "
+           << vantrex::logging::printable(call.empty() ? name : name + " > " + call)
+           << (counts.is_never_followed() ? "  (never followed)" : "") << '\n';
     }
     return text.str();
   }
@@ -134,19 +137,13 @@ class Report {
     ++answers_;
     bool has_steps = false;
     for (const JsonValue& step : steps) {
-      Counts& counts = counts_of(row_of(step));
+      Counts& counts = rows_[row_of(step)];
       const bool is_kept = step["outcome"] == "kept";
       has_steps |= is_kept;
       ++counts.offered;
       if (is_kept) ++counts.kept;
     }
     if (!has_steps) ++without_steps_;
-  }
-
-  Counts& counts_of(Row row) {
-    const bool is_large = row.first.size() + row.second.size() > kMaxRowBytes;
-    if (is_large || (rows_.size() >= kMaxRows && !rows_.contains(row))) row = {"(others)", "(any)"};
-    return rows_[std::move(row)];
   }
 
   std::int64_t answers_ = 0;

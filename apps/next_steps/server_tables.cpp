@@ -10,33 +10,26 @@ namespace next_steps_program {
 
 using module::RowKey;
 
-ServerTables::ServerTables(const ServerOptions& server, const module::Tables& tables)
-    : tables_(tables), serves_(server.serves()) {
-  std::set<std::string_view> keys;
-  for (const module::UsualRow& row : tables.usual) keys.insert(row.key);
-  for (const module::SignalRow& row : tables.signals) keys.insert(row.key);
-  for (const module::ServedTool& each : server.tools()) {
-    const RowKey served{each.tool, each.action};
-    add(served);
-    if (served.action) continue;
-    for (const std::string_view key : keys) {
-      const RowKey answer = module::split_key(key);
-      if (answer.tool == served.tool && answer.action) add(answer);
-    }
+ServerTables::ServerTables(const module::ServedTools* serves, const module::Tables& tables)
+    : tables_(tables), serves_(serves) {
+  if (serves == nullptr) return;
+  for (const module::ServedTool& each : serves->entries()) answers_.insert({each.tool, each.action});
+  const auto add_action = [this](std::string_view key) {
+    const RowKey answer = module::split_key(key);
+    if (answers_.contains({answer.tool, std::nullopt})) answers_.insert(answer);
+  };
+  for (const module::UsualRow& row : tables.usual) add_action(row.key);
+  for (const module::SignalRow& row : tables.signals) add_action(row.key);
+  for (const RowKey& answer : answers_) {
+    used_rows_.insert(tables.usual_row(answer.tool, answer.action));
+    used_rows_.insert(tables.signal_row(answer.tool, answer.action));
   }
-}
-
-void ServerTables::add(const RowKey& answer) {
-  if (std::find(answers_.begin(), answers_.end(), answer) != answers_.end()) return;
-  answers_.push_back(answer);
-  used_rows_.insert(tables_.usual_row(answer.tool, answer.action));
-  used_signals_.insert(tables_.signal_row(answer.tool, answer.action));
 }
 
 std::vector<const module::UsualRow*> ServerTables::rows() const {
   std::vector<const module::UsualRow*> rows;
   for (const module::UsualRow& row : tables_.usual) {
-    if (serves_ == nullptr || used_rows_.contains(&row)) rows.push_back(&row);
+    if (is_used(&row)) rows.push_back(&row);
   }
   return rows;
 }
@@ -52,7 +45,7 @@ std::vector<const module::Call*> ServerTables::calls(const module::UsualRow& row
 std::vector<const module::SignalRow*> ServerTables::signals() const {
   std::vector<const module::SignalRow*> signals;
   for (const module::SignalRow& row : tables_.signals) {
-    if ((serves_ == nullptr || used_signals_.contains(&row)) && is_served(row)) signals.push_back(&row);
+    if (is_used(&row) && is_served(row)) signals.push_back(&row);
   }
   return signals;
 }

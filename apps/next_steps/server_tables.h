@@ -7,17 +7,17 @@
 #include <vector>
 
 #include "next_steps/names.h"
-#include "next_steps/server_options.h"
 #include "vantrex/tool_handlers/next_steps/rules.h"
+#include "vantrex/tool_handlers/next_steps/served_tools.h"
 
 namespace next_steps_program {
 
-// The rows for the answers that the server gives, and the steps that the server has. Without
-// --serves, all rows and steps.
+// The rows for the answers that the server gives, and the steps that the server has; all of them if `serves`
+// is null.
 class ServerTables {
  public:
-  // `server` and `tables` must outlive this object.
-  ServerTables(const ServerOptions& server, const module::Tables& tables);
+  // `serves` and `tables` must outlive this object.
+  ServerTables(const module::ServedTools* serves, const module::Tables& tables);
 
   // The rows in the order of the tables, and the calls of a row.
   std::vector<const module::UsualRow*> rows() const;
@@ -32,16 +32,15 @@ class ServerTables {
   bool leads_on(const module::RowKey& answer) const;
 
  private:
-  void add(const module::RowKey& answer);
+  // Whether one of the server's answers has the row.
+  bool is_used(const void* row) const { return serves_ == nullptr || used_rows_.contains(row); }
   bool is_served(const module::Call& call) const;
   bool is_served(const module::SignalRow& row) const;
 
   const module::Tables& tables_;
   const module::ServedTools* serves_;
-  std::vector<module::RowKey> answers_;  // that the server gives; none without --serves
-  // The rows for these answers, and null where there is none.
-  std::set<const module::UsualRow*> used_rows_;
-  std::set<const module::SignalRow*> used_signals_;
+  std::set<module::RowKey> answers_;  // that the server gives; none without `serves`
+  std::set<const void*> used_rows_;   // of both tables
 };
 
 }  // namespace next_steps_program

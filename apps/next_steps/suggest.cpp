@@ -6,8 +6,8 @@
 
 #include <CLI/CLI.hpp>
 
-#include "next_steps/answer_options.h"
 #include "next_steps/command.h"
+#include "next_steps/options.h"
 #include "next_steps/print_answer.h"
 #include "next_steps/usage.h"
 #include "requests/failures.h"

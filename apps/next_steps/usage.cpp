@@ -30,15 +30,10 @@ bool lacks_value(const CLI::App& program, std::string argument) {
   return option != nullptr && option->get_items_expected_max() > 0;
 }
 
-// The options of a subcommand; those of all subcommands, too, for the program.
-std::set<std::string> known_options(const CLI::App& parser) {
-  std::vector<const CLI::App*> parsers = parser.get_subcommands({});
-  parsers.push_back(&parser);
+std::set<std::string> options_of(const CLI::App& parser) {
   std::set<std::string> names;
-  for (const CLI::App* each : parsers) {
-    for (const CLI::Option* option : each->get_options()) {
-      for (const std::string& name : option->get_lnames()) names.insert("--" + name);
-    }
+  for (const CLI::Option* option : parser.get_options()) {
+    for (const std::string& name : option->get_lnames()) names.insert("--" + name);
   }
   return names;
 }
@@ -53,7 +48,7 @@ std::string unexpected(const CLI::App& parser, const std::string& word) {
   if (word.size() > 1 && word.front() == '-') {
     const std::string option = word.substr(0, word.find('='));
     if (subcommand_option(parser, option) != nullptr) return option + " must follow a subcommand";
-    return unknown("option", option, known_options(parser));
+    return unknown("option", option, options_of(parser));
   }
   if (parser.get_parent() == nullptr) {
     std::set<std::string> names;
@@ -69,12 +64,6 @@ std::string what_is_wrong(const CLI::App& program, const CLI::Error& error) {
   for (const CLI::App* parser : parsers) {
     for (const std::string& word : parser->remaining()) {
       if (word != "--") return unexpected(*parser, word);
-    }
-  }
-  for (const CLI::App* parser : parsers) {
-    for (const CLI::Option* option : parser->get_options()) {
-      const bool is_repeated = option->get_items_expected_max() == 1 && option->count() > 1;
-      if (is_repeated) return option->get_name() + " is given " + std::to_string(option->count()) + " times";
     }
   }
   return error.what();

@@ -20,7 +20,7 @@ std::vector<std::string> reversed_arguments(const CLI::App& program, int count, 
 std::vector<std::string> take_server(int& count, char** arguments);
 
 // Returns the message about a command line that `program` could not parse. It names the first word that is
-// unknown and the nearest known one, or an option that is given twice. Throws std::bad_alloc.
+// unknown and the nearest known one. Throws std::bad_alloc.
 std::string usage_message(const CLI::App* program, const CLI::Error& error);
 
 // A check as CLI::Option::check takes it: returns what is wrong, or "".

@@ -46,22 +46,22 @@ void Conversation::take_request(std::string_view message) {
     in_flight_.erase(id_text(members_of(parameters, {"requestId"})[0]));
   const std::string id = id_text(id_span);
   if (method.empty() || id.empty()) return;
-  if (method == "tools/call") call(message, id, parameters);
+  if (method == "tools/call") call(id, parameters);
   if (method == "tools/list") list(id, parameters);
 }
 
-void Conversation::call(std::string_view message, const std::string& id, std::string_view parameters) {
+void Conversation::call(const std::string& id, std::string_view parameters) {
   in_flight_.erase(id);  // a new request with an old id
-  const std::string tool = string_in(members_of(parameters, {"name"})[0]);
+  const auto [name, arguments] = members_of(parameters, {"name", "arguments"});
+  const std::string tool = string_in(name);
   const bool is_touched = tools_.touches(tool);
   if (tool.empty() || !(is_touched || log_ != nullptr)) return;
-  JsonObject fields = requests::read_json_object(message, "a message");
   requests::Request request;
   request.tool = tool;
   request.catalogue = options_.catalogue;
-  JsonValue* const arguments = fields.find("params")->object()->find("arguments");
-  if (arguments != nullptr && arguments->object() != nullptr) {
-    request.arguments = std::move(*arguments->object());
+  JsonValue given = arguments.empty() ? JsonValue() : requests::read_json(arguments);
+  if (JsonObject* const object = given.object()) {
+    request.arguments = std::move(*object);
     const auto action = std::as_const(*request.arguments)["action"].string();
     if (action) request.action = std::string(*action);
   }
@@ -75,9 +75,8 @@ void Conversation::call(std::string_view message, const std::string& id, std::st
 
 void Conversation::list(const std::string& id, std::string_view parameters) {
   std::string cursor = string_in(members_of(parameters, {"cursor"})[0]);
-  if (cursor.empty()) ++lists_;
-  in_flight_[id] = [this, cursor = std::move(cursor), list = lists_](std::string_view answer) {
-    return tools_.add_page(answer, cursor, list);
+  in_flight_[id] = [this, cursor = std::move(cursor)](std::string_view answer) {
+    return tools_.add_page(answer, cursor);
   };
 }
 

@@ -4,7 +4,6 @@
 // a server's own requests have other ones. Threads: one at a time.
 #pragma once
 
-#include <cstddef>
 #include <functional>
 #include <map>
 #include <optional>
@@ -37,14 +36,13 @@ class Conversation {
   using OnAnswer = std::function<std::optional<std::string>(std::string_view line)>;
 
   void take_request(std::string_view message);
-  void call(std::string_view message, const std::string& id, std::string_view parameters);
+  void call(const std::string& id, std::string_view parameters);
   void list(const std::string& id, std::string_view parameters);
   OnAnswer take(std::string_view answer);
 
   ProxyOptions options_;
   ToolList tools_;
   StepLog* log_;
-  std::size_t lists_ = 0;                      // how many lists of tools were begun
   std::map<std::string, OnAnswer> in_flight_;  // by the JSON text of the id
 };
 

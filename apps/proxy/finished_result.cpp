@@ -35,10 +35,8 @@ std::optional<std::size_t> only_text(const JsonValue& content) {
   return found;
 }
 
-// The object whose JSON text `value` is, or nothing.
-std::optional<JsonObject> object_in(const JsonValue& value) {
-  const std::string_view text = value.string().value_or("");
-  if (!text.substr(std::min(text.find_first_not_of(" \t\r\n"), text.size())).starts_with('{')) return {};
+// The object whose JSON text `text` is, or nothing.
+std::optional<JsonObject> object_in(std::string_view text) {
   try {
     return requests::read_json_object(text, "an answer");
   } catch (const requests::JsonError&) {
@@ -59,7 +57,7 @@ std::optional<std::string> finished_result(std::string_view line, requests::Requ
   const JsonValue& content = std::as_const(*result)["content"];
   const std::optional<std::size_t> text = only_text(content);
   std::optional<JsonObject> told;
-  if (text) told = object_in(content[*text]["text"]);
+  if (text) told = object_in(content[*text]["text"].string().value_or(""));
   JsonValue* const structured = result->find("structuredContent");
   JsonObject* const answer = structured == nullptr ? nullptr : structured->object();
   if (answer == nullptr && !told) return std::nullopt;

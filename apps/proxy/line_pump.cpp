@@ -8,9 +8,6 @@
 #include <unistd.h>
 #include <utility>
 
-#include <sys/socket.h>
-#include <sys/stat.h>
-
 #include "proxy/names.h"
 #include "requests/json_reader.h"
 
@@ -25,15 +22,10 @@ bool is_temporary(int error) noexcept {
   return error == EAGAIN || error == EINTR;
 }
 
-bool is_socket(int stream) noexcept {
-  struct stat found = {};
-  return ::fstat(stream, &found) == 0 && S_ISSOCK(found.st_mode);
-}
-
 }  // namespace
 
 LinePump::LinePump(int source, int sink, Rewrite rewrite)
-    : source_(source), sink_(sink), is_socket_(is_socket(sink)), rewrite_(std::move(rewrite)) {}
+    : source_(source), sink_(sink), rewrite_(std::move(rewrite)) {}
 
 bool LinePump::read() {
   try {
@@ -89,11 +81,9 @@ void LinePump::warn(const char* reason) {
 }
 
 bool LinePump::write() noexcept {
-  const char* const rest = buffer_.data() + written_;
-  const std::size_t size = ready_ - written_;
-  // A pipe that is ready takes PIPE_BUF bytes at once, also if the stream may block.
-  const ssize_t count = is_socket_ ? ::send(sink_, rest, size, MSG_DONTWAIT)
-                                   : ::write(sink_, rest, std::min<std::size_t>(size, PIPE_BUF));
+  // A pipe or a socket that is ready takes PIPE_BUF bytes at once, also if it may block.
+  const std::size_t size = std::min<std::size_t>(ready_ - written_, PIPE_BUF);
+  const ssize_t count = ::write(sink_, buffer_.data() + written_, size);
   if (count < 0) return is_temporary(errno);
   written_ += static_cast<std::size_t>(count);
   if (written_ < ready_) return true;

@@ -42,7 +42,6 @@ class LinePump {
 
   int source_;
   int sink_;
-  bool is_socket_;  // the sink
   Rewrite rewrite_;
   std::string buffer_;
   std::size_t written_ = 0;

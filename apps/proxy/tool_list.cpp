@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <utility>
 
 #include "proxy/json_spans.h"
 #include "proxy/widened_schema.h"
@@ -39,8 +40,7 @@ bool ToolList::touches(std::string_view tool) const {
          std::any_of(tables.signals.begin(), tables.signals.end(), is_signal);
 }
 
-std::optional<std::string> ToolList::add_page(std::string_view line, std::string_view cursor,
-                                              std::size_t list) {
+std::optional<std::string> ToolList::add_page(std::string_view line, std::string_view cursor) {
   const JsonValue message = requests::read_json(line);
   const JsonList* const tools = message["result"]["tools"].list();
   if (tools == nullptr) return std::nullopt;
@@ -54,17 +54,11 @@ std::optional<std::string> ToolList::add_page(std::string_view line, std::string
     if (schema == nullptr || !touches(tool["name"].string().value_or(""))) return;
     changes.push_back({members_of(span, {"outputSchema"})[0], values::compact_text(widened_schema(*schema))});
   });
-  if (cursor.empty() ? list > served_list_ : cursor == next_page_) {
-    if (cursor.empty()) {
-      pages_.clear();
-      list_ = list;
-    }
+  if (cursor.empty()) pages_.clear();
+  if (cursor.empty() || cursor == next_page_) {
     pages_.insert(pages_.end(), listed.begin(), listed.end());
     next_page_ = message["result"]["nextCursor"].string().value_or("");
-    if (next_page_.empty()) {
-      listed_ = module::ServedTools(std::exchange(pages_, {}));
-      served_list_ = list_;
-    }
+    if (next_page_.empty()) listed_ = module::ServedTools(std::exchange(pages_, {}));
   }
   return changes.empty() ? std::nullopt : std::optional(spliced(line, std::move(changes)));
 }

@@ -1,7 +1,6 @@
 // The tools that the server lists, and what the proxy does with their results.
 #pragma once
 
-#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -34,19 +33,16 @@ class ToolList {
     return options_.serves != nullptr ? options_.serves : &listed_;
   }
 
-  // Takes the page in `line`, the response to a request for the page at `cursor`. For the first page, that is
-  // empty, and `list` counts the lists that were begun: one that was begun before the last complete one does
-  // not count any more. Returns the line with widened output schemas, or nothing if none changes. Throws
-  // JsonError and std::bad_alloc.
-  std::optional<std::string> add_page(std::string_view line, std::string_view cursor, std::size_t list);
+  // Takes the page in `line`, the response to a request for the page at `cursor`, which is empty for the
+  // first one. Returns the line with widened output schemas, or nothing if none changes. Throws JsonError and
+  // std::bad_alloc.
+  std::optional<std::string> add_page(std::string_view line, std::string_view cursor);
 
  private:
   ProxyOptions options_;
   module::ServedTools listed_;
   std::vector<module::ServedTool> pages_;  // of a list that is not complete
   std::string next_page_;                  // the cursor of its next page
-  std::size_t list_ = 0;                   // its number
-  std::size_t served_list_ = 0;            // the number of the last complete list
 };
 
 }  // namespace next_steps_proxy

@@ -4,6 +4,7 @@
 #include <charconv>
 #include <cstddef>
 #include <set>
+#include <span>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -37,13 +38,12 @@ constexpr std::string_view kDropped[] = {"required",
 constexpr std::string_view kDroppedAtRoot[] = {
     "additionalProperties", "patternProperties", "propertyNames", "maxProperties", "enum", "const"};
 
-template <typename... Keys>
-bool is_one_of(std::string_view key, const Keys&... keys) {
-  return ((key == keys) || ...);
-}
+// Keywords whose values are no schemas, and those whose values are objects of schemas.
+constexpr std::string_view kNoSchemas[] = {"enum", "const", "default", "examples"};
+constexpr std::string_view kNamedSchemas[] = {"properties", "patternProperties", "$defs", "definitions"};
 
-bool goes_at_root(std::string_view key) {
-  return std::find(std::begin(kDroppedAtRoot), std::end(kDroppedAtRoot), key) != std::end(kDroppedAtRoot);
+bool is_one_of(std::string_view key, std::span<const std::string_view> keys) {
+  return std::find(keys.begin(), keys.end(), key) != keys.end();
 }
 
 // A value in a schema.
@@ -91,9 +91,8 @@ class Widening {
       if (part.is_schema) relax(*part.value, *object);
       for (const values::JsonField& field : *object) {
         const std::string_view key = field.key.view();
-        if (part.is_schema && is_one_of(key, "enum", "const", "default", "examples")) continue;
-        const bool has_names = is_one_of(key, "properties", "patternProperties", "$defs", "definitions");
-        waiting.push_back({object->find(key), !part.is_schema || !has_names});
+        if (part.is_schema && is_one_of(key, kNoSchemas)) continue;
+        waiting.push_back({object->find(key), !part.is_schema || !is_one_of(key, kNamedSchemas)});
       }
     }
   }
@@ -106,14 +105,8 @@ class Widening {
     for (const std::string_view key : {"enum", "const"}) {
       if (JsonValue* each = schema.find(key)) *each = module::without_null_fields(std::move(*each));
     }
-    if (auto one_of = schema.remove("oneOf")) {  // several of the relaxed schemas may fit
-      if (!schema.contains("anyOf")) {
-        schema.set("anyOf", *std::move(one_of));
-      } else {
-        if (schema["allOf"].list() == nullptr) schema.set("allOf", JsonList());
-        schema.find("allOf")->list()->push_back(JsonObject{{"anyOf", *std::move(one_of)}});
-      }
-    }
+    auto one_of = schema.remove("oneOf");  // several of the relaxed schemas may fit
+    if (one_of && !schema.contains("anyOf")) schema.set("anyOf", *std::move(one_of));
     schemas_.push_back(&value);
   }
 
@@ -153,7 +146,7 @@ class Widening {
 
   JsonValue* member(JsonValue& value, std::string_view key) {
     if (JsonObject* const object = value.object()) {
-      return opened_.contains(&value) && goes_at_root(key) ? nullptr : object->find(key);
+      return opened_.contains(&value) && is_one_of(key, kDroppedAtRoot) ? nullptr : object->find(key);
     }
     JsonList* const list = value.list();
     std::size_t position = 0;

@@ -29,17 +29,16 @@ std::shared_ptr<const models::Repository> IndexFile::current() {
   const std::scoped_lock lock(mutex_);
   const State now = state_of(file_);
   if (now == seen_) return index_;
-  seen_ = now;
   try {
     Input input(RegularFile{file_});
     index_ = with_name_index(read_index(input));
   } catch (const std::bad_alloc&) {
-    seen_ = {};
     throw;
   } catch (const std::exception&) {
     logger.warning("Reading %r again failed; the index that was read before stays in use", file_,
                    std::current_exception());
   }
+  seen_ = now;
   return index_;
 }
 

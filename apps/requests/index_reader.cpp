@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <cstddef>
 #include <functional>
 #include <set>
@@ -11,76 +10,33 @@
 #include <vector>
 
 #include "requests/failures.h"
-#include "requests/json_reader.h"
+#include "requests/members.h"
 #include "vantrex/workers/name_lookup.h"
-#include "vantrex/workers/unknown_name.h"
 
 namespace next_steps_requests {
 
 using models::InMemoryRepository;
 using models::SymbolView;
 using values::Kind;
-using vantrex::workers::quoted;
 
 namespace {
 
 // First those of ctags, in the order in which it writes them.
-enum IndexKey : std::size_t { k_type, k_name, k_path, k_language, k_line, k_kind, k_scope, k_fqn, k_file };
-constexpr std::array<std::string_view, 9> kIndexKeys = {"_type", "name",  "path", "language", "line",
-                                                        "kind",  "scope", "fqn",  "file"};
+constexpr std::array<std::string_view, 9> kKeys = {"_type", "name",  "path", "language", "line",
+                                                   "kind",  "scope", "fqn",  "file"};
+constexpr std::array<std::string_view, 4> kSymbolKeys = {"fqn", "kind", "file", "line"};
+constexpr std::array<std::string_view, 1> kPathKeys = {"path"};
 
-// The fields of a line of an index. Borrows the line and `memory`. Throws JsonError.
-class IndexLine {
- public:
-  IndexLine(std::string_view text, std::string& memory)
-      : text_(text), other_(pick_fields(text, "a line of an index", kIndexKeys, fields_, memory)) {}
+std::string_view optional_text(Members& line, std::string_view key) {
+  return line.optional(key, Kind::string).string().value_or("");
+}
 
-  bool has(IndexKey key) const { return fields_[key].is_there(); }
-
-  // The characters of a string, the digits of a number. Empty if it is absent or null.
-  std::string_view optional(IndexKey key, Kind kind = Kind::string) const {
-    return value(key, kind, " or null");
-  }
-  std::string_view required(IndexKey key) const { return value(key, Kind::string, ""); }
-
-  std::size_t line_number() const {
-    const std::string_view digits = optional(k_line, Kind::integer);
-    std::size_t number = 0;
-    const auto read = std::from_chars(digits.data(), digits.data() + digits.size(), number);
-    if (!digits.empty() && read.ec != std::errc()) reject(k_line, "must be the number of a line");
-    return number;
-  }
-
-  // Rejects a key that is not among `known`.
-  void allow_only(std::initializer_list<IndexKey> known, const std::string& what) const {
-    PickedField wrong = other_;
-    for (std::size_t key = 0; key < fields_.size(); ++key) {
-      const bool is_known = std::find(known.begin(), known.end(), key) != known.end();
-      if (fields_[key].is_there() && !is_known) wrong = {Kind::null, kIndexKeys[key], fields_[key].offset};
-    }
-    if (wrong.is_there()) reject(wrong.offset, quoted(wrong.text) + " is no member of " + what);
-  }
-
-  // Throws with the place of the key, which must be in the line, and "KEY MESSAGE".
-  [[noreturn]] void reject(IndexKey key, const std::string& message) const {
-    reject(fields_[key].offset, quoted(kIndexKeys[key]) + " " + message);
-  }
-  [[noreturn]] void reject(std::size_t offset, const std::string& message) const {
-    throw JsonError(place_of(text_, offset), message);
-  }
-
- private:
-  std::string_view value(IndexKey key, Kind kind, std::string_view or_null) const {
-    const PickedField& field = fields_[key];
-    if (field.kind == kind || (field.kind == Kind::null && !or_null.empty())) return field.text;
-    if (!field.is_there()) reject(text_.find('{'), quoted(kIndexKeys[key]) + " is missing");
-    reject(key, wrong_kind(kind, or_null, field.kind));
-  }
-
-  std::string_view text_;
-  std::array<PickedField, kIndexKeys.size()> fields_;
-  PickedField other_;
-};
+std::size_t line_number(Members& line) {
+  const values::JsonValue& number = line.optional("line", Kind::integer);
+  if (number.is_null()) return 0;
+  if (const auto valid = number.integer<std::size_t>()) return *valid;
+  line.reject("line", "must be the number of a line");
+}
 
 bool is_one_of(std::string_view text, std::initializer_list<std::string_view> texts) {
   return std::find(texts.begin(), texts.end(), text) != texts.end();
@@ -104,35 +60,35 @@ std::string how_to_make_one() {
 class IndexFiller {
  public:
   void add(std::string_view text) {
-    const IndexLine line(text, memory_);
-    if (line.has(k_type)) {
+    Members line(text, "a line of an index", kKeys);
+    if (line.has("_type")) {
       add_tag(line);
-    } else if (line.has(k_fqn)) {
-      line.allow_only({k_fqn, k_kind, k_file, k_line}, "a symbol");
-      fqn_ = line.required(k_fqn);
-      add({fqn_, vantrex::workers::guessed_name(fqn_), line.optional(k_kind), line.optional(k_file),
-           line.line_number()});
-    } else if (line.has(k_path)) {
-      line.allow_only({k_path}, "a path");
-      add_path(line.required(k_path));
+    } else if (line.has("fqn")) {
+      line.allow_only(kSymbolKeys, "a symbol");
+      const std::string_view fqn = line.text("fqn");
+      add({fqn, vantrex::workers::guessed_name(fqn), optional_text(line, "kind"), optional_text(line, "file"),
+           line_number(line)});
+    } else if (line.has("path")) {
+      line.allow_only(kPathKeys, "a path");
+      add_path(line.text("path"));
     } else {
-      line.reject(text.find('{'), R"("_type", "fqn" or "path" is missing)");
+      line.reject(R"("_type", "fqn" or "path" is missing)");
     }
   }
   bool empty() const noexcept { return repository_.symbol_count() == 0 && paths_.empty(); }
   InMemoryRepository take() && { return std::move(repository_); }
 
  private:
-  void add_tag(const IndexLine& line) {
-    const std::string_view type = line.required(k_type);
+  void add_tag(Members& line) {
+    const std::string_view type = line.text("_type");
     if (type == "ptag") return;
-    if (type != "tag") line.reject(k_type, R"(must be "tag" or "ptag")");
-    const std::string_view name = line.required(k_name);
-    const std::string_view path = line.required(k_path);
-    fqn_ = line.optional(k_scope);
-    if (!fqn_.empty()) fqn_ += separator(fqn_, line.optional(k_language), path);
-    fqn_ += name;
-    add({fqn_, name, line.optional(k_kind), path, line.line_number()});
+    if (type != "tag") line.reject("_type", R"(must be "tag" or "ptag")");
+    const std::string_view name = line.text("name");
+    const std::string_view path = line.text("path");
+    std::string fqn(optional_text(line, "scope"));
+    if (!fqn.empty()) fqn += separator(fqn, optional_text(line, "language"), path);
+    fqn += name;
+    add({fqn, name, optional_text(line, "kind"), path, line_number(line)});
   }
   void add(const SymbolView& symbol) {
     repository_.add_symbol(symbol);
@@ -151,8 +107,6 @@ class IndexFiller {
   InMemoryRepository repository_;
   std::set<std::string> paths_;
   std::vector<const std::string*> recent_ = std::vector<const std::string*>(std::size_t{1} << 18U);
-  std::string memory_;  // of the line that is being read
-  std::string fqn_;
 };
 
 }  // namespace

@@ -52,58 +52,38 @@ using Stream = rapidjson::InsituStringStream;
 using Reader = rapidjson::GenericReader<rapidjson::UTF8<>, rapidjson::UTF8<>, ThrowingAllocator>;
 constexpr unsigned kFlags = rapidjson::kParseInsituFlag | rapidjson::kParseIterativeFlag;
 
-// Where the fields that are wanted go.
-struct Picking {
-  std::span<const std::string_view> keys;
-  std::span<PickedField> fields;
-  PickedField other = {};          // the first field with another key
-  PickedField* current = nullptr;  // of the key that was read last in the outermost object
-};
-
 struct HowToRead {
   Encoding encoding = Encoding::strict;
   RepeatedKeys repeated = RepeatedKeys::replace;
-  std::vector<MemberOffset>* members = nullptr;  // receives the fields of the outermost object; may be null
-  Picking* picking = nullptr;                    // null when a value is built
+  ObjectReading* fields = nullptr;  // receives fields of the outermost object; null when a value is built
 };
 
-// Builds the value from the parser's events, or picks fields and builds nothing. Uses no recursion.
+// Builds the value from the parser's events, or the wanted fields of the outermost object. Uses no recursion.
 class TreeBuilder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, TreeBuilder> {
  public:
-  // The parser unescapes the strings in place, in a copy of `text` in `memory`.
-  TreeBuilder(std::string_view text, std::string& memory, const HowToRead& how)
-      : text_(text), stream_(nullptr), how_(how) {
-    memory.assign(text);
-    if (how.encoding == Encoding::lossy) replace_lone_surrogates(memory);
-    stream_ = Stream(memory.data());
+  TreeBuilder(std::string_view text, const HowToRead& how)
+      : text_(text), memory_(text), stream_(nullptr), how_(how) {
+    if (how.encoding == Encoding::lossy) replace_lone_surrogates(memory_);
+    stream_ = Stream(memory_.data());
   }
 
   // Throws JsonError and std::bad_alloc.
   JsonValue build();
 
-  // After a failure of build(): the fields of the outermost object that end before the error.
-  JsonObject unfinished() &&;
-
   // The parser's events. During an event the stream is at the first byte of its token.
   bool Null() { return add(nullptr); }
   bool Bool(bool value) { return add(value); }
-  bool String(const char* bytes, std::size_t size, bool /*copy*/) {
-    const bool picks = how_.picking != nullptr && !open_.empty();
-    return picks ? pick(Kind::string, {bytes, size}) : add(text({bytes, size}));
-  }
+  bool String(const char* bytes, std::size_t size, bool /*copy*/) { return add(text({bytes, size})); }
   bool StartObject() { return open(JsonObject()); }
   bool StartArray() { return open(JsonList()); }
   bool EndObject(std::size_t /*count*/) { return close(); }
   bool EndArray(std::size_t /*count*/) { return close(); }
   bool Key(const char* bytes, std::size_t size, bool /*copy*/) {
-    if (how_.picking != nullptr) return pick_key({bytes, size});
+    if (how_.fields != nullptr && open_.size() == 1) return find_field({bytes, size});
     open_.back().key = text({bytes, size});
     if (how_.repeated == RepeatedKeys::are_errors &&
         std::as_const(open_.back().container).object()->contains(open_.back().key.view())) {
       reject(stream_.Tell(), "repeated key " + values::compact_text(open_.back().key));
-    }
-    if (how_.members != nullptr && open_.size() == 1) {
-      how_.members->push_back({open_.back().key, stream_.Tell()});
     }
     return true;
   }
@@ -113,8 +93,7 @@ class TreeBuilder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, TreeB
     const std::size_t offset = stream_.Tell();
     const NumberScan scan = scan_number(stream_.src_);
     if (scan.error != nullptr) reject(offset + scan.size, scan.error);
-    const std::string_view digits(stream_.src_, scan.size);
-    add(number(digits, scan.is_integer), digits);
+    add(number({stream_.src_, scan.size}, scan.is_integer));
     return scan.size;
   }
 
@@ -142,24 +121,21 @@ class TreeBuilder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, TreeB
         std::from_chars(digits.data(), digits.data() + digits.size(), small).ec == std::errc()) {
       return small;
     }
-    const double value = nearest_double(digits);
+    const double value = nearest_double(digits.data());
     if (std::isinf(value)) reject(stream_.Tell(), "Number too big to be stored in double.");
     if (is_integer) return *Integer::parse(digits);
     return value;
   }
 
-  // `token` is the text of a number.
-  bool add(JsonValue value, std::string_view token = {}) {
+  bool add(JsonValue value) {
     if (open_.empty()) {
       root_ = std::move(value);
-      return true;
-    }
-    if (how_.picking != nullptr) return pick(value.kind(), token);
-    Open& parent = open_.back();
-    if (JsonList* list = parent.container.list()) {
+    } else if (how_.fields != nullptr && open_.size() == 1) {
+      if (field_ != nullptr) *field_ = {std::move(value), field_offset_};
+    } else if (JsonList* list = open_.back().container.list()) {
       list->push_back(std::move(value));
     } else {
-      parent.container.object()->set(parent.key, std::move(value));
+      open_.back().container.object()->set(open_.back().key, std::move(value));
     }
     return true;
   }
@@ -173,18 +149,14 @@ class TreeBuilder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, TreeB
     return add(std::move(finished));
   }
 
-  bool pick(Kind kind, std::string_view text) {
-    PickedField* const field = how_.picking->current;
-    if (open_.size() == 1 && field != nullptr) *field = {kind, text, field->offset};
-    return true;
-  }
-  bool pick_key(std::string_view key) {
-    if (open_.size() > 1) return true;
-    auto& [keys, fields, other, current] = *how_.picking;
-    const auto at = static_cast<std::size_t>(std::find(keys.begin(), keys.end(), key) - keys.begin());
-    current = at == keys.size() ? nullptr : &fields[at];
-    if (current != nullptr) current->offset = stream_.Tell();
-    if (current == nullptr && !other.is_there()) other = {Kind::null, key, stream_.Tell()};
+  // Finds the field that the next value belongs to.
+  bool find_field(std::string_view key) {
+    field_ = how_.fields->find(key);
+    field_offset_ = stream_.Tell();
+    if (field_ == nullptr) {
+      Text name = text(key);  // checks its encoding
+      if (!how_.fields->other.is_there()) how_.fields->other = {std::move(name), field_offset_};
+    }
     return true;
   }
 
@@ -206,11 +178,13 @@ class TreeBuilder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, TreeB
   }
 
   std::string_view text_;
+  std::string memory_;  // a copy of the text, in which the parser unescapes the strings
   Stream stream_;
   HowToRead how_;
   std::vector<Open> open_;
   JsonValue root_;
-  bool is_cut_ = false;  // the field that was read last may go on: neither a comma nor a brace follows it
+  Field* field_ = nullptr;  // that is being read, of the outermost object; null if it is not wanted
+  std::size_t field_offset_ = 0;
 };
 
 }  // namespace
@@ -233,24 +207,14 @@ JsonValue TreeBuilder::build() {
   Reader reader;
   try {
     const rapidjson::ParseResult result = reader.Parse<kFlags>(stream_, *this);
-    is_cut_ = result.Code() == rapidjson::kParseErrorObjectMissCommaOrCurlyBracket;
+    const bool is_cut = result.Code() == rapidjson::kParseErrorObjectMissCommaOrCurlyBracket;
+    if (is_cut && open_.size() == 1 && field_ != nullptr) *field_ = Field();  // its value may go on
     if (result.IsError()) reject_token(result.Code(), result.Offset());
   } catch (const std::length_error& error) {  // of a list or an object
     reject(stream_.Tell(), error.what());
   }
   if (stream_.Tell() < text_.size()) reject(stream_.Tell(), "NUL byte");  // where the parser ends
-  // Picking makes no texts, which would check the encoding.
-  if (how_.picking != nullptr && first_fault(text_, {text_.size(), "", false}, true).offset < text_.size()) {
-    reject(text_.size(), "");
-  }
   return std::move(root_);
-}
-
-JsonObject TreeBuilder::unfinished() && {
-  JsonObject* object = (open_.empty() ? root_ : open_.front().container).object();
-  if (object == nullptr) return {};
-  if (is_cut_ && open_.size() == 1) object->remove(open_.front().key.view());
-  return std::move(*object);
 }
 
 // Returns the object that `value`, read from `text`, must be.
@@ -274,33 +238,21 @@ InputRejected in_source(const std::string& source, const JsonError& error, std::
 }
 
 JsonValue read_json(std::string_view text) {
-  std::string memory;
-  return TreeBuilder(text, memory, {}).build();
+  return TreeBuilder(text, {}).build();
 }
 
 JsonObject read_json_object(std::string_view text, std::string_view what, RepeatedKeys repeated) {
-  std::string memory;
-  return object_of(TreeBuilder(text, memory, {.repeated = repeated}).build(), text, what);
+  return object_of(TreeBuilder(text, {.repeated = repeated}).build(), text, what);
 }
 
-ObjectReading read_members(std::string_view text, std::string_view what, Encoding encoding) {
-  ObjectReading reading;
-  std::string memory;
-  TreeBuilder builder(text, memory, {.encoding = encoding, .members = &reading.offsets});
+ObjectReading read_fields(std::string_view text, std::string_view what, Keys keys, Encoding encoding) {
+  ObjectReading reading{keys, std::vector<Field>(keys.size()), Field(), std::nullopt};
   try {
-    reading.object = object_of(builder.build(), text, what);
+    object_of(TreeBuilder(text, {.encoding = encoding, .fields = &reading}).build(), text, what);
   } catch (const JsonError& error) {
     reading.error = error;
-    reading.object = std::move(builder).unfinished();
   }
   return reading;
-}
-
-PickedField pick_fields(std::string_view text, std::string_view what, std::span<const std::string_view> keys,
-                        std::span<PickedField> fields, std::string& memory) {
-  Picking picking{.keys = keys, .fields = fields};
-  object_of(TreeBuilder(text, memory, {.picking = &picking}).build(), text, what);
-  return picking.other;
 }
 
 std::string wrong_kind(Kind kind, std::string_view or_null, Kind found) {

@@ -9,6 +9,7 @@
 // Pure functions: any number of threads may call them.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -71,38 +72,35 @@ enum class RepeatedKeys : std::uint8_t {
 values::JsonObject read_json_object(std::string_view text, std::string_view what,
                                     RepeatedKeys repeated = RepeatedKeys::replace);
 
-// A field of the outermost object, and the offset of its key in the text.
-struct MemberOffset {
-  values::Text key;
-  std::size_t offset;
-};
-
-// A text that should hold an object, as far as it could be read.
-struct ObjectReading {
-  values::JsonObject object;          // after an error, the fields that end before it
-  std::vector<MemberOffset> offsets;  // of all fields, in the order of the text and with repetitions
-  std::optional<JsonError> error;
-};
-
-// Reads an object like read_json_object, with the places of its fields. Throws std::bad_alloc.
-ObjectReading read_members(std::string_view text, std::string_view what,
-                           Encoding encoding = Encoding::strict);
-
-// A field of an object that was read without its other fields.
-struct PickedField {
-  values::Kind kind = values::Kind::null;       // of its value; null if it is not there
-  std::string_view text;                        // the characters of a string, the digits of a number
+// A field of an object.
+struct Field {
+  values::JsonValue value;
   std::size_t offset = std::string_view::npos;  // of its key in the text
 
   bool is_there() const noexcept { return offset != std::string_view::npos; }
 };
 
-// Reads an object like read_json_object, but makes none. Sets each of `fields` to the field of its key in
-// `keys`, the last one if the key is repeated, and leaves those that are not there. Returns the first field
-// with another key, which is its text. Texts are in `memory` and valid until it changes. Throws JsonError and
-// std::bad_alloc.
-PickedField pick_fields(std::string_view text, std::string_view what, std::span<const std::string_view> keys,
-                        std::span<PickedField> fields, std::string& memory);
+// A list of keys, which must outlive whatever has it.
+using Keys = std::span<const std::string_view>;
+
+// A text that should hold an object, as far as it could be read.
+struct ObjectReading {
+  Keys keys;
+  std::vector<Field> fields;  // one for each key; after an error, those that end before it
+  Field other;                // the first with another key, which is its value
+  std::optional<JsonError> error;
+
+  // The field of the key; null if it is none of the keys.
+  Field* find(std::string_view key) {
+    const auto place = static_cast<std::size_t>(std::find(keys.begin(), keys.end(), key) - keys.begin());
+    return place == keys.size() ? nullptr : &fields[place];
+  }
+};
+
+// Reads the fields with `keys` of an object; of a repeated key the last field counts. Other fields are
+// checked, too, but not kept. `what` is as for read_json_object. Throws std::bad_alloc.
+ObjectReading read_fields(std::string_view text, std::string_view what, Keys keys,
+                          Encoding encoding = Encoding::strict);
 
 // "must be a string or null, not a list". `or_null` may be empty.
 std::string wrong_kind(values::Kind kind, std::string_view or_null, values::Kind found);

@@ -1,10 +1,8 @@
 #include "requests/json_tokens.h"
 
 #include <array>
-#include <charconv>
 #include <clocale>
 #include <cstdlib>
-#include <system_error>
 
 #include "vantrex/values/utf8.h"
 
@@ -72,17 +70,9 @@ NumberScan scan_number(const char* text) noexcept {
   return result(false, nullptr);
 }
 
-double nearest_double(std::string_view number) {
-  // For a number out of range, std::from_chars does not say on which side. It also cuts an exponent of ten
-  // digits, which matters in a number with as many zeros.
-  constexpr std::size_t kShort = 1000;
-  double value = 0;
-  if (number.size() <= kShort &&
-      std::from_chars(number.data(), number.data() + number.size(), value).ec == std::errc()) {
-    return value;
-  }
+double nearest_double(const char* number) {
   static const locale_t kCLocale = ::newlocale(LC_ALL_MASK, "C", nullptr);
-  return ::strtod_l(std::string(number).c_str(), nullptr, kCLocale);
+  return ::strtod_l(number, nullptr, kCLocale);
 }
 
 TextFault first_fault(std::string_view text, TextFault parsed, bool checks_encoding) {

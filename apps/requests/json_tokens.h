@@ -19,9 +19,9 @@ struct NumberScan {
 // Scans the number at the start of `text`, which must end in a NUL.
 NumberScan scan_number(const char* text) noexcept;
 
-// Returns the double that is nearest to a valid number of any length; beyond the range of a double it is
-// infinite. Linear time. Throws std::bad_alloc.
-double nearest_double(std::string_view number);
+// Returns the double that is nearest to the valid number of any length at the start of `number`, which must
+// end in a NUL. Beyond the range of a double it is infinite. Linear time.
+double nearest_double(const char* number);
 
 // What makes a text invalid, and the offset of the first byte that is wrong.
 struct TextFault {

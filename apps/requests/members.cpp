@@ -1,6 +1,7 @@
 #include "requests/members.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <utility>
 
 #include "vantrex/workers/unknown_name.h"
@@ -11,43 +12,42 @@ using values::JsonValue;
 using values::Kind;
 using vantrex::workers::quoted;
 
-Members::Members(std::string_view line, std::string_view what, ObjectReading reading)
-    : line_(line), what_(what), read_(std::move(reading)) {
+Members::Members(std::string_view line, ObjectReading reading) : line_(line), read_(std::move(reading)) {
   if (read_.error) throw JsonError(*read_.error);
 }
 
-void Members::reject_others(std::span<const std::string_view> known) const {
-  for (const MemberOffset& member : read_.offsets) {
-    const std::string_view key = member.key.view();
-    if (std::find(known.begin(), known.end(), key) == known.end()) {
-      reject_at(member.offset, quoted(key) + " is no member of " + std::string(what_));
-    }
+void Members::allow_only(Keys allowed, const std::string& what) const {
+  const auto reject_key = [&](std::string_view key, std::size_t offset) {
+    reject_at(offset, quoted(key) + " is no member of " + what);
+  };
+  if (read_.other.is_there()) reject_key(*read_.other.value.string(), read_.other.offset);
+  auto field = read_.fields.begin();
+  for (const std::string_view key : read_.keys) {
+    const bool is_allowed = std::find(allowed.begin(), allowed.end(), key) != allowed.end();
+    if (!is_allowed && field->is_there()) reject_key(key, field->offset);
+    ++field;
   }
 }
 
 JsonValue& Members::required(std::string_view key, Kind kind) {
-  JsonValue* value = read_.object.find(key);
-  if (value == nullptr) reject_at(line_.find('{'), quoted(key) + " is missing");
-  check(key, kind, "");
-  return *value;
+  Field& field = *read_.find(key);
+  if (!field.is_there()) reject(quoted(key) + " is missing");
+  if (field.value.kind() != kind) reject(key, wrong_kind(kind, "", field.value.kind()));
+  return field.value;
 }
 
-JsonValue* Members::optional(std::string_view key, Kind kind) {
-  JsonValue* value = read_.object.find(key);
-  if (value == nullptr || value->is_null()) return nullptr;
-  check(key, kind, " or null");
+JsonValue& Members::optional(std::string_view key, Kind kind) {
+  JsonValue& value = read_.find(key)->value;
+  if (!value.is_null() && value.kind() != kind) reject(key, wrong_kind(kind, " or null", value.kind()));
   return value;
 }
 
-void Members::check(std::string_view key, Kind kind, std::string_view or_null) const {
-  const Kind found = read_.object[key].kind();
-  if (found != kind) reject(key, wrong_kind(kind, or_null, found));
+void Members::reject(std::string_view key, std::string_view message) {
+  reject_at(read_.find(key)->offset, quoted(key) + " " + std::string(message));
 }
 
-void Members::reject(std::string_view key, std::string_view message) const {
-  const auto is_it = [&](const MemberOffset& member) { return member.key.view() == key; };
-  const std::size_t offset = std::find_if(read_.offsets.rbegin(), read_.offsets.rend(), is_it)->offset;
-  reject_at(offset, quoted(key) + " " + std::string(message));
+void Members::reject(const std::string& message) const {
+  reject_at(line_.find('{'), message);
 }
 
 void Members::reject_at(std::size_t offset, const std::string& message) const {

@@ -46,10 +46,11 @@ JsonObject answer(Members& members, const ReplyContext& context) {
 }  // namespace
 
 Reply reply_to(std::string_view line, std::size_t line_number, const ReplyContext& context) {
-  ObjectReading reading = read_request_members(line, context.lossy);
-  std::optional<JsonValue> id = reading.object.remove("id");
+  ObjectReading reading = read_request(line, context.lossy);
+  std::optional<JsonValue> id;
+  if (Field& field = *reading.find("id"); field.is_there()) id = std::move(field.value);
   try {
-    Members members(line, kRequest, std::move(reading));
+    Members members(line, std::move(reading));
     JsonObject reply = answer(members, context);
     if (id) reply = enveloped(std::move(id), "answer", std::move(reply));
     return {tool_result_text(reply), std::nullopt};

@@ -10,6 +10,7 @@
 
 namespace next_steps_requests {
 
+using values::JsonList;
 using values::JsonValue;
 using values::Kind;
 
@@ -20,38 +21,38 @@ bool is_name(std::string_view text) {
   return !text.empty() && text.find_first_not_of(kLetters) == std::string_view::npos;
 }
 
-std::string string_of(const JsonValue& value) {
-  return std::string(*value.string());
-}
+constexpr const char* kRequest = "a request";
+constexpr std::array<std::string_view, 11> kKeys = {"id",        "response", "action", "arguments",
+                                                    "freshness", "serves",   "lossy",  "tool",
+                                                    "explain",   "suggest",  "wanted"};
 
-// Rejects members that are neither common to all requests nor among `own`.
-void reject_others(const Members& members, const std::array<std::string_view, 2>& own) {
-  const std::array<std::string_view, 9> known = {"id",     "response", "action", "arguments", "freshness",
-                                                 "serves", "lossy",    own[0],   own[1]};
-  members.reject_others(known);
+// Rejects members that are neither common to all requests nor `first` or `second`.
+void allow_only(const Members& members, std::string_view first, std::string_view second) {
+  const std::array<std::string_view, 9> allowed = {"id",     "response", "action", "arguments", "freshness",
+                                                   "serves", "lossy",    first,    second};
+  members.allow_only(allowed, kRequest);
 }
 
 // Reads the members of a request for a tool's answer.
 Request tool_request(Members& members) {
-  reject_others(members, {"tool", "explain"});
+  allow_only(members, "tool", "explain");
   Request request;
   request.response = std::move(*members.required("response", Kind::object).object());
-  request.tool = string_of(members.required("tool", Kind::string));
-  const JsonValue* explain = members.optional("explain", Kind::boolean);
-  request.explain = explain != nullptr && *explain->boolean();
+  request.tool = members.text("tool");
+  request.explain = members.optional("explain", Kind::boolean).boolean().value_or(false);
   return request;
 }
 
 // Reads the members of a request for the answer to a miss.
 Request miss_request(Members& members) {
-  reject_others(members, {"suggest", "wanted"});
+  allow_only(members, "suggest", "wanted");
   Request request;
-  const auto wanted = wanted_named(string_of(members.required("suggest", Kind::string)));
+  const auto wanted = wanted_named(members.text("suggest"));
   if (!wanted) members.reject("suggest", R"(must be "symbol" or "path")");
-  request.miss = {*wanted, string_of(members.required("wanted", Kind::string))};
+  request.miss = {*wanted, std::string(members.text("wanted"))};
   if (request.miss->name.empty()) members.reject("wanted", "must not be empty");
-  if (JsonValue* response = members.optional("response", Kind::object)) {
-    request.response = std::move(*response->object());
+  if (auto* response = members.optional("response", Kind::object).object()) {
+    request.response = std::move(*response);
   }
   return request;
 }
@@ -67,10 +68,10 @@ module::ServedTool read_served_tool(std::string_view text) {
 }
 
 std::optional<module::ServedTools> served_tools(Members& members) {
-  const JsonValue* names = members.optional("serves", Kind::list);
+  const JsonList* names = members.optional("serves", Kind::list).list();
   if (names == nullptr) return std::nullopt;
   std::vector<module::ServedTool> served;
-  for (const JsonValue& each : *names->list()) {
+  for (const JsonValue& each : *names) {
     if (!each.string()) members.reject("serves", "must be a list of strings");
     try {
       served.push_back(read_served_tool(*each.string()));
@@ -81,24 +82,23 @@ std::optional<module::ServedTools> served_tools(Members& members) {
   return module::ServedTools(std::move(served));
 }
 
-ObjectReading read_request_members(std::string_view line, bool lossy) {
-  ObjectReading strict = read_members(line, kRequest);
+ObjectReading read_request(std::string_view line, bool lossy) {
+  ObjectReading strict = read_fields(line, kRequest, kKeys);
   if (!strict.error || !strict.error->concerns_encoding()) return strict;
-  ObjectReading replaced = read_members(line, kRequest, Encoding::lossy);
-  return replaced.object["lossy"].boolean().value_or(lossy) ? std::move(replaced) : std::move(strict);
+  ObjectReading replaced = read_fields(line, kRequest, kKeys, Encoding::lossy);
+  return replaced.find("lossy")->value.boolean().value_or(lossy) ? std::move(replaced) : std::move(strict);
 }
 
 Request request_of(Members& members) {
   Request request = members.has("suggest") ? miss_request(members) : tool_request(members);
-  if (const JsonValue* action = members.optional("action", Kind::string)) request.action = string_of(*action);
-  if (JsonValue* arguments = members.optional("arguments", Kind::object)) {
-    request.arguments = std::move(*arguments->object());
+  if (const auto action = members.optional("action", Kind::string).string())
+    request.action = std::string(*action);
+  if (auto* arguments = members.optional("arguments", Kind::object).object()) {
+    request.arguments = std::move(*arguments);
   }
-  if (JsonValue* freshness = members.optional("freshness", Kind::object)) {
-    request.freshness = std::move(*freshness);
-  }
+  request.freshness = std::move(members.optional("freshness", Kind::object));
   request.own_serves = served_tools(members);
-  members.optional("lossy", Kind::boolean);  // only checked: read_request_members() has followed it
+  members.optional("lossy", Kind::boolean);  // only checked: read_request() has followed it
   return request;
 }
 

@@ -4,7 +4,6 @@
 #include <optional>
 #include <string_view>
 
-#include "requests/json_reader.h"
 #include "requests/members.h"
 #include "requests/names.h"
 #include "requests/request.h"
@@ -28,12 +27,9 @@ Both may have
 Without an "id" the reply is the answer or {"error": {"line", "column", "message"}}.
 )";
 
-// The name of a request in messages.
-inline constexpr std::string_view kRequest = "a request";
-
-// Reads the members of a request. If the encoding is wrong, and the request or else `lossy` allows that,
+// Reads a request. If the encoding is wrong, and the request or else `lossy` allows that,
 // replaces what is ill-formed. Throws std::bad_alloc.
-ObjectReading read_request_members(std::string_view line, bool lossy);
+ObjectReading read_request(std::string_view line, bool lossy);
 
 // Returns the tool or the action that `text` names, "symbol" or "symbol:detail". Names consist of ASCII
 // letters, digits, "_", "-" and ".". Throws std::invalid_argument for any other text, and std::bad_alloc.

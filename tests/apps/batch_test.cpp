@@ -50,7 +50,6 @@ TEST(Batch, AnswersEachLineInItsPlace) {
 {"response":{},"tool":"x","lossy":1} | 27 | \"lossy\" must be a boolean or null, not an integer
 {"response":{},"tool":"x","serves":["a",1]} | 27 | \"serves\" must be a list of strings
 {"response":{},"tool":"x","serves":["a:"]} | 27 | \"serves\" is wrong: \"a:\" is neither TOOL nor TOOL:ACTION
-{"response":{},"tool":"x","explain":1} | 27 | \"explain\" must be a boolean or null, not an integer
 {"suggest":"file","wanted":"x"} | 2 | \"suggest\" must be \"symbol\" or \"path\"
 {"suggest":"path","wanted":""} | 19 | \"wanted\" must not be empty
 {"suggest":"symbol","wanted":"view"} | 21 | \"wanted\" is no miss: the index holds this symbol
@@ -71,7 +70,7 @@ TEST(Batch, AnswersEachLineInItsPlace) {
   EXPECT_EQ(run(NEXT_STEPS_C_BATCH R"( '{"index":"examples/index/models.json"}')", input).out,
             std::regex_replace(expected, line_number, R"("line":1,"column")"));
   EXPECT_EQ(ran.status, 1);
-  EXPECT_EQ(ran.err.substr(0, 11) + ran.err.substr(ran.err.find(" (")), "<stdin>:8:1 (lines rejected: 23)\n");
+  EXPECT_EQ(ran.err.substr(0, 11) + ran.err.substr(ran.err.find(" (")), "<stdin>:8:1 (lines rejected: 22)\n");
   EXPECT_EQ(run("next-steps batch", R"({"suggest":"path","wanted":"x"})").out,
             R"({"error":{"line":1,"column":2,"message":"\"suggest\" needs an index; the option --index, or )"
             "\\\"index\\\" of a session, names its file\"}}\n");

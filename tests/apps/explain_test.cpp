@@ -111,10 +111,10 @@ TEST(Catalogue, IsThatOfTheServer) {
 | `search:symbols` | 0 hits | `search` `semantic` | `query` from `asked_query` | No hits: search by meaning |
 | `search:code` | 0 hits | `search` `semantic` | `query` from `asked_query` | No hits: search by meaning |
 | `search:definition` | 0 hits | `search` `semantic` | `query` from `asked_query` | No hits: search by meaning |
-- `symbol` `detail`
 - `mine`
 - `mine` `x`
 - `quality` `circular_deps`
+- `symbol` `detail`
 )");
 }
 

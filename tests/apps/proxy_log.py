@@ -61,7 +61,7 @@ def client(program, seed):
                 if step:
                     answer.remove(step)
                     rows[step["row"]]["followed"] += 1
-                    rows[step["row"]]["after"].append(min(number - step["number"], 100))
+                    rows[step["row"]]["after"].append(number - step["number"])
                     break
             answer = ask({"id": number, "method": "tools/call", "params": {"name": tool, "arguments": arguments}})["structuredContent"]
             if STEPS[tool] is None:

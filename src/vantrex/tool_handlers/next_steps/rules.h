@@ -25,7 +25,7 @@ struct RowKey {
   std::string_view tool;
   std::optional<std::string_view> action;
 
-  friend bool operator==(const RowKey&, const RowKey&) = default;
+  friend auto operator<=>(const RowKey&, const RowKey&) = default;
 };
 
 inline RowKey split_key(std::string_view key) noexcept {

@@ -1,4 +1,4 @@
-// The options of the subcommands that finish one answer: finish, explain and suggest.
+// The options that several subcommands have.
 //
 // Ownership: a parser keeps references to the object whose options it has. Reading throws InputRejected,
 // IoFailed and std::bad_alloc.
@@ -9,9 +9,10 @@
 #include <string_view>
 
 #include "next_steps/names.h"
-#include "next_steps/server_options.h"
 #include "requests/input.h"
 #include "requests/request.h"
+#include "vantrex/tool_handlers/next_steps/catalogue.h"
+#include "vantrex/tool_handlers/next_steps/served_tools.h"
 
 namespace CLI {
 class App;
@@ -19,7 +20,25 @@ class App;
 
 namespace next_steps_program {
 
-// --action, --arguments, --freshness, --serves and --catalogue.
+// The options about the server: --serves and --catalogue.
+class ServerOptions {
+ public:
+  void add_to(CLI::App& parser);
+
+  // The tools that the server has, owned by this object; null without --serves.
+  const module::ServedTools* serves() const noexcept { return serves_ ? &*serves_ : nullptr; }
+
+  // The server's own catalogue, owned by this object; null without --catalogue. Reads its file at the first
+  // call.
+  const module::Catalogue* catalogue();
+
+ private:
+  std::optional<module::ServedTools> serves_;
+  std::string catalogue_file_;
+  std::optional<module::Catalogue> catalogue_;
+};
+
+// --action, --arguments, --freshness and those of ServerOptions.
 class RequestOptions {
  public:
   // `action_help` describes --action.
@@ -35,12 +54,6 @@ class RequestOptions {
   ServerOptions server_;
 };
 
-// Returns the answer in `file`; "-" and "" are standard input.
-values::JsonObject read_answer(const std::string& file);
-
-// If `input` is a terminal, says on standard error that `awaited` is expected there.
-void announce(const requests::Input& input, std::string_view awaited);
-
 // --tool, those of RequestOptions, and the answer's file.
 class AnswerOptions {
  public:
@@ -54,5 +67,11 @@ class AnswerOptions {
   RequestOptions request_;
   std::string file_;
 };
+
+// Returns the answer in `file`; "-" and "" are standard input.
+values::JsonObject read_answer(const std::string& file);
+
+// If `input` is a terminal, says on standard error that `awaited` is expected there.
+void announce(const requests::Input& input, std::string_view awaited);
 
 }  // namespace next_steps_program

@@ -1,11 +1,14 @@
-#include "next_steps/answer_options.h"
+#include "next_steps/options.h"
 
 #include <iostream>
+#include <sstream>
+#include <stdexcept>
 
 #include <CLI/CLI.hpp>
 
 #include "next_steps/usage.h"
-#include "requests/json_reader.h"
+#include "requests/object_input.h"
+#include "requests/request_text.h"
 
 namespace next_steps_program {
 
@@ -16,14 +19,35 @@ namespace {
 // Returns the object in the text of an option, or nothing for "null".
 std::optional<JsonObject> option_object(const std::string& option, const std::string& text) {
   if (text == "null") return std::nullopt;
-  try {
-    return requests::read_json_object(text, "the value of " + option);
-  } catch (const requests::JsonError& error) {
-    throw requests::in_source(option, error);
-  }
+  return requests::read_object(option, text, "the value of " + option);
 }
 
 }  // namespace
+
+void ServerOptions::add_to(CLI::App& parser) {
+  const auto parse = [this](const std::string& text) {
+    serves_.emplace();
+    std::istringstream list(text + ',');
+    try {
+      for (std::string each; std::getline(list, each, ',');) serves_->add(requests::read_served_tool(each));
+    } catch (const std::invalid_argument& error) {
+      throw CLI::ValidationError("--serves", error.what());
+    }
+  };
+  parser
+      .add_option_function<std::string>("--serves", parse,
+                                        "What the server has: whole tools, and single actions")
+      ->type_name("TOOL[:ACTION],...");
+  parser
+      .add_option("--catalogue", catalogue_file_, "The server's own catalogue, instead of the built-in one")
+      ->check(refuse_empty)
+      ->type_name("FILE");
+}
+
+const module::Catalogue* ServerOptions::catalogue() {
+  if (!catalogue_ && !catalogue_file_.empty()) catalogue_ = requests::read_catalogue(catalogue_file_);
+  return catalogue_ ? &*catalogue_ : nullptr;
+}
 
 void RequestOptions::add_to(CLI::App& parser, const std::string& action_help) {
   parser.add_option("--action", action_, action_help)->type_name("ACTION");
@@ -42,21 +66,6 @@ requests::Request RequestOptions::read() {
   return request;
 }
 
-JsonObject read_answer(const std::string& file) {
-  requests::Input input(file);
-  announce(input, "an answer");
-  try {
-    return requests::read_json_object(input.read_all(), "an answer");
-  } catch (const requests::JsonError& error) {
-    throw requests::in_source(input.name(), error);
-  }
-}
-
-void announce(const requests::Input& input, std::string_view awaited) {
-  if (!input.is_terminal()) return;
-  std::cerr << "next-steps: waiting for " << awaited << " on standard input; Ctrl-D ends it\n";
-}
-
 void AnswerOptions::add_to(CLI::App& parser) {
   parser.add_option("--tool", tool_, "The tool that answered")
       ->required()
@@ -72,6 +81,17 @@ requests::Request AnswerOptions::read() {
   request.tool = tool_;
   request.response = read_answer(file_);
   return request;
+}
+
+JsonObject read_answer(const std::string& file) {
+  requests::Input input(file);
+  announce(input, "an answer");
+  return requests::read_object(input.name(), input.read_all(), "an answer");
+}
+
+void announce(const requests::Input& input, std::string_view awaited) {
+  if (!input.is_terminal()) return;
+  std::cerr << "next-steps: waiting for " << awaited << " on standard input; Ctrl-D ends it\n";
 }
 
 }  // namespace next_steps_program
