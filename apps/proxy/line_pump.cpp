@@ -8,6 +8,8 @@
 #include <unistd.h>
 #include <utility>
 
+#include <sys/socket.h>
+
 #include "proxy/names.h"
 #include "requests/json_reader.h"
 
@@ -81,9 +83,11 @@ void LinePump::warn(const char* reason) {
 }
 
 bool LinePump::write() noexcept {
-  // A pipe or a socket that is ready takes PIPE_BUF bytes at once, also if it may block.
-  const std::size_t size = std::min<std::size_t>(ready_ - written_, PIPE_BUF);
-  const ssize_t count = ::write(sink_, buffer_.data() + written_, size);
+  const char* const rest = buffer_.data() + written_;
+  const std::size_t size = ready_ - written_;
+  ssize_t count = ::send(sink_, rest, size, MSG_DONTWAIT);
+  // A pipe that is ready takes PIPE_BUF bytes at once, also if it may block.
+  if (count < 0 && errno == ENOTSOCK) count = ::write(sink_, rest, std::min<std::size_t>(size, PIPE_BUF));
   if (count < 0) return is_temporary(errno);
   written_ += static_cast<std::size_t>(count);
   if (written_ < ready_) return true;
