@@ -51,10 +51,16 @@ JsonObject module_json() {
 
 }  // namespace
 
+Catalogue::Catalogue(const Catalogue& other) noexcept : own_(other.own_) {
+  if (own_ != nullptr) own_->retain();
+}
+
+Catalogue::~Catalogue() {
+  if (own_ != nullptr) own_->release();
+}
+
 Catalogue Catalogue::from_json(JsonObject json) {
-  Catalogue catalogue;
-  catalogue.own_ = std::make_shared<const OwnTables>(std::move(json));
-  return catalogue;
+  return Catalogue(new OwnTables(std::move(json)));
 }
 
 JsonObject Catalogue::to_json() const {

@@ -6,8 +6,8 @@
 // Ownership: an immutable value; copies share their content. Threads: safe for concurrent use.
 #pragma once
 
-#include <memory>
 #include <stdexcept>
+#include <utility>
 
 #include "vantrex/export.h"
 #include "vantrex/values/json_value.h"
@@ -29,6 +29,15 @@ class NEXT_STEPS_API Catalogue {
  public:
   /// The module's own tables.
   Catalogue() noexcept = default;
+  /// Shares the content.
+  Catalogue(const Catalogue& other) noexcept;
+  /// Shares the content.
+  Catalogue& operator=(Catalogue other) noexcept {
+    std::swap(own_, other.own_);
+    return *this;
+  }
+  /// Frees the content with its last copy.
+  ~Catalogue();
 
   /// The catalogue that `json` describes. docs/catalogues.md explains the format. Throws CatalogueError and
   /// std::bad_alloc.
@@ -40,7 +49,10 @@ class NEXT_STEPS_API Catalogue {
  private:
   friend const Tables& tables_of(const Catalogue* catalogue) noexcept;
 
-  std::shared_ptr<const OwnTables> own_;  // null for the module's tables
+  // Takes ownership.
+  explicit Catalogue(const OwnTables* own) noexcept : own_(own) {}
+
+  const OwnTables* own_ = nullptr;  // counts its owners; null for the module's tables
 };
 
 }  // namespace vantrex::tool_handlers::next_steps
