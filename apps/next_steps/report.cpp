@@ -33,8 +33,8 @@ using values::Kind;
 namespace {
 
 constexpr std::array kByteKeys = {"bytes_before", "bytes_after", "null_bytes", "space_bytes", "hint_bytes"};
-constexpr std::array<std::string_view, 8> kKeys = {"bytes_before", "bytes_after", "null_bytes", "space_bytes",
-                                                   "hint_bytes",   "steps",       "followed",   "after"};
+constexpr std::array<std::string_view, 8> kLogKeys = {
+    "bytes_before", "bytes_after", "null_bytes", "space_bytes", "hint_bytes", "steps", "followed", "after"};
 constexpr std::int64_t kEnough = 100;  // kept steps, to say that none is ever followed
 
 // A row of the catalogue, and a call that it offers; "" for the dropped steps of the tools themselves.
@@ -80,7 +80,7 @@ class Report {
  public:
   // Adds a line. Throws JsonError if it is none of a log, and std::bad_alloc.
   void add(std::string_view text) {
-    Members line(text, "a line of a log", kKeys);
+    Members line(text, "a line of a log", kLogKeys);
     if (!line.has("followed")) return add_answer(line);
     const Row row = row_of(line.required("followed", Kind::object));
     const std::int64_t after = number_in(line, "after");
@@ -122,8 +122,9 @@ class Report {
         text << std::setw(8) << number << ' ';
       const auto median = counts.median();
       text << std::setw(8) << (median ? std::to_string(*median) : "-") << "  "
-           << vantrex::logging::printable(call.empty() ? name : name + " > " + call)
-           << (counts.is_never_followed() ? "  (never followed)" : "") << '\n';
+           << vantrex::logging::printable(name);
+      if (!call.empty()) text << " > " << vantrex::logging::printable(call);
+      text << (counts.is_never_followed() ? "  (never followed)" : "") << '\n';
     }
     return text.str();
   }

@@ -22,8 +22,8 @@ using values::Kind;
 namespace {
 
 // First those of ctags, in the order in which it writes them.
-constexpr std::array<std::string_view, 9> kKeys = {"_type", "name",  "path", "language", "line",
-                                                   "kind",  "scope", "fqn",  "file"};
+constexpr std::array<std::string_view, 9> kLineKeys = {"_type", "name",  "path", "language", "line",
+                                                       "kind",  "scope", "fqn",  "file"};
 constexpr std::array<std::string_view, 4> kSymbolKeys = {"fqn", "kind", "file", "line"};
 constexpr std::array<std::string_view, 1> kPathKeys = {"path"};
 
@@ -60,7 +60,7 @@ std::string how_to_make_one() {
 class IndexFiller {
  public:
   void add(std::string_view text) {
-    Members line(text, "a line of an index", kKeys);
+    Members line(text, "a line of an index", kLineKeys);
     if (line.has("_type")) {
       add_tag(line);
     } else if (line.has("fqn")) {

@@ -22,9 +22,9 @@ bool is_name(std::string_view text) {
 }
 
 constexpr const char* kRequest = "a request";
-constexpr std::array<std::string_view, 11> kKeys = {"id",        "response", "action", "arguments",
-                                                    "freshness", "serves",   "lossy",  "tool",
-                                                    "explain",   "suggest",  "wanted"};
+constexpr std::array<std::string_view, 11> kRequestKeys = {"id",        "response", "action", "arguments",
+                                                           "freshness", "serves",   "lossy",  "tool",
+                                                           "explain",   "suggest",  "wanted"};
 
 // Rejects members that are neither common to all requests nor `first` or `second`.
 void allow_only(const Members& members, std::string_view first, std::string_view second) {
@@ -83,9 +83,9 @@ std::optional<module::ServedTools> served_tools(Members& members) {
 }
 
 ObjectReading read_request(std::string_view line, bool lossy) {
-  ObjectReading strict = read_fields(line, kRequest, kKeys);
+  ObjectReading strict = read_fields(line, kRequest, kRequestKeys);
   if (!strict.error || !strict.error->concerns_encoding()) return strict;
-  ObjectReading replaced = read_fields(line, kRequest, kKeys, Encoding::lossy);
+  ObjectReading replaced = read_fields(line, kRequest, kRequestKeys, Encoding::lossy);
   return replaced.find("lossy")->value.boolean().value_or(lossy) ? std::move(replaced) : std::move(strict);
 }
 
