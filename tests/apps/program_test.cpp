@@ -10,9 +10,8 @@ namespace vantrex::tests {
 namespace {
 
 // Replaces each "\n" in `cell` by a line feed.
-std::string lines(std::string cell) {
-  for (std::size_t at = 0; (at = cell.find("\\n", at)) != std::string::npos;) cell.replace(at, 2, "\n");
-  return cell;
+std::string lines(const std::string& cell) {
+  return replaced(cell, "\\n", "\n");
 }
 
 TEST(Program, AnswersAndExitStatuses) {

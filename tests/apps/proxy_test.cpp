@@ -143,9 +143,8 @@ TEST(Proxy, WidensTheSchemasOfFinishedTools) {
       return answer("1", R"({"tools":[{"name":"other","outputSchema":{"required":[]}}, {"outputSchema": )" +
                              schema + R"( ,"name":"act"}]})");
     };
-    std::string wide = row[1];
-    wide.replace(
-        wide.find('@'), 1,
+    const std::string wide = replaced(
+        row[1], "@",
         R"("next_steps":{"description":"Calls that may be made next: a list of {tool, args, reason}"})");
     EXPECT_EQ(passed("", request + tools(row[0])), request + tools(wide));
   }

@@ -29,8 +29,7 @@ TEST(Report, NamesEachWrongLineAndReadsTheRest) {
 {@,"hint_bytes":-9999999999999,"steps":[]} | 1:82: "hint_bytes" is out of range
 {"followed":{}} | 1:1: "after" is missing
 )")) {
-    std::string line = row[0];
-    if (const std::size_t at = line.find('@'); at != std::string::npos) line.replace(at, 1, bytes);
+    const std::string line = replaced(row[0], "@", bytes);
     const Ran ran = run("next-steps report --json -", line + "\n" + good + "\n" + line);
     EXPECT_EQ(ran.err, "<stdin>:" + row[1] + "\n");
     EXPECT_EQ(ran.status, 1);

@@ -30,15 +30,12 @@ const std::string kIndex =
 )";
 
 // Runs `next-steps suggest` with the index as standard input. DEEP in it becomes a deep list.
-Ran suggest(const std::string& arguments, std::string index = kIndex) {
-  if (const std::size_t deep = index.find("DEEP"); deep != std::string::npos) {
-    index.replace(deep, 4, std::string(100'000, '[') + std::string(100'000, ']'));
-  }
+Ran suggest(const std::string& arguments, const std::string& index = kIndex) {
   return run(
       "echo '{\"note\":null,\"found\":true,\"rest\":1}' >$(dirname $0)/answer.json\n"
       "next-steps suggest --index - " +
           arguments,
-      index);
+      replaced(index, "DEEP", std::string(100'000, '[') + std::string(100'000, ']')));
 }
 
 TEST(Suggest, AnswersFromTheIndex) {

@@ -31,6 +31,12 @@ inline std::vector<std::vector<std::string>> table(const std::string& text) {
   return rows;
 }
 
+// The calls of an answer's steps: "symbol{"fqn":"f"} status{}", or "none".
+std::string calls_of(const values::JsonObject& answer);
+
+// `text` with each `mark` replaced by `by`.
+std::string replaced(std::string text, std::string_view mark, std::string_view by);
+
 // The words of `text`, separated by white space.
 inline std::vector<std::string> words(const std::string& text) {
   std::istringstream stream(text);

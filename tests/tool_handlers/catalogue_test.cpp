@@ -9,12 +9,10 @@
 #include "support/table.h"
 #include "vantrex/tool_handlers/next_steps.h"
 #include "vantrex/tool_handlers/next_steps/explanation.h"
-#include "vantrex/values/text_forms.h"
 
 namespace vantrex::tool_handlers::next_steps {
 namespace {
 
-using values::compact_text;
 using values::JsonObject;
 
 TEST(Catalogue, OfTheModuleGivenBackChangesNothing) {
@@ -93,22 +91,15 @@ zero | - | {"path":"p"} | {"total":0,"found":false} | all{"action":"x","to":"p"}
     FinishOptions options{.arguments = &request, .catalogue = &own};
     if (row.at(1) != "-") options.action = row.at(1);
     const JsonObject answer = finish_answer(tests::parse_object(row.at(3)), row.at(0), options);
-    std::string calls;
-    for (std::size_t place = 0; answer["next_steps"].list() && place < answer["next_steps"].list()->size();
-         ++place) {
-      const JsonObject& step = *(*answer["next_steps"].list())[place].object();
-      calls += (calls.empty() ? "" : " ") + std::string(*step["tool"].string()) + compact_text(step["args"]);
-    }
-    EXPECT_EQ(calls.empty() ? "none" : calls, row.at(4)) << row.at(0) << row.at(3);
+    EXPECT_EQ(tests::calls_of(answer), row.at(4)) << row.at(0) << row.at(3);
   }
   const JsonObject many = finish_answer({{"total", 12}}, "list", {.action = "{hits}", .catalogue = &own});
-  EXPECT_EQ((*(*many["next_steps"].list())[0].object())["reason"].string(), "12 {hits}{x}12");
+  EXPECT_EQ(many["next_steps"][0]["reason"], "12 {hits}{x}12");
 
   JsonObject miss = {{"next_steps", 1}};
   const models::InMemoryRepository index = tests::small_index();
   suggest_symbols(miss, index, "pkg.rnu", "callers", &own);
-  EXPECT_EQ(compact_text((*(*miss["next_steps"].list())[0].object())["args"]),
-            R"({"view":"callers","a":1,"names":["pkg.a.Run"]})");
+  EXPECT_EQ(tests::calls_of(miss), R"(get{"view":"callers","a":1,"names":["pkg.a.Run"]})");
   EXPECT_FALSE(suggest_symbols(miss, index, "zzzzzz", "callers", &own).contains("next_steps"));
   EXPECT_FALSE(suggest_paths(miss, index, "main.py", "imports", &own).contains("next_steps"));
 }

@@ -157,29 +157,30 @@ x |  | {} | {"next_steps":[0,{"tool":1},{"tool":"x","args":[]},{"tool":"x","args
   }
 }
 
+std::string verdicts(const Explanation& explained) {
+  std::string text;
+  for (const CandidateStep& each : explained.candidates) text += each.from() + ": " + each.why() + ";";
+  return text;
+}
+
 TEST(ExplainAnswer, SaysWhyEachCandidateIsKeptOrDropped) {
   for (const auto& row : tests::table(R"(
 # letters of the answer's note | answer | the verdict on each
-0 | {"next_steps":[1,1]} | own: fits the room; own: fits the room;
-400 | {"next_steps":[1,1]} | own: over the room by 99 bytes, but the first step always stays; own: over the room by 101 bytes;
-0 | {"fqn":"f","total":8} | signal symbol:callers: fits the room; usual symbol:callers: fits the room;
-400 | {"fqn":"f","total":8} | signal symbol:callers: over the room by 198 bytes, but a signal always stays; usual symbol:callers: over the room by 284 bytes;
+0 | {"next_steps":[1,1]} | own: fits the room;own: fits the room;
+400 | {"next_steps":[1,1]} | own: over the room by 99 bytes, but the first step always stays;own: over the room by 101 bytes;
+0 | {"fqn":"f","total":8} | signal symbol:callers: fits the room;usual symbol:callers: fits the room;
+400 | {"fqn":"f","total":8} | signal symbol:callers: over the room by 198 bytes, but a signal always stays;usual symbol:callers: over the room by 284 bytes;
 )")) {
     JsonObject answer = tests::parse_object(row.at(1));
     answer.set("note", std::string(std::stoul(row.at(0)), 'n'));
-    std::string verdicts;
-    for (const CandidateStep& each : explain_answer(answer, "symbol", {.action = "callers"}).candidates) {
-      verdicts += (verdicts.empty() ? "" : " ") + each.from() + ": " + each.why() + ";";
-    }
-    EXPECT_EQ(verdicts, row.at(2)) << row.at(1);
+    EXPECT_EQ(verdicts(explain_answer(answer, "symbol", {.action = "callers"})), row.at(2)) << row.at(1);
   }
   const Catalogue own = Catalogue::from_json(tests::parse_object(
       R"({"hit_lists":["a","b","c","d","e","f","g","h","i","j","k"],"next_steps":{"t":[{"tool":"a","reason":""},{"tool":"b","reason":""},{"tool":"a","reason":"x"},
          {"tool":"c","reason":""},{"tool":"d","reason":""}]}})"));
-  std::string verdicts;
-  for (const CandidateStep& each : explain_answer({}, "t", {.catalogue = &own}).candidates)
-    verdicts += each.why() + ";";
-  EXPECT_EQ(verdicts, "fits the room;fits the room;repeat of step 1;fits the room;over the cap of 3 steps;");
+  EXPECT_EQ(verdicts(explain_answer({}, "t", {.catalogue = &own})),
+            "usual t: fits the room;usual t: fits the room;usual t: repeat of step 1;usual t: fits the room;"
+            "usual t: over the cap of 3 steps;");
   const JsonObject miss = tests::parse_object(R"({"found":false,"did_you_mean":[],"next_steps":[1]})");
   EXPECT_EQ(explain_answer(miss, "t", {.catalogue = &own}).candidates.size(), 1U);
 }

@@ -44,11 +44,7 @@ std::string expanded(std::string cell) {
        R"({"tool":"symbol","args":{"action":"references","fqn":"f"},"reason":"Every use of it"})"},
       {"OWN", R"({"tool":"t","args":{"a":1},"reason":"r"})"},
       {"LONG", std::string(250, 'n')}};
-  for (const auto& [word, text] : kWords) {
-    for (std::size_t at = 0; (at = cell.find(word, at)) != std::string::npos; at += text.size()) {
-      cell.replace(at, word.size(), text);
-    }
-  }
+  for (const auto& [word, text] : kWords) cell = tests::replaced(std::move(cell), word, text);
   return cell;
 }
 
@@ -101,14 +97,7 @@ context | - | {} | {"files":["0","1","2","3","4","5","6","7","8","9","0"],"base_
 context | - | {} | {"files":["0","1","2","3","4","5","6","7","8","9","X"],"base_branch":"b"} | tests{"action":"recommended","base_branch":"b"}
 git | log | {"path":""} | {"base_branch":7} | tests{"action":"recommended","changed_files":[""]} context{"action":"delta"}
 )")) {
-    const JsonObject answer = finished(row);
-    ASSERT_NE(answer["next_steps"].list(), nullptr) << row.at(3);
-    std::string calls;
-    for (const JsonValue& each : *answer["next_steps"].list()) {
-      const JsonObject& step = *each.object();
-      calls += (calls.empty() ? "" : " ") + std::string(*step["tool"].string()) + compact_text(step["args"]);
-    }
-    EXPECT_EQ(calls, row.at(4)) << row.at(0) << ":" << row.at(1) << " " << row.at(3);
+    EXPECT_EQ(tests::calls_of(finished(row)), row.at(4)) << row.at(0) << ":" << row.at(1) << " " << row.at(3);
   }
 }
 

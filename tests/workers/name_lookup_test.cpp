@@ -137,20 +137,6 @@ TEST(NameLookup, OffersAThirdOfTheLettersAndAtMost64Edits) {
   }
 }
 
-// In quadratic time, each row takes minutes.
-TEST(NameLookup, TakesLinearTime) {
-  for (const char* unit : {"a", "->", "operator<", ")", "::", "_", "/.", "\xff"}) {
-    std::string wanted;
-    while (wanted.size() < 1'000'000) wanted += unit;
-    auto index = index_of({wanted + wanted, wanted + "ab"});
-    for (const bool indexed : {false, true}) {
-      if (indexed) index.make_name_index();
-      EXPECT_EQ(nearest_fqns(index, wanted + "ab").at(0), wanted + "ab") << unit;
-      EXPECT_EQ(nearest_paths(index, wanted + "ab").at(0), wanted + "ab") << unit;
-    }
-  }
-}
-
 TEST(NameLookup, AllocatesOnlyForTheBestCandidates) {
   models::InMemoryRepository index = index_of({"pkg.some_module.parse_configuration"});
   for (int count = 0; count < 1000; ++count) {
