@@ -100,20 +100,18 @@ TEST(Catalogue, HasAPictureWithAnyNames) {
 }
 
 TEST(Catalogue, IsThatOfTheServer) {
-  const Ran ran = run(
-      "next-steps catalogue --serves search,symbol:detail,file:symbols,mine,mine:x,mine,quality:circular_deps"
-      " | grep '^[|-] `[^A-Z]'");
+  const Ran ran =
+      run("next-steps catalogue --serves search,symbol:detail,file:symbols,mine,mine:x,mine"
+          " | grep '^[|-] `[^A-Z]'");
   EXPECT_EQ(ran.out, R"(| `search` | `symbol` `detail` | `fqn` | Details of the best hit |
 | `search:code` | `file` `symbols` | `path` | Symbols of the first file |
 | `symbol:detail` | none |  |  |
 | `file` | `symbol` `detail` | `fqn` | Details of the best hit |
-| `quality:circular_deps` | none |  |  |
 | `search:symbols` | 0 hits | `search` `semantic` | `query` from `asked_query` | No hits: search by meaning |
 | `search:code` | 0 hits | `search` `semantic` | `query` from `asked_query` | No hits: search by meaning |
 | `search:definition` | 0 hits | `search` `semantic` | `query` from `asked_query` | No hits: search by meaning |
 - `mine`
 - `mine` `x`
-- `quality` `circular_deps`
 - `symbol` `detail`
 )");
 }
