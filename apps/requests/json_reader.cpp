@@ -21,6 +21,7 @@ using SizeType = std::size_t;
 
 #include "requests/json_tokens.h"
 #include "vantrex/values/text_forms.h"
+#include "vantrex/values/utf8.h"
 
 namespace next_steps_requests {
 
@@ -73,13 +74,16 @@ class TreeBuilder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, TreeB
   // The parser's events. During an event the stream is at the first byte of its token.
   bool Null() { return add(nullptr); }
   bool Bool(bool value) { return add(value); }
-  bool String(const char* bytes, std::size_t size, bool /*copy*/) { return add(text({bytes, size})); }
+  bool String(const char* bytes, std::size_t size, bool /*copy*/) {
+    return is_skipping() ? check({bytes, size}) : add(text({bytes, size}));
+  }
   bool StartObject() { return open(JsonObject()); }
   bool StartArray() { return open(JsonList()); }
   bool EndObject(std::size_t /*count*/) { return close(); }
   bool EndArray(std::size_t /*count*/) { return close(); }
   bool Key(const char* bytes, std::size_t size, bool /*copy*/) {
     if (how_.fields != nullptr && open_.size() == 1) return find_field({bytes, size});
+    if (is_skipping()) return check({bytes, size});
     open_.back().key = text({bytes, size});
     if (how_.repeated == RepeatedKeys::are_errors &&
         std::as_const(open_.back().container).object()->contains(open_.back().key.view())) {
@@ -102,6 +106,16 @@ class TreeBuilder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, TreeB
     JsonValue container;
     Text key;  // of the field that is being read
   };
+
+  // Whether the current token is in a field that is not wanted. Nothing is built of it.
+  bool is_skipping() const { return how_.fields != nullptr && !open_.empty() && field_ == nullptr; }
+
+  // Rejects ill-formed UTF-8 in a text that is not kept.
+  bool check(std::string_view unescaped) const {
+    const bool is_strict = how_.encoding == Encoding::strict;
+    if (is_strict && values::scan_utf8(unescaped).well_formed < unescaped.size()) reject(text_.size(), "");
+    return true;
+  }
 
   // Returns the text of the current token.
   Text text(std::string_view unescaped) {
@@ -130,8 +144,10 @@ class TreeBuilder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, TreeB
   bool add(JsonValue value) {
     if (open_.empty()) {
       root_ = std::move(value);
+    } else if (is_skipping()) {
+      return true;
     } else if (how_.fields != nullptr && open_.size() == 1) {
-      if (field_ != nullptr) *field_ = {std::move(value), field_offset_};
+      *field_ = {std::move(value), field_offset_};
     } else if (JsonList* list = open_.back().container.list()) {
       list->push_back(std::move(value));
     } else {
@@ -153,11 +169,9 @@ class TreeBuilder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, TreeB
   bool find_field(std::string_view key) {
     field_ = how_.fields->find(key);
     field_offset_ = stream_.Tell();
-    if (field_ == nullptr) {
-      Text name = text(key);  // checks its encoding
-      if (!how_.fields->other.is_there()) how_.fields->other = {std::move(name), field_offset_};
-    }
-    return true;
+    Field& other = how_.fields->other;
+    if (field_ == nullptr && !other.is_there()) other = {text(key), field_offset_};
+    return field_ != nullptr || check(key);
   }
 
   // Rejects the fault at which the parser stopped, or an earlier one that the parser does not see.
