@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <cstdlib>
 #include <memory>
-#include <optional>
 #include <string_view>
 #include <unistd.h>
 

@@ -52,16 +52,16 @@ void Conversation::take_request(std::string_view message) {
 
 void Conversation::call(const std::string& id, std::string_view parameters) {
   in_flight_.erase(id);  // a new request with an old id
-  const auto [name, arguments] = members_of(parameters, {"name", "arguments"});
-  const std::string tool = string_in(name);
+  const std::string tool = string_in(members_of(parameters, {"name"})[0]);
   const bool is_touched = tools_.touches(tool);
   if (tool.empty() || !(is_touched || log_ != nullptr)) return;
   requests::Request request;
   request.tool = tool;
   request.catalogue = options_.catalogue;
-  JsonValue given = arguments.empty() ? JsonValue() : requests::read_json(arguments);
-  if (JsonObject* const object = given.object()) {
-    request.arguments = std::move(*object);
+  // All parameters are read, which checks the encoding of the name, too.
+  auto arguments = requests::read_json_object(parameters, "parameters").remove("arguments");
+  if (arguments && arguments->object() != nullptr) {
+    request.arguments = std::move(*arguments->object());
     const auto action = std::as_const(*request.arguments)["action"].string();
     if (action) request.action = std::string(*action);
   }

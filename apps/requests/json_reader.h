@@ -80,14 +80,14 @@ struct Field {
   bool is_there() const noexcept { return offset != std::string_view::npos; }
 };
 
-// A list of keys, which must outlive whatever has it.
+// Borrowed keys. They must outlive each reading that is made with them.
 using Keys = std::span<const std::string_view>;
 
 // A text that should hold an object, as far as it could be read.
 struct ObjectReading {
   Keys keys;
   std::vector<Field> fields;  // one for each key; after an error, those that end before it
-  Field other;                // the first with another key, which is its value
+  Field other;                // the first with another key; its value is that key
   std::optional<JsonError> error;
 
   // The field of the key; null if it is none of the keys.

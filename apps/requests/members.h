@@ -9,8 +9,8 @@
 
 namespace next_steps_requests {
 
-// Ownership: borrows the line, which must outlive this object. Everything throws JsonError, with the place in
-// the line, and std::bad_alloc.
+// Ownership: borrows the line and the keys, which must outlive this object. Everything throws JsonError, with
+// the place in the line, and std::bad_alloc.
 class Members {
  public:
   // Reads the members with `keys`. `what` names the object in messages: "a request".
@@ -22,7 +22,7 @@ class Members {
   // Throws if there is a member whose key is not in `allowed`. `what` names the object in the message.
   void allow_only(Keys allowed, const std::string& what) const;
 
-  // The others take one of the keys that were read.
+  // In the following, `key` is one of those that were read.
   bool has(std::string_view key) { return read_.find(key)->is_there(); }
 
   // Returns the required member `key`, which must be of `kind`.
