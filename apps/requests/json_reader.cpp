@@ -135,7 +135,7 @@ class TreeBuilder : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, TreeB
         std::from_chars(digits.data(), digits.data() + digits.size(), small).ec == std::errc()) {
       return small;
     }
-    const double value = nearest_double(digits.data());
+    const double value = nearest_double(digits.data());  // the whole text ends in a NUL
     if (std::isinf(value)) reject(stream_.Tell(), "Number too big to be stored in double.");
     if (is_integer) return *Integer::parse(digits);
     return value;

@@ -33,6 +33,7 @@ bool make_same_call(const JsonValue& a, const JsonValue& b) {
          canonical_text(args_of_a) == canonical_text(args_of_b);
 }
 
+// The next two decide on steps; remove_dropped then removes them.
 void drop_unserved(const JsonList& steps, const ServedTools* serves, Decisions& decisions) {
   for (std::size_t place = 0; place < steps.size(); ++place) {
     if (!is_served(steps[place], serves)) decisions[place].verdict = Verdict::not_served;
