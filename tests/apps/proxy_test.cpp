@@ -125,7 +125,7 @@ TEST(Proxy, WidensTheSchemasOfFinishedTools) {
   for (const auto& row : table(R"(
 {"required":["a"],"properties":{"required":{"oneOf":[{"minProperties":1}],"additionalProperties":false}},"additionalProperties":false} | {"properties":{"required":{"additionalProperties":false,"anyOf":[{}]},@}}
 {"$ref":"#/$defs/a","$defs":{"a":{"maxProperties":1,"allOf":[{"propertyNames":{}}]},"b":{"maxProperties":1}}} | {"$ref":"#/$defs/a","$defs":{"a":{"allOf":[{}]},"b":{"maxProperties":1}},"properties":{@}}
-{"anyOf":[{"const":1}],"oneOf":[{"not":{}}],"items":{"enum":[{"a":null}],"default":{"not":1}}} | {"anyOf":[{}],"items":{"enum":[{}],"default":{"not":1}},"properties":{@}}
+{"anyOf":[{"const":1}],"oneOf":[{"not":{}},{}],"items":{"enum":[{"a":null}],"default":{"not":1}}} | {"anyOf":[{}],"items":{"enum":[{}],"default":{"not":1}},"properties":{@}}
 {"properties":{"next_steps":{"type":"null"}},"items":{"maxProperties":1}} | {"properties":{@},"items":{"maxProperties":1}}
 {"properties":{"next_steps":{"items":{"properties":{"a":{"oneOf":[{}]},"b":{"$ref":"#/items"}}}}},"items":{}} | {"properties":{@},"items":{}}
 {"$ref":"#/items","items":{"$ref":"#/anyOf/1","const":1},"allOf":[{}],"anyOf":[{},{}]} | {"$ref":"#/items","items":{"$ref":"#/anyOf/1"},"allOf":[{}],"anyOf":[{},{}],"properties":{@}}
