@@ -44,10 +44,13 @@ TEST(ProxyLog, HoldsOnlyTheCallsThatAnAnswerOffers) {
       R"([{"tool":"a","args":{"x":1},"reason":"r"},{"tool":{"secret":1},"args":"secret"},
       {"tool":"b","args":{"action":"secret"},"reason":")" +
       std::string(400, 'x') + R"("}])";
-  const std::string lines = R"({"method":"tools/call","params":{"name":"t"},"id":1})"
-                            "\n"
-                            R"({"result":{"structuredContent":{"secret":null,"next_steps":)" +
-                            std::regex_replace(steps, std::regex("\n *"), " ") + R"(}},"id":1})" + "\n";
+  const std::string lines =
+      "{\"method\":\"tools/call\",\"params\":{\"name\":\"\xFF\"},\"id\":0}\n"  // is no tool's name
+      "{\"result\":{\"structuredContent\":{}},\"id\":0}\n"
+      R"({"method":"tools/call","params":{"name":"t"},"id":1})"
+      "\n"
+      R"({"result":{"structuredContent":{"secret":null,"next_steps":)" +
+      std::regex_replace(steps, std::regex("\n *"), " ") + R"(}},"id":1})" + "\n";
   const Ran ran =
       run("next-steps proxy --compact --log $(dirname $0)/log -- cat >&2; cat $(dirname $0)/log", lines);
   const values::JsonObject entry = parse_object(ran.out);
