@@ -98,7 +98,8 @@ struct ObjectReading {
 };
 
 // Reads the fields with `keys` of an object; of a repeated key the last field counts. Other fields are
-// checked, too, except for their sizes, but not kept. `what` is as for read_json_object. Throws std::bad_alloc.
+// checked, too, except for their sizes, but not kept. `what` is as for read_json_object. Throws
+// std::bad_alloc.
 ObjectReading read_fields(std::string_view text, std::string_view what, Keys keys,
                           Encoding encoding = Encoding::strict);
 
