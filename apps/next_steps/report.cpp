@@ -6,6 +6,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <span>
 #include <sstream>
 #include <string>
 #include <string_view>
@@ -32,9 +33,9 @@ using values::Kind;
 
 namespace {
 
-constexpr std::array kByteKeys = {"bytes_before", "bytes_after", "null_bytes", "space_bytes", "hint_bytes"};
 constexpr std::array<std::string_view, 8> kLogKeys = {
     "bytes_before", "bytes_after", "null_bytes", "space_bytes", "hint_bytes", "steps", "followed", "after"};
+constexpr auto kByteKeys = std::span(kLogKeys).first<5>();
 constexpr std::int64_t kEnough = 100;  // kept steps, to say that none is ever followed
 
 // A row of the catalogue, and a call that it offers; "" for the dropped steps of the tools themselves.
